@@ -1,0 +1,32 @@
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+set(CMAKE_AUTOMOC ON)
+set(CMAKE_AUTORCC ON)
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR})
+
+find_program(CCACHE_PROGRAM ccache)
+if(CCACHE_PROGRAM)
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE_PROGRAM})
+endif()
+
+add_library(nimbrel_options INTERFACE)
+target_compile_options(nimbrel_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor
+  -Woverloaded-virtual -Wimplicit-fallthrough -Wformat=2
+  # GCC 12 sees uninitialised members in every moved-from std::variant.
+  $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
+target_compile_definitions(nimbrel_options INTERFACE QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII
+  QT_NO_CAST_TO_ASCII QT_NO_FOREACH QT_USE_QSTRINGBUILDER)
+if(NIMBREL_WERROR)
+  target_compile_options(nimbrel_options INTERFACE -Werror)
+endif()
+if(NIMBREL_SANITIZE)
+  target_compile_options(nimbrel_options INTERFACE -fsanitize=${NIMBREL_SANITIZE} -fno-omit-frame-pointer -g)
+  target_link_options(nimbrel_options INTERFACE -fsanitize=${NIMBREL_SANITIZE})
+else()
+  # A history of secrets deserves the cheap hardening that every distribution turns on.
+  target_compile_options(nimbrel_options INTERFACE -fstack-protector-strong
+    $<$<CONFIG:Release>:-D_FORTIFY_SOURCE=2>)
+  target_link_options(nimbrel_options INTERFACE -Wl,-z,relro,-z,now -Wl,--as-needed)
+endif()

@@ -1,0 +1,64 @@
+#include "app/AppDelegate.h"
+
+#include <QApplication>
+#include <QPalette>
+
+#include "app/StatusItemState.h"
+#include "capture/model/Log.h"
+#include "panel/Symbols.h"
+#include "storage/StorageDirectory.h"
+
+namespace nimbrel {
+
+AppDelegate::AppDelegate(Platform& platform, HistoryCipher& cipher, const QString& storageDirectory)
+    : platform_(platform),
+      permission_(*platform.accessibility),
+      database_(databasePath(storageDirectory), cipher),
+      store_({.settings = settings_,
+              .pasteboard = *platform.pasteboard,
+              .workspace = *platform.workspace,
+              .clock = clock_,
+              .database = database_,
+              .grader = grader_,
+              .files = files_,
+              .imageTexts = imageTexts_,
+              .makeId = &QUuid::createUuid}) {}
+
+AppDelegate::~AppDelegate() { applicationWillTerminate(); }
+
+void AppDelegate::applicationDidFinishLaunching() {
+  const auto drawSymbol = [](const QString& name) {
+    return symbols::icon(name, QApplication::palette().color(QPalette::WindowText));
+  };
+  statusItem_ = platform_.makeStatusItem(drawSymbol);
+  statusItem_->setActivationHandler([this] { panel_->togglePanel(); });
+  connect(&store_, &ClipboardStore::pauseChanged, this, [this] { refreshStatusItem(); });
+  panel_ = std::make_unique<PanelController>(PanelParts{.store = store_,
+                                                        .permission = permission_,
+                                                        .keystrokes = *platform_.keystrokes,
+                                                        .clock = clock_,
+                                                        .makeWindow = platform_.makePanelWindow});
+  refreshStatusItem();
+  dispatcher_ = std::make_unique<HotKeyDispatcher>(*platform_.hotKeys);
+  hotKey_ = std::make_unique<HotKey>(*dispatcher_, [this] { panel_->togglePanel(); });
+  registerHotKey(*hotKey_, settings_.hotKey);
+}
+
+void AppDelegate::registerHotKey(HotKey& hotKey, const HotKeyCombo& combo) {
+  if (hotKey.registerCombo(combo)) return;
+  qCCritical(clipboardLog, "No se pudo registrar %s: puede que otra app lo use.", qUtf8Printable(combo.displayString()));
+}
+
+void AppDelegate::refreshStatusItem() { statusItem_->show(statusItemState(store_.isPaused(), 0)); }
+
+void AppDelegate::applicationWillTerminate() {
+  if (std::exchange(terminated_, true)) return;
+  store_.sweepExpired();
+  database_.checkpoint();
+}
+
+void AppDelegate::showPanel() {
+  if (!panel_->isVisible()) panel_->showPanel();
+}
+
+}  // namespace nimbrel

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <QObject>
+#include <memory>
+
+#include "app/PanelController.h"
+#include "app/hotkeys/HotKey.h"
+#include "app/hotkeys/HotKeyDispatcher.h"
+#include "app/permission/PermissionState.h"
+#include "capture/CaptureServices.h"
+#include "capture/ClipboardStore.h"
+#include "platform/Platform.h"
+#include "settings/model/AppSettings.h"
+#include "storage/ClipDatabase.h"
+#include "storage/HistoryCipher.h"
+
+namespace nimbrel {
+
+/// The composition root: owns every long-lived object, in the order in which they are made, and wires them. Main
+/// thread.
+class AppDelegate final : public QObject {
+ public:
+  /// Opens the history in a storage directory and starts to capture. The cipher is ready to use without waiting for
+  /// the user; it and the platform outlive the delegate.
+  AppDelegate(Platform& platform, HistoryCipher& cipher, const QString& storageDirectory);
+  ~AppDelegate() override;
+
+  /// Puts up the status item, the panel and the hot keys.
+  void applicationDidFinishLaunching();
+
+  /// Removes what has expired and folds the database's log, *waiting* for the disk. Runs once, however often called.
+  void applicationWillTerminate();
+
+  /// Shows the panel, for a second start of the program.
+  void showPanel();
+
+ private:
+  void registerHotKey(HotKey& hotKey, const HotKeyCombo& combo);
+  void refreshStatusItem();
+
+  Platform& platform_;
+  SystemClock clock_;
+  PermissionState permission_;
+  AppSettings settings_;
+  ClipDatabase database_;
+  NoTextGrader grader_;
+  NoSideFiles files_;
+  NoImageTextQueue imageTexts_;
+  ClipboardStore store_;
+  std::unique_ptr<StatusItem> statusItem_;
+  std::unique_ptr<PanelController> panel_;
+  std::unique_ptr<HotKeyDispatcher> dispatcher_;
+  std::unique_ptr<HotKey> hotKey_;
+  bool terminated_ = false;
+};
+
+}  // namespace nimbrel

@@ -1,0 +1,93 @@
+#include "app/FloatingPanel.h"
+
+#include <QPainter>
+#include <QPainterPath>
+#include <QRegion>
+#include <QVBoxLayout>
+
+#include "panel/PanelTheme.h"
+
+namespace nimbrel {
+namespace {
+
+constexpr int kRadius = 12;
+constexpr int kShadow = 24;
+
+QPainterPath rounded(const QRectF& area, qreal radius) {
+  QPainterPath path;
+  path.addRoundedRect(area, radius, radius);
+  return path;
+}
+
+/// A shadow is many faint frames on top of each other, each a little smaller.
+void drawShadow(QPainter& painter, const QRect& panel) {
+  painter.setPen(Qt::NoPen);
+  for (int spread = kShadow; spread > 0; spread -= 2) {
+    const qreal nearness = 1.0 - static_cast<qreal>(spread) / kShadow;
+    painter.setBrush(QColor(0, 0, 0, static_cast<int>(2 + 9 * nearness * nearness)));
+    const QRectF area = QRectF(panel).adjusted(-spread, -spread * 0.6, spread, spread).intersected(painter.window());
+    painter.drawRoundedRect(area, kRadius + spread, kRadius + spread);
+  }
+}
+
+}  // namespace
+
+FloatingPanel::FloatingPanel() {
+  setObjectName(QStringLiteral("floatingPanel"));
+  setWindowTitle(QStringLiteral("Nimbrel"));
+  setAttribute(Qt::WA_TranslucentBackground);
+  setAttribute(Qt::WA_ShowWithoutActivating);
+  setMinimumSize(kMinimumSize);
+  setMaximumSize(kMaximumSize + QSize(2 * kShadow, 2 * kShadow));
+  resize(kSize);
+  auto* const box = new QVBoxLayout(this);
+  box->setContentsMargins(0, 0, 0, 0);
+}
+
+void FloatingPanel::setContent(QWidget* content) { layout()->addWidget(content); }
+
+void FloatingPanel::setBlended(bool blended) {
+  if (blended == blended_ && testAttribute(Qt::WA_Resized)) return;
+  const QSize size = panelSize();
+  blended_ = blended;
+  const int margin = shadowMargin();
+  // The hairline of the border stays free.
+  layout()->setContentsMargins(margin + 1, margin + 1, margin + 1, margin + 1);
+  resize(size + QSize(2 * margin, 2 * margin));
+  shape();
+}
+
+int FloatingPanel::shadowMargin() const { return blended_ ? kShadow : 0; }
+
+QRect FloatingPanel::panelRect() const {
+  const int margin = shadowMargin();
+  return rect().adjusted(margin, margin, -margin, -margin);
+}
+
+QSize FloatingPanel::panelSize() const { return panelRect().size(); }
+
+void FloatingPanel::movePanel(const QPoint& topLeft) { move(topLeft - QPoint(shadowMargin(), shadowMargin())); }
+
+void FloatingPanel::paintEvent(QPaintEvent*) {
+  const PanelTheme theme = panelTheme(palette());
+  const QRect panel = panelRect();
+  QPainter painter(this);
+  painter.setRenderHint(QPainter::Antialiasing);
+  if (blended_) drawShadow(painter, panel);
+  painter.fillPath(rounded(panel, kRadius), theme.background);
+  painter.setPen(theme.border);
+  painter.setBrush(Qt::NoBrush);
+  painter.drawRoundedRect(QRectF(panel).adjusted(0.5, 0.5, -0.5, -0.5), kRadius, kRadius);
+}
+
+void FloatingPanel::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  shape();
+}
+
+void FloatingPanel::shape() {
+  if (blended_) return clearMask();
+  setMask(QRegion(rounded(rect(), kRadius).toFillPolygon().toPolygon()));
+}
+
+}  // namespace nimbrel

@@ -1,0 +1,82 @@
+#include "app/PanelController.h"
+
+#include <QCursor>
+#include <QGuiApplication>
+#include <QScreen>
+
+#include "app/PanelPlacement.h"
+#include "capture/model/Log.h"
+
+namespace nimbrel {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto kReopenGuard = 200ms;
+/// Lets the panel's going settle before the keystroke.
+constexpr auto kPasteDelay = 60ms;
+
+QList<ScreenFrame> screenFrames() {
+  QList<ScreenFrame> frames;
+  const auto screens = QGuiApplication::screens();
+  for (const QScreen* screen : screens)
+    frames.append({screen->geometry(), screen->availableGeometry()});
+  return frames;
+}
+
+}  // namespace
+
+PanelController::PanelController(const PanelParts& parts)
+    : parts_(parts), content_(new ContentView(parts.store, parts.clock, &panel_)) {
+  panel_.setContent(content_);
+  window_ = parts_.makeWindow(panel_);
+  window_->setResignHandler([this] { hidePanel(Focus::leave); });
+  pasteTimer_.setSingleShot(true);
+  pasteTimer_.setInterval(kPasteDelay);
+  pasteTimer_.setTimerType(Qt::PreciseTimer);
+  connect(&pasteTimer_, &QTimer::timeout, this, &PanelController::pasteNow);
+  connect(content_, &ContentView::pasteRequested, this, &PanelController::hideAndPaste);
+  connect(content_, &ContentView::dismissRequested, this, [this] { hidePanel(Focus::giveBack); });
+}
+
+PanelController::~PanelController() { window_->setResignHandler({}); }
+
+void PanelController::togglePanel() {
+  if (isVisible()) return hidePanel(Focus::giveBack);
+  if (!lastHide_ || parts_.clock.steadyNow() - *lastHide_ > kReopenGuard) showPanel();
+}
+
+void PanelController::showPanel() {
+  // A keystroke still on its way would land in the panel.
+  pasteTimer_.stop();
+  parts_.permission.recheck();
+  panel_.setBlended(window_->blendsWithDesktop());
+  panel_.movePanel(panelOrigin(panel_.panelSize(), QCursor::pos(), screenFrames()));
+  content_->panelDidShow();
+  window_->present();
+}
+
+void PanelController::hidePanel(Focus focus) {
+  if (!isVisible()) return;
+  lastHide_ = parts_.clock.steadyNow();
+  window_->dismiss(focus == Focus::giveBack);
+  content_->panelDidHide();
+}
+
+void PanelController::hideAndPaste() {
+  hidePanel(Focus::giveBack);
+  parts_.permission.recheck();
+  if (parts_.permission.accessibilityGranted())
+    pasteTimer_.start();
+  else
+    parts_.permission.requestAccessibility();
+}
+
+void PanelController::pasteNow() {
+  window_->whenFocusReturned([this](bool returned) {
+    if (returned) return parts_.keystrokes.postPaste();
+    qCWarning(clipboardLog, "No se pegó: la ventana de antes no recuperó el teclado; el elemento sigue en el portapapeles");
+  });
+}
+
+}  // namespace nimbrel

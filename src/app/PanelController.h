@@ -1,0 +1,60 @@
+#pragma once
+
+#include <QObject>
+#include <QTimer>
+#include <chrono>
+#include <functional>
+#include <memory>
+#include <optional>
+
+#include "app/FloatingPanel.h"
+#include "app/permission/PermissionState.h"
+#include "panel/ContentView.h"
+#include "platform/Clock.h"
+#include "platform/KeystrokePoster.h"
+#include "platform/PanelWindow.h"
+
+namespace nimbrel {
+
+/// What the panel works with; everything outlives the controller.
+struct PanelParts final {
+  ClipboardStore& store;
+  PermissionState& permission;
+  KeystrokePoster& keystrokes;
+  const Clock& clock;
+  std::function<std::unique_ptr<PanelWindow>(QWidget&)> makeWindow;
+};
+
+/// Shows and hides the panel at the pointer, and pastes into the application that the user was in. Main thread.
+class PanelController final : public QObject {
+ public:
+  explicit PanelController(const PanelParts& parts);
+  ~PanelController() override;
+
+  /// Hides the visible panel; shows the hidden one, unless it was hidden less than 0.2 s ago: the click that made it
+  /// lose the keyboard is often the one that asks for it here.
+  void togglePanel();
+
+  /// Shows the panel, whatever came before.
+  void showPanel();
+
+  [[nodiscard]] bool isVisible() const { return panel_.isVisible(); }
+  [[nodiscard]] ContentView& content() { return *content_; }
+  [[nodiscard]] FloatingPanel& panel() { return panel_; }
+
+ private:
+  enum class Focus { giveBack, leave };
+
+  void hidePanel(Focus focus);
+  void hideAndPaste();
+  void pasteNow();
+
+  PanelParts parts_;
+  FloatingPanel panel_;
+  ContentView* content_;
+  std::unique_ptr<PanelWindow> window_;
+  std::optional<std::chrono::steady_clock::time_point> lastHide_;
+  QTimer pasteTimer_;
+};
+
+}  // namespace nimbrel

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QString>
+#include <QtGlobal>
+
+namespace nimbrel {
+
+/// The bits of the Carbon modifier mask.
+namespace hotKeyModifier {
+inline constexpr quint32 command = 256;
+inline constexpr quint32 shift = 512;
+inline constexpr quint32 option = 2048;
+inline constexpr quint32 control = 4096;
+}  // namespace hotKeyModifier
+
+/// A key combination: a layout-independent virtual key code (9 is the position of V on an ANSI keyboard), the
+/// Carbon modifier mask, and the label shown for the key.
+struct HotKeyCombo final {
+  quint32 keyCode = 0;
+  quint32 modifiers = 0;
+  QString keyLabel;
+
+  /// The modifiers' glyphs in the order ⌃⌥⇧⌘, then the key: "⇧⌘V". The space bar shows as its localised name.
+  [[nodiscard]] QString displayString() const;
+
+  bool operator==(const HotKeyCombo&) const = default;
+};
+
+/// Shift-Command-V, which opens the panel.
+[[nodiscard]] HotKeyCombo defaultHotKey();
+
+/// Shift-Command-N, which pastes the next clip of the queue.
+[[nodiscard]] HotKeyCombo defaultNextHotKey();
+
+}  // namespace nimbrel

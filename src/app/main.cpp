@@ -1,0 +1,76 @@
+#include <QApplication>
+#include <QEventLoop>
+#include <QThread>
+#include <cstdio>
+#include <memory>
+
+#include "app/AppDelegate.h"
+#include "app/CommandLine.h"
+#include "platform/Platform.h"
+#include "storage/HistoryCipher.h"
+#include "storage/RandomSource.h"
+#include "storage/StorageDirectory.h"
+
+namespace nimbrel {
+namespace {
+
+QStringList argumentsOf(int argc, char** argv) {
+  QStringList arguments;
+  for (int i = 1; i < argc; ++i)
+    arguments.append(QString::fromLocal8Bit(argv[i]));
+  return arguments;
+}
+
+int print(const CommandLine& command) {
+  std::fputs(command.output.toUtf8().constData(), command.exitStatus == 0 ? stdout : stderr);
+  return command.exitStatus;
+}
+
+/// Looks the history key up on another thread, since the key store may ask the user to unlock it. False when the
+/// program is told to end meanwhile.
+bool loadKey(HistoryCipher& cipher, TerminationSignal& termination) {
+  QEventLoop loop;
+  bool ended = false;
+  const std::unique_ptr<QThread> thread(QThread::create([&cipher] { static_cast<void>(cipher.hasKey()); }));
+  QObject::connect(thread.get(), &QThread::finished, &loop, &QEventLoop::quit);
+  termination.setHandler([&] {
+    ended = true;
+    loop.quit();
+  });
+  thread->start();
+  loop.exec();
+  termination.setHandler({});
+  // A key store that never answers must not keep the session from ending.
+  if (ended && thread->isRunning()) std::_Exit(0);
+  return !ended;
+}
+
+int run(int argc, char** argv) {
+  preparePlatform();
+  QApplication application(argc, argv);
+  QApplication::setApplicationName(QStringLiteral("Nimbrel"));
+  QApplication::setDesktopFileName(QStringLiteral("app.nimbrel.Nimbrel"));
+  QApplication::setQuitOnLastWindowClosed(false);
+  Platform platform = makePlatform();
+  if (platform.instance->claim() == InstanceHost::Claim::handedOver) return 0;
+  SystemRandom random;
+  HistoryCipher cipher(*platform.secrets, random);
+  if (!loadKey(cipher, *platform.termination)) return 0;
+  AppDelegate delegate(platform, cipher, makeStorageDirectory(userDataFolder()));
+  platform.termination->setHandler([] { QApplication::quit(); });
+  QObject::connect(&application, &QCoreApplication::aboutToQuit, &delegate, &AppDelegate::applicationWillTerminate);
+  delegate.applicationDidFinishLaunching();
+  platform.instance->setShowHandler([&delegate] { delegate.showPanel(); });
+  const int status = QApplication::exec();
+  platform.instance->setShowHandler({});
+  return status;
+}
+
+}  // namespace
+}  // namespace nimbrel
+
+int main(int argc, char** argv) {
+  const auto command = nimbrel::parseCommandLine(nimbrel::argumentsOf(argc, argv), QStringLiteral(NIMBREL_VERSION));
+  if (command.action == nimbrel::CommandLine::Action::print) return nimbrel::print(command);
+  return nimbrel::run(argc, argv);
+}

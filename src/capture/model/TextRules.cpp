@@ -1,0 +1,110 @@
+#include "capture/model/TextRules.h"
+
+#include <QTextBoundaryFinder>
+#include <algorithm>
+
+namespace nimbrel {
+namespace {
+
+bool isAscii(QStringView text) {
+  return std::all_of(text.begin(), text.end(), [](QChar c) { return c.unicode() < 0x80; });
+}
+
+bool isPlain(QStringView text) {
+  // One UTF-16 unit is one character unless something combines; below U+0300 only CR LF does.
+  return std::all_of(text.begin(), text.end(), [](QChar c) { return c.unicode() < 0x300 && c != u'\r'; });
+}
+
+/// The position after `count` characters, or the end; and how many characters were passed.
+struct Position {
+  qsizetype offset;
+  qsizetype characters;
+};
+
+Position advance(QStringView text, qsizetype count) {
+  // Every character has at least one unit, so a prefix of `count` plain units is exactly `count` characters,
+  // provided that the unit after it cannot combine with it.
+  const QStringView head = text.first(std::min(text.size(), count + 1));
+  if (isPlain(head)) {
+    const qsizetype units = std::min(text.size(), count);
+    return {units, units};
+  }
+  QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, text);
+  qsizetype characters = 0;
+  qsizetype offset = 0;
+  while (characters < count) {
+    const qsizetype next = finder.toNextBoundary();
+    if (next < 0) break;
+    offset = next;
+    ++characters;
+  }
+  return {offset, characters};
+}
+
+bool isCombiningMark(char32_t codePoint) {
+  const auto category = QChar::category(codePoint);
+  return category == QChar::Mark_NonSpacing || category == QChar::Mark_Enclosing;
+}
+
+QByteArray foldedAscii(QStringView text) {
+  QByteArray folded(text.size(), Qt::Uninitialized);
+  std::transform(text.begin(), text.end(), folded.begin(), [](QChar c) {
+    const char byte = static_cast<char>(c.unicode());
+    if (byte >= 'A' && byte <= 'Z') return static_cast<char>(byte + ('a' - 'A'));
+    return byte == '\0' ? ' ' : byte;
+  });
+  return folded;
+}
+
+}  // namespace
+
+QStringView trimmedWhitespace(QStringView text) {
+  qsizetype begin = 0;
+  qsizetype end = text.size();
+  while (begin < end && text[begin].isSpace()) ++begin;
+  while (end > begin && text[end - 1].isSpace()) --end;
+  return text.sliced(begin, end - begin);
+}
+
+qsizetype characterCount(QStringView text) { return advance(text, text.size()).characters; }
+
+bool hasCharacters(QStringView text, qsizetype count) { return advance(text, count).characters >= count; }
+
+QStringView firstCharacters(QStringView text, qsizetype count) {
+  return text.first(advance(text, count).offset);
+}
+
+QByteArray foldedText(QStringView text) {
+  if (isAscii(text)) return foldedAscii(text);
+  const QString decomposed = text.toString().normalized(QString::NormalizationForm_D);
+  QString stripped;
+  stripped.reserve(decomposed.size());
+  for (qsizetype i = 0; i < decomposed.size(); ++i) {
+    const QChar unit = decomposed[i];
+    const bool pair = unit.isHighSurrogate() && i + 1 < decomposed.size() && decomposed[i + 1].isLowSurrogate();
+    const char32_t codePoint = pair ? QChar::surrogateToUcs4(unit, decomposed[i + 1]) : unit.unicode();
+    if (!isCombiningMark(codePoint)) {
+      stripped += codePoint == 0 ? QChar(u' ') : unit;
+      if (pair) stripped += decomposed[i + 1];
+    }
+    if (pair) ++i;
+  }
+  // Folding can decompose once more (U+0130 folds to i and a dot above), hence the marks go last again.
+  QString folded = stripped.toCaseFolded();
+  folded.removeIf([](QChar c) { return isCombiningMark(c.unicode()); });
+  return folded.toUtf8();
+}
+
+QList<QByteArray> searchTerms(const QByteArray& foldedQuery) {
+  QList<QByteArray> terms;
+  const QString query = QString::fromUtf8(foldedQuery);
+  qsizetype begin = 0;
+  for (qsizetype i = 0; i <= query.size(); ++i) {
+    if (i < query.size() && !query[i].isSpace()) continue;
+    if (i > begin) terms.append(QStringView(query).sliced(begin, i - begin).toUtf8());
+    begin = i + 1;
+  }
+  return terms;
+}
+
+}  // namespace nimbrel

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QByteArray>
+#include <QList>
+#include <QString>
+#include <QStringView>
+
+/// The rules about text that capture, storage, search and the interface share. "Characters" are what a reader
+/// perceives as one: extended grapheme clusters (UAX #29), with CR LF as one.
+namespace nimbrel {
+
+/// The text without Unicode white space and line breaks at both ends; a view into the argument.
+[[nodiscard]] QStringView trimmedWhitespace(QStringView text);
+
+/// The number of characters.
+[[nodiscard]] qsizetype characterCount(QStringView text);
+
+/// Whether the text has at least `count` characters; looks no further than needed.
+[[nodiscard]] bool hasCharacters(QStringView text, qsizetype count);
+
+/// The first `count` characters; a view into the argument.
+[[nodiscard]] QStringView firstCharacters(QStringView text, qsizetype count);
+
+/// The text folded for search: canonically decomposed, combining marks removed, case folded, as UTF-8.
+/// The one function behind index bodies, queries and matching in memory. NUL becomes a space, since neither SQLite
+/// nor a search field can hold it.
+[[nodiscard]] QByteArray foldedText(QStringView text);
+
+/// Splits an already folded query at Unicode white space, dropping empty pieces.
+[[nodiscard]] QList<QByteArray> searchTerms(const QByteArray& foldedQuery);
+
+}  // namespace nimbrel

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QAbstractListModel>
+
+#include "capture/ClipboardStore.h"
+
+namespace nimbrel {
+
+/// The visible part of the history: all of it, or what matches the query. Follows the store's changes row by row;
+/// only another query rebuilds it.
+class ClipListModel final : public QAbstractListModel {
+ public:
+  /// The rows that Command-1 … Command-9 reach.
+  static constexpr int kDirectRows = 9;
+
+  /// The store must outlive the model.
+  ClipListModel(ClipboardStore& store, QObject* parent);
+
+  [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
+  [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
+
+  [[nodiscard]] const ClipRef& clipAt(int row) const { return rows_.at(row); }
+  [[nodiscard]] std::optional<int> rowOf(const QUuid& id) const;
+
+  [[nodiscard]] const QString& query() const { return query_; }
+  void setQuery(const QString& query);
+
+ private:
+  [[nodiscard]] bool isVisible(const QUuid& id) const;
+  [[nodiscard]] QList<ClipRef> visibleClips() const;
+  void onInserted();
+  void onMovedToTop();
+  void onChanged(qsizetype storeRow);
+  void onRemoved(const QUuid& id);
+
+  ClipboardStore& store_;
+  QString query_;
+  QList<ClipRef> rows_;
+};
+
+}  // namespace nimbrel

@@ -1,0 +1,72 @@
+#include "panel/ClipRowText.h"
+
+#include <QCoreApplication>
+#include <array>
+
+#include "capture/model/ClipSource.h"
+#include "capture/model/TextRules.h"
+
+namespace nimbrel {
+namespace {
+
+constexpr qsizetype kPreviewCharacters = 300;
+
+constexpr std::array<QStringView, 7> kTokenPrefixes{u"ghp_",  u"github_pat_", u"sk-",  u"xoxb-",
+                                                    u"xoxp-", u"npm_",        u"AKIA"};
+
+QString tr(const char* text) { return QCoreApplication::translate("ClipRow", text); }
+
+QString bullets(int count) { return QString(count, u'•'); }
+
+}  // namespace
+
+bool isMasked(const ClipItem& clip) { return clip.isSensitive(); }
+
+QString maskedPreview(const QString& text) {
+  for (const QStringView prefix : kTokenPrefixes) {
+    if (text.startsWith(prefix)) return prefix.toString() + bullets(16);
+  }
+  return bullets(20);
+}
+
+QString previewText(const ClipItem& clip) {
+  const QString head = firstCharacters(clip.text, kPreviewCharacters).toString();
+  if (isMasked(clip)) return maskedPreview(head);
+  if (!clip.isImage()) return head.simplified();
+  const QString recognised = firstCharacters(clip.ocrText.value_or(QString()), kPreviewCharacters).toString();
+  const QString shown = (head.isEmpty() ? recognised : head).simplified();
+  return shown.isEmpty() ? tr("Imagen copiada") : shown;
+}
+
+QString relativeDate(const QDateTime& moment, const QDateTime& now, const QLocale& locale) {
+  const qint64 seconds = moment.secsTo(now);
+  if (seconds < 60) return tr("ahora");
+  const qint64 days = moment.date().daysTo(now.date());
+  if (seconds < 3600) return tr("hace %1 min").arg(seconds / 60);
+  if (days == 0 || seconds < 6 * 3600) return tr("hace %1 h").arg(seconds / 3600);
+  if (days == 1) return tr("ayer");
+  if (days < 7) return locale.dayName(moment.date().dayOfWeek());
+  const bool sameYear = moment.date().year() == now.date().year();
+  return locale.toString(moment.date(), sameYear ? QStringLiteral("d MMM") : QStringLiteral("d MMM yyyy"));
+}
+
+QString sourceLabel(const ClipItem& clip) {
+  if (!clip.sourceName || clip.sourceName->isEmpty()) return {};
+  const bool remote = clip.remoteDevice || (clip.sourceBundleID && isRemoteSourceID(*clip.sourceBundleID));
+  if (remote) return tr("Copiado desde tu %1 vía Portapapeles Universal").arg(*clip.sourceName);
+  return tr("Origen: %1").arg(*clip.sourceName);
+}
+
+QString lengthLabel(const ClipItem& clip, const QLocale& locale) {
+  if (!clip.isText() || isMasked(clip)) return {};
+  return tr("%1 car.").arg(locale.toString(characterCount(clip.text)));
+}
+
+QString accessibleText(const ClipItem& clip) {
+  QStringList parts{isMasked(clip) ? tr("Elemento oculto") : previewText(clip)};
+  if (const QString source = sourceLabel(clip); !source.isEmpty()) parts.append(source);
+  if (clip.pinned) parts.append(tr("Fijado"));
+  return parts.join(QStringLiteral(", "));
+}
+
+}  // namespace nimbrel

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QLineEdit>
+
+class QToolButton;
+
+namespace nimbrel {
+
+/// The panel's search field: a magnifying glass, the query, and a button that clears it.
+class SearchField final : public QLineEdit {
+ public:
+  explicit SearchField(QWidget* parent);
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+  void changeEvent(QEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+
+ private:
+  void applyTheme();
+
+  QToolButton* clear_;
+};
+
+}  // namespace nimbrel

@@ -1,0 +1,50 @@
+#include "panel/Symbols.h"
+
+#include <QPaintDevice>
+#include <QPixmapCache>
+#include <QSvgRenderer>
+
+// The macro must stand outside of any namespace.
+static void initSymbolResources() { Q_INIT_RESOURCE(symbols); }
+
+namespace nimbrel::symbols {
+namespace {
+
+QPixmap render(const QString& name, int size, const QColor& color, qreal devicePixelRatio) {
+  initSymbolResources();
+  QSvgRenderer renderer(QStringLiteral(":/symbols/") + name);
+  if (!renderer.isValid()) return {};
+  QPixmap pixmap(QSize(size, size) * devicePixelRatio);
+  pixmap.setDevicePixelRatio(devicePixelRatio);
+  pixmap.fill(Qt::transparent);
+  QPainter painter(&pixmap);
+  renderer.render(&painter, QRectF(0, 0, size, size));
+  painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+  painter.fillRect(QRectF(0, 0, size, size), color);
+  return pixmap;
+}
+
+}  // namespace
+
+QPixmap pixmap(const QString& name, int size, const QColor& color, qreal devicePixelRatio) {
+  const QString key =
+      QStringLiteral("symbol/%1/%2/%3/%4").arg(name).arg(size).arg(color.rgba()).arg(devicePixelRatio);
+  QPixmap cached;
+  if (QPixmapCache::find(key, &cached)) return cached;
+  cached = render(name, size, color, devicePixelRatio);
+  QPixmapCache::insert(key, cached);
+  return cached;
+}
+
+QIcon icon(const QString& name, const QColor& color) {
+  QIcon icon;
+  for (const int size : {16, 22, 24, 32, 48})
+    icon.addPixmap(pixmap(name, size, color, 1.0));
+  return icon;
+}
+
+void draw(QPainter& painter, const QRect& square, const QString& name, const QColor& color) {
+  painter.drawPixmap(square, pixmap(name, square.width(), color, painter.device()->devicePixelRatio()));
+}
+
+}  // namespace nimbrel::symbols

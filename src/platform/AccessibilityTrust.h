@@ -1,0 +1,16 @@
+#pragma once
+
+namespace nimbrel {
+
+/// Whether the desktop lets this program press keys for the user. Main thread.
+class AccessibilityTrust {
+ public:
+  virtual ~AccessibilityTrust() = default;
+
+  [[nodiscard]] virtual bool isTrusted() const = 0;
+
+  /// Asks the user for trust and opens the place in the system's settings where it is given, where there is one.
+  virtual void request() = 0;
+};
+
+}  // namespace nimbrel

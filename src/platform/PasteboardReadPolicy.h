@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QSet>
+#include <QString>
+
+namespace nimbrel {
+
+/// What to read of a change, and how much of it: sizes in bytes. Nothing of a change that carries one of
+/// `ignoredTypes` is read; formats are taken in the order file, text (with its rich forms), image, and the first
+/// that has content ends the reading.
+struct PasteboardReadPolicy final {
+  QSet<QString> ignoredTypes;
+  qint64 maxTextBytes = 0;
+  qint64 maxImageBytes = 0;
+  qint64 maxRichBytes = 0;
+  bool wantsRichText = false;
+
+  bool operator==(const PasteboardReadPolicy&) const = default;
+};
+
+}  // namespace nimbrel

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+
+#include "platform/AccessibilityTrust.h"
+#include "platform/HotKeyRegistrar.h"
+#include "platform/InstanceHost.h"
+#include "platform/KeystrokePoster.h"
+#include "platform/PanelWindow.h"
+#include "platform/Pasteboard.h"
+#include "platform/SecretStore.h"
+#include "platform/StatusItem.h"
+#include "platform/TerminationSignal.h"
+#include "platform/Workspace.h"
+
+class QIcon;
+
+namespace nimbrel {
+
+/// The desktop, one adapter for each port. Members are destroyed last to first.
+struct Platform final {
+  /// What the adapters share, of whatever type.
+  std::shared_ptr<void> foundation;
+  std::unique_ptr<InstanceHost> instance;
+  std::unique_ptr<TerminationSignal> termination;
+  std::unique_ptr<SecretStore> secrets;
+  std::unique_ptr<Workspace> workspace;
+  std::unique_ptr<Pasteboard> pasteboard;
+  std::unique_ptr<HotKeyRegistrar> hotKeys;
+  std::unique_ptr<KeystrokePoster> keystrokes;
+  std::unique_ptr<AccessibilityTrust> accessibility;
+
+  /// Makes the panel window around a top-level widget that has not been shown yet.
+  std::function<std::unique_ptr<PanelWindow>(QWidget&)> makePanelWindow;
+  /// Makes the status item; `icon` draws a symbol by its name.
+  std::function<std::unique_ptr<StatusItem>(std::function<QIcon(const QString&)> icon)> makeStatusItem;
+};
+
+/// The adapters of the desktop that the program was built for; called once, on the main thread, after the
+/// application object exists.
+[[nodiscard]] Platform makePlatform();
+
+/// The settings that must be made before the application object exists; called once, first thing in `main`.
+void preparePlatform();
+
+}  // namespace nimbrel

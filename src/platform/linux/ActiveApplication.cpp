@@ -1,0 +1,55 @@
+#include "platform/linux/ActiveApplication.h"
+
+#include <algorithm>
+
+namespace nimbrel {
+namespace {
+
+constexpr std::uint32_t kMaxPropertyWords = 256;
+
+xcb_get_property_cookie_t ask(xcb_connection_t* connection, xcb_window_t window, xcb_atom_t property) {
+  return xcb_get_property(connection, 0, window, property, XCB_GET_PROPERTY_TYPE_ANY, 0, kMaxPropertyWords);
+}
+
+QByteArray take(xcb_connection_t* connection, xcb_get_property_cookie_t cookie) {
+  xcb_generic_error_t* error = nullptr;
+  const XcbPointer<xcb_get_property_reply_t> reply(xcb_get_property_reply(connection, cookie, &error));
+  const XcbPointer<xcb_generic_error_t> owned(error);
+  if (!reply) return {};
+  return {static_cast<const char*>(xcb_get_property_value(reply.get())), xcb_get_property_value_length(reply.get())};
+}
+
+std::uint32_t cardinal(const QByteArray& bytes) {
+  std::uint32_t value = 0;
+  if (bytes.size() >= static_cast<qsizetype>(sizeof value)) std::copy_n(bytes.constData(), sizeof value, reinterpret_cast<char*>(&value));
+  return value;
+}
+
+}  // namespace
+
+xcb_window_t ActiveApplication::activeWindow() {
+  const auto cookie = ask(connection_, rootWindow(connection_), atoms_.atom(QStringLiteral("_NET_ACTIVE_WINDOW")));
+  return cardinal(take(connection_, cookie));
+}
+
+std::optional<RunningApplication> ActiveApplication::current() {
+  const xcb_window_t window = activeWindow();
+  if (window == XCB_WINDOW_NONE) return std::nullopt;
+  return applicationOf(window);
+}
+
+std::optional<RunningApplication> ActiveApplication::applicationOf(xcb_window_t window) {
+  const auto classCookie = ask(connection_, window, XCB_ATOM_WM_CLASS);
+  const auto idCookie = ask(connection_, window, atoms_.atom(QStringLiteral("_GTK_APPLICATION_ID")));
+  const auto pidCookie = ask(connection_, window, atoms_.atom(QStringLiteral("_NET_WM_PID")));
+  // WM_CLASS holds two strings, each with a NUL at its end: the instance and the class.
+  const QList<QByteArray> windowClass = take(connection_, classCookie).split('\0');
+  const QByteArray applicationId = take(connection_, idCookie).split('\0').first();
+  const std::uint32_t processId = cardinal(take(connection_, pidCookie));
+  const QString className = QString::fromUtf8(windowClass.value(1));
+  if (className.isEmpty() && applicationId.isEmpty()) return std::nullopt;
+  const DesktopEntry entry = entries_.find(QString::fromUtf8(applicationId), className);
+  return RunningApplication{.identifier = entry.identifier, .name = entry.name, .processId = processId};
+}
+
+}  // namespace nimbrel

@@ -1,0 +1,65 @@
+#include <QGuiApplication>
+#include <QWidget>
+
+#include "platform/Platform.h"
+#include "platform/linux/DBusInstanceHost.h"
+#include "platform/linux/LibsecretStore.h"
+#include "platform/linux/TrayStatusItem.h"
+#include "platform/linux/UnixTerminationSignal.h"
+#include "platform/linux/X11HotKeyRegistrar.h"
+#include "platform/linux/X11KeystrokePoster.h"
+#include "platform/linux/X11PanelWindow.h"
+#include "platform/linux/X11Pasteboard.h"
+#include "platform/linux/X11Workspace.h"
+
+namespace nimbrel {
+namespace {
+
+/// What the X11 adapters share.
+struct X11Desktop {
+  DesktopEntries entries{DesktopEntries::userFolders()};
+  X11Session session;
+};
+
+class XtestTrust final : public AccessibilityTrust {
+ public:
+  explicit XtestTrust(std::shared_ptr<X11Desktop> desktop) : desktop_(std::move(desktop)) {}
+
+  [[nodiscard]] bool isTrusted() const override { return isXtestUsable(desktop_->session); }
+  /// X11 has neither a dialog nor a setting for this.
+  void request() override {}
+
+ private:
+  std::shared_ptr<X11Desktop> desktop_;
+};
+
+}  // namespace
+
+void preparePlatform() {
+  // The panel, the hot keys and the pasteboard speak X11, also on desktops where Qt would choose Wayland.
+  if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "xcb");
+}
+
+Platform makePlatform() {
+  auto desktop = std::make_shared<X11Desktop>();
+  auto pasteboard = std::make_unique<X11Pasteboard>(desktop->entries);
+  Platform platform;
+  platform.foundation = desktop;
+  platform.instance = std::make_unique<DBusInstanceHost>();
+  platform.termination = std::make_unique<UnixTerminationSignal>();
+  platform.secrets = std::make_unique<LibsecretStore>();
+  platform.workspace = std::make_unique<X11Workspace>(desktop->session, desktop->entries);
+  platform.hotKeys = std::make_unique<X11HotKeyRegistrar>(desktop->session);
+  platform.keystrokes = std::make_unique<X11KeystrokePoster>(desktop->session, desktop->entries, *pasteboard);
+  platform.accessibility = std::make_unique<XtestTrust>(desktop);
+  platform.pasteboard = std::move(pasteboard);
+  platform.makePanelWindow = [desktop](QWidget& widget) {
+    return std::make_unique<X11PanelWindow>(widget, desktop->session);
+  };
+  platform.makeStatusItem = [](std::function<QIcon(const QString&)> icon) {
+    return std::make_unique<TrayStatusItem>(std::move(icon));
+  };
+  return platform;
+}
+
+}  // namespace nimbrel

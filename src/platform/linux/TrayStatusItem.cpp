@@ -1,0 +1,20 @@
+#include "platform/linux/TrayStatusItem.h"
+
+namespace nimbrel {
+
+TrayStatusItem::TrayStatusItem(std::function<QIcon(const QString&)> icon) : icon_(std::move(icon)) {}
+
+void TrayStatusItem::show(const StatusItemState& state) {
+  tray_.setIcon(icon_(state.symbol));
+  tray_.setToolTip(state.description);
+  tray_.show();
+}
+
+void TrayStatusItem::setActivationHandler(std::function<void()> handler) {
+  QObject::connect(&tray_, &QSystemTrayIcon::activated, &tray_,
+                   [handler = std::move(handler)](QSystemTrayIcon::ActivationReason reason) {
+                     if (reason != QSystemTrayIcon::Context) handler();
+                   });
+}
+
+}  // namespace nimbrel

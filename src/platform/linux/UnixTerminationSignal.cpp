@@ -1,0 +1,55 @@
+#include "platform/linux/UnixTerminationSignal.h"
+
+#include <fcntl.h>
+#include <signal.h>
+#include <unistd.h>
+
+#include <array>
+#include <atomic>
+
+namespace nimbrel {
+namespace {
+
+constexpr std::array kSignals{SIGTERM, SIGINT, SIGHUP};
+
+// A signal handler has no other way to reach an object than through something with static life.
+std::atomic<int> pipeEnd = -1;
+
+void writeToPipe(int) {
+  const char byte = 1;
+  [[maybe_unused]] const auto written = write(pipeEnd, &byte, 1);
+}
+
+void setSignalAction(void (*action)(int)) {
+  struct sigaction change {};
+  change.sa_handler = action;
+  change.sa_flags = SA_RESTART;
+  for (const int number : kSignals)
+    sigaction(number, &change, nullptr);
+}
+
+}  // namespace
+
+UnixTerminationSignal::UnixTerminationSignal() {
+  std::array<int, 2> ends{};
+  if (pipe2(ends.data(), O_NONBLOCK | O_CLOEXEC) != 0) return;
+  pipeEnd = ends[1];
+  notifier_ = std::make_unique<QSocketNotifier>(ends[0], QSocketNotifier::Read);
+  QObject::connect(notifier_.get(), &QSocketNotifier::activated, notifier_.get(), [this] { readSignals(); });
+  setSignalAction(writeToPipe);
+}
+
+UnixTerminationSignal::~UnixTerminationSignal() {
+  if (!notifier_) return;
+  setSignalAction(SIG_DFL);
+  close(static_cast<int>(notifier_->socket()));
+  close(pipeEnd.exchange(-1));
+}
+
+void UnixTerminationSignal::readSignals() {
+  std::array<char, 16> bytes{};
+  [[maybe_unused]] const auto count = read(static_cast<int>(notifier_->socket()), bytes.data(), bytes.size());
+  if (handler_) handler_();
+}
+
+}  // namespace nimbrel

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <QtGlobal>
+#include <optional>
+
+namespace nimbrel {
+
+/// The X key code at the position of a macOS virtual key code; nothing for keys that PC keyboards lack. X key codes
+/// are the kernel's plus 8, and number positions, not letters.
+[[nodiscard]] std::optional<quint8> x11KeyCode(quint32 virtualKeyCode);
+
+}  // namespace nimbrel

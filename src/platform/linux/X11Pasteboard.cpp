@@ -1,0 +1,108 @@
+#include "platform/linux/X11Pasteboard.h"
+
+#include <sys/eventfd.h>
+#include <unistd.h>
+
+#include <utility>
+
+#include "platform/linux/X11PasteboardWorker.h"
+
+namespace nimbrel {
+namespace {
+
+using namespace std::chrono_literals;
+
+/// How long a write waits for the X server to confirm it. The server answers in well under a millisecond; one that
+/// is held up by somebody must not hold up the main thread.
+constexpr auto kWriteTimeout = 12ms;
+
+}  // namespace
+
+X11Pasteboard::X11Pasteboard(DesktopEntries& entries, const QByteArray& display)
+    : entries_(entries), wakeDescriptor_(eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC)) {
+  auto worker = std::make_shared<Worker>(*this, display);
+  shared_.connected = worker->isConnected();
+  if (shared_.connected) thread_ = std::thread([worker = std::move(worker)] { worker->run(); });
+}
+
+X11Pasteboard::~X11Pasteboard() {
+  {
+    const std::lock_guard lock(shared_.mutex);
+    shared_.stopping = true;
+  }
+  wakeWorker();
+  if (thread_.joinable()) thread_.join();
+  close(wakeDescriptor_);
+}
+
+void X11Pasteboard::setReadPolicy(const PasteboardReadPolicy& policy) {
+  const std::lock_guard lock(shared_.mutex);
+  shared_.policy = policy;
+}
+
+qint64 X11Pasteboard::changeCount() const {
+  const std::lock_guard lock(shared_.mutex);
+  return shared_.changeCount;
+}
+
+QList<PasteboardSnapshot> X11Pasteboard::changesAfter(qint64 count) {
+  std::deque<PasteboardSnapshot> ready;
+  {
+    const std::lock_guard lock(shared_.mutex);
+    ready = std::exchange(shared_.ready, {});
+    shared_.readyBytes = 0;
+  }
+  QList<PasteboardSnapshot> changes;
+  for (PasteboardSnapshot& snapshot : ready) {
+    if (snapshot.changeCount > count) changes.append(std::move(snapshot));
+  }
+  return changes;
+}
+
+std::optional<QString> X11Pasteboard::currentText() const {
+  const std::lock_guard lock(shared_.mutex);
+  return shared_.text;
+}
+
+std::optional<qint64> X11Pasteboard::write(const PasteboardContent& content) {
+  std::unique_lock lock(shared_.mutex);
+  if (!shared_.connected) return std::nullopt;
+  const qint64 count = ++shared_.changeCount;
+  shared_.text = content.text;
+  shared_.pendingWrite = content;
+  wakeWorker();
+  shared_.written.wait_for(lock, kWriteTimeout);
+  return count;
+}
+
+std::optional<qint64> X11Pasteboard::clearIfUnchanged(qint64 count) {
+  const std::lock_guard lock(shared_.mutex);
+  if (!shared_.connected || shared_.changeCount != count) return std::nullopt;
+  const qint64 cleared = ++shared_.changeCount;
+  shared_.text.reset();
+  shared_.pendingClear = true;
+  wakeWorker();
+  return cleared;
+}
+
+void X11Pasteboard::setChangeHandler(std::function<void()> handler) { handler_ = std::move(handler); }
+
+void X11Pasteboard::offerAsPrimary() {
+  std::unique_lock lock(shared_.mutex);
+  if (!shared_.connected) return;
+  shared_.pendingPrimary = true;
+  wakeWorker();
+  shared_.written.wait_for(lock, kWriteTimeout);
+}
+
+void X11Pasteboard::wakeWorker() {
+  const std::uint64_t one = 1;
+  [[maybe_unused]] const auto written = ::write(wakeDescriptor_, &one, sizeof one);
+}
+
+void X11Pasteboard::announce() {
+  QMetaObject::invokeMethod(
+      &context_, [this] { if (handler_) handler_(); }, Qt::QueuedConnection);
+}
+
+}  // namespace nimbrel

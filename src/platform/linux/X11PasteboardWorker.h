@@ -1,0 +1,70 @@
+#pragma once
+
+#include <chrono>
+#include <memory>
+#include <optional>
+
+#include "platform/linux/ActiveApplication.h"
+#include "platform/linux/SelectionRead.h"
+#include "platform/linux/SelectionServer.h"
+#include "platform/linux/X11Pasteboard.h"
+#include "platform/linux/Xcb.h"
+
+namespace nimbrel {
+
+/// The pasteboard's thread: waits for X events, for the main thread's wishes and for deadlines, and for nothing else.
+class X11Pasteboard::Worker final {
+ public:
+  Worker(X11Pasteboard& owner, const QByteArray& display);
+
+  /// Whether the X server has been reached and can report selection changes.
+  [[nodiscard]] bool isConnected() const { return connected_; }
+
+  /// Runs until the owner asks for the end or the connection breaks.
+  void run();
+
+ private:
+  using TimePoint = std::chrono::steady_clock::time_point;
+
+  /// A change that the program makes itself; it waits for the X server's time.
+  struct OwnChange {
+    bool clipboard = false;
+    bool primary = false;
+  };
+
+  [[nodiscard]] bool prepare();
+  void readInitialContent();
+  void waitForWork();
+  void takeWishes();
+  void dispatch(const xcb_generic_event_t& event);
+  void ownerChanged(const xcb_generic_event_t& event);
+  void beginRead(xcb_timestamp_t time);
+  void settleRead();
+  void publish(PasteboardSnapshot snapshot);
+  void askServerTime();
+  void applyOwnChange(xcb_timestamp_t time);
+  void clearSelection();
+  /// What was lent to PRIMARY for one paste goes when the pasteboard moves on.
+  void withdrawPrimary();
+  [[nodiscard]] std::optional<TimePoint> nextDeadline() const;
+
+  X11Pasteboard& owner_;
+  XcbConnection connection_;
+  AtomTable atoms_;
+  SelectionServer clipboard_;
+  SelectionServer primary_;
+  ActiveApplication activeApplication_;
+  bool connected_ = false;
+  int selectionEvent_ = 0;
+  xcb_window_t window_ = XCB_WINDOW_NONE;
+  std::unique_ptr<SelectionRead> read_;
+  std::optional<RunningApplication> frontAtChange_;
+  /// The read looks at what was there before the program started, which is no change.
+  bool readingInitial_ = false;
+  xcb_timestamp_t ownerTime_ = XCB_CURRENT_TIME;
+  PasteboardContent content_;
+  OwnChange ownChange_;
+  bool contentIsOurs_ = false;
+};
+
+}  // namespace nimbrel

@@ -1,0 +1,70 @@
+#pragma once
+
+#include <QObject>
+#include <QSocketNotifier>
+#include <functional>
+#include <memory>
+#include <utility>
+#include <vector>
+
+#include "platform/linux/AtomTable.h"
+#include "platform/linux/Xcb.h"
+
+namespace nimbrel {
+
+/// The main thread's own X connection, beside Qt's, for hot keys, focus and keystrokes. Asks the X server only, never
+/// another client.
+class X11Session final : public QObject {
+ public:
+  using EventHandler = std::function<void(const xcb_generic_event_t&)>;
+
+  /// `display` as in the DISPLAY variable, or empty for that variable's own value.
+  explicit X11Session(const QByteArray& display = {});
+  ~X11Session() override;
+
+  [[nodiscard]] bool isConnected() const { return connected_; }
+  [[nodiscard]] xcb_connection_t* connection() const { return connection_.get(); }
+  [[nodiscard]] xcb_window_t root() const { return root_; }
+  [[nodiscard]] AtomTable& atoms() { return atoms_; }
+
+  /// Events go to every handler, in the order of their coming; `owner` ends the handler's life with its own.
+  void addEventHandler(QObject* owner, EventHandler handler);
+
+  /// Takes the reply that `fetch` gets from the connection. Events that the library read meanwhile are delivered
+  /// soon after, which the socket alone would not cause.
+  template <typename Reply, typename Cookie>
+  XcbPointer<Reply> reply(Reply* (*fetch)(xcb_connection_t*, Cookie, xcb_generic_error_t**), Cookie cookie) {
+    xcb_generic_error_t* error = nullptr;
+    XcbPointer<Reply> taken(fetch(connection_.get(), cookie, &error));
+    const XcbPointer<xcb_generic_error_t> owned(error);
+    deliverSoon();
+    return taken;
+  }
+
+  /// Waits for the X server to say whether a checked request succeeded.
+  [[nodiscard]] bool succeeded(xcb_void_cookie_t cookie);
+
+  /// The window that has the keyboard.
+  [[nodiscard]] xcb_window_t focusWindow();
+
+  void flush() { xcb_flush(connection_.get()); }
+
+ private:
+  struct Handler {
+    QObject* owner;
+    EventHandler handle;
+  };
+
+  void deliver();
+  void deliverSoon();
+
+  XcbConnection connection_;
+  bool connected_;
+  xcb_window_t root_ = XCB_WINDOW_NONE;
+  AtomTable atoms_;
+  std::vector<Handler> handlers_;
+  std::unique_ptr<QSocketNotifier> notifier_;
+  bool deliveryQueued_ = false;
+};
+
+}  // namespace nimbrel

@@ -1,0 +1,352 @@
+#include "storage/ClipDatabase.h"
+
+#include <sqlite3.h>
+
+#include <QFile>
+#include <algorithm>
+
+#include "capture/model/Log.h"
+#include "storage/ClipRows.h"
+
+namespace nimbrel {
+namespace {
+
+constexpr int kSchemaVersion = 2;
+constexpr QFile::Permissions kOwnerOnly = QFile::ReadOwner | QFile::WriteOwner;
+
+constexpr const char* kSchema =
+    "CREATE TABLE IF NOT EXISTS clips(\n"
+    "    id         TEXT PRIMARY KEY NOT NULL,\n"
+    "    date       REAL NOT NULL,\n"
+    "    pinned     INTEGER NOT NULL DEFAULT 0,\n"
+    "    image_file TEXT,\n"
+    "    image_hash TEXT,\n"
+    "    expires_at REAL,\n"
+    "    sensitive  INTEGER,\n"
+    "    payload    BLOB NOT NULL\n"
+    ");\n"
+    "CREATE INDEX IF NOT EXISTS clips_date ON clips(date DESC);\n"
+    "CREATE INDEX IF NOT EXISTS clips_image_hash ON clips(image_hash)\n"
+    "    WHERE image_hash IS NOT NULL;";
+
+constexpr const char* kUpsert =
+    "INSERT INTO clips(id, date, pinned, image_file, image_hash, expires_at, sensitive, payload, rich_file)\n"
+    "VALUES(?, ?, ?, ?, ?, ?, ?, ?, ?)\n"
+    "ON CONFLICT(id) DO UPDATE SET\n"
+    "    date = excluded.date, pinned = excluded.pinned,\n"
+    "    image_file = excluded.image_file, image_hash = excluded.image_hash,\n"
+    "    expires_at = excluded.expires_at, sensitive = excluded.sensitive,\n"
+    "    payload = excluded.payload, rich_file = excluded.rich_file";
+
+constexpr const char* kLoad =
+    "SELECT id, date, pinned, image_file, image_hash, expires_at, sensitive, payload, rich_file\n"
+    "FROM clips ORDER BY date DESC";
+
+constexpr const char* kCannotOpen = "No se pudo abrir la base de datos (el historial no se guardará)";
+constexpr const char* kCannotSave = "No se pudo guardar";
+
+/// How often a checkpoint after a deletion is tried again while another connection reads the log.
+constexpr int kTraceAttempts = 50;
+
+void migrate(SQLiteConnection& disk, std::int64_t version) {
+  if (version < 1) {
+    SQLTransaction transaction(disk);
+    disk.execute(kSchema);
+    disk.execute("PRAGMA user_version = 1");
+    transaction.commit();
+  }
+  if (version < 2) {
+    SQLTransaction transaction(disk);
+    disk.execute("ALTER TABLE clips ADD COLUMN rich_file TEXT");
+    disk.execute("PRAGMA user_version = 2");
+    transaction.commit();
+  }
+}
+
+/// Makes a missing file before SQLite would, so that it is never readable for others, not even for a moment; the
+/// log beside it inherits the mode.
+void createPrivately(const QString& path) {
+  QFile file(path);
+  static_cast<void>(file.open(QIODevice::WriteOnly | QIODevice::NewOnly, kOwnerOnly));
+}
+
+std::unique_ptr<SQLiteConnection> openAndMigrate(const QString& path) {
+  createPrivately(path);
+  auto disk = std::make_unique<SQLiteConnection>(QFile::encodeName(path));
+  // Asked before anything that writes, so that a file that is not ours to change stays byte for byte as it is.
+  const std::int64_t found = disk->integer("PRAGMA user_version");
+  if (found > kSchemaVersion) {
+    disk->keepLogOnClose();
+    throw SQLError(SQLITE_ERROR, QStringLiteral("la escribió una versión más reciente de Nimbrel (esquema %1)").arg(found));
+  }
+  disk->execute("PRAGMA auto_vacuum = FULL");
+  disk->execute("PRAGMA journal_mode = WAL");
+  disk->execute("PRAGMA synchronous = NORMAL");
+  disk->execute("PRAGMA secure_delete = ON");
+  migrate(*disk, found);
+  QFile::setPermissions(path, kOwnerOnly);
+  return disk;
+}
+
+void insertBody(SQLiteConnection& index, const IndexedClip& clip) {
+  if (const auto& body = clip.body())
+    index.run("INSERT INTO fts(id, body) VALUES(?, ?)", {sqlText(clipIdText(clip.clip.id)), SQLText{*body}});
+}
+
+/// Deletes one row per id, all or none.
+void deleteById(SQLiteConnection& connection, const char* sql, const QList<QUuid>& ids) {
+  SQLTransaction transaction(connection);
+  for (const QUuid& id : ids)
+    connection.run(sql, {sqlText(clipIdText(id))});
+  transaction.commit();
+}
+
+/// The terms as FTS5 phrases side by side, which it reads as AND.
+QByteArray matchExpression(const QList<QByteArray>& terms) {
+  QByteArray expression;
+  for (QByteArray term : terms) {
+    if (!expression.isEmpty()) expression += ' ';
+    expression += '"' + term.replace('"', "\"\"") + '"';
+  }
+  return expression;
+}
+
+}  // namespace
+
+ClipDatabase::ClipDatabase(const QString& path, HistoryCipher& cipher)
+    : url_(path),
+      cipher_(cipher),
+      diskQueue_(QStringLiteral("Nimbrel.db.disk"), SerialQueue::Priority::utility),
+      indexQueue_(QStringLiteral("Nimbrel.db.index"), SerialQueue::Priority::userInitiated) {
+  diskQueue_.runAndWait([this] { openDisk(); });
+  indexQueue_.runAndWait([this] { openIndex(); });
+}
+
+ClipDatabase::~ClipDatabase() = default;
+
+void ClipDatabase::openDisk() {
+  try {
+    disk_ = openAndMigrate(url_);
+  } catch (const SQLError& error) {
+    logFailure(kCannotOpen, error.description());
+  }
+}
+
+void ClipDatabase::openIndex() {
+  try {
+    auto index = std::make_unique<SQLiteConnection>(":memory:");
+    index->execute("CREATE VIRTUAL TABLE fts USING fts5(id UNINDEXED, body, tokenize = 'trigram')");
+    index_ = std::move(index);
+  } catch (const SQLError& error) {
+    logFailure("No se pudo crear el índice de búsqueda (se buscará sin índice)", error.description());
+  }
+}
+
+LoadedHistory ClipDatabase::loadAll() {
+  return diskQueue_.runAndWait([this] {
+    LoadedHistory loaded;
+    if (!disk_) return loaded;
+    try {
+      disk_->run(kLoad, {}, [&](sqlite3_stmt* row) {
+        if (auto clip = clipOf(row, cipher_))
+          loaded.clips.append(std::make_shared<const IndexedClip>(std::move(*clip)));
+        else
+          ++loaded.unreadableCount;
+      });
+    } catch (const SQLError& error) {
+      logFailure("No se pudo leer el historial", error.description());
+    }
+    return loaded;
+  });
+}
+
+qint64 ClipDatabase::count() {
+  return diskQueue_.runAndWait([this]() -> qint64 {
+    if (!disk_) return 0;
+    try {
+      return disk_->integer("SELECT COUNT(*) FROM clips");
+    } catch (const SQLError&) {
+      return 0;
+    }
+  });
+}
+
+void ClipDatabase::save(const ClipRef& clip) {
+  diskQueue_.post([this, clip] {
+    if (!disk_) return;
+    const auto row = rowOf(clip->clip, cipher_);
+    if (!row) {
+      logFailure(kCannotSave, QStringLiteral("no se pudo cifrar"));
+      return;
+    }
+    try {
+      disk_->run(kUpsert, *row);
+    } catch (const SQLError& error) {
+      logFailure(kCannotSave, error.description());
+    }
+  });
+  index(clip);
+}
+
+bool ClipDatabase::saveMany(const QList<ClipItem>& clips) {
+  return diskQueue_.runAndWait([&] {
+    if (!disk_) return false;
+    try {
+      SQLTransaction transaction(*disk_);
+      for (const ClipItem& clip : clips) {
+        const auto row = rowOf(clip, cipher_);
+        if (!row) throw SQLError(SQLITE_ERROR, QStringLiteral("no se pudo cifrar"));
+        disk_->run(kUpsert, *row);
+      }
+      transaction.commit();
+      return true;
+    } catch (const SQLError& error) {
+      logFailure("No se pudo migrar el historial", error.description());
+      return false;
+    }
+  });
+}
+
+void ClipDatabase::update(const ClipItem& clip) {
+  std::vector<SQLValue> values{
+      unixSeconds(clip.date), sqlBool(clip.pinned),
+      clip.expiresAt ? SQLValue{unixSeconds(*clip.expiresAt)} : SQLValue{SQLNull{}}, sqlText(clipIdText(clip.id))};
+  diskQueue_.post([this, values = std::move(values)] {
+    if (!disk_) return;
+    try {
+      disk_->run("UPDATE clips SET date = ?, pinned = ?, expires_at = ? WHERE id = ?", values);
+    } catch (const SQLError& error) {
+      logFailure("No se pudo actualizar", error.description());
+    }
+  });
+}
+
+void ClipDatabase::remove(const QList<QUuid>& ids, Traces traces) {
+  if (ids.isEmpty()) return;
+  diskQueue_.post([this, ids, traces] {
+    if (!disk_) return;
+    try {
+      deleteById(*disk_, "DELETE FROM clips WHERE id = ?", ids);
+      if (traces == Traces::erase) eraseTraces(kTraceAttempts);
+    } catch (const SQLError& error) {
+      logFailure("No se pudo borrar", error.description());
+    }
+  });
+  indexQueue_.post([this, ids] {
+    if (!index_) return;
+    try {
+      deleteById(*index_, "DELETE FROM fts WHERE id = ?", ids);
+    } catch (const SQLError& error) {
+      logFailure("No se pudo actualizar el índice", error.description());
+    }
+  });
+}
+
+void ClipDatabase::eraseTraces(int attemptsLeft) {
+  bool busy = false;
+  disk_->run("PRAGMA wal_checkpoint(TRUNCATE)", {}, [&](sqlite3_stmt* row) { busy = sqlite3_column_int(row, 0) != 0; });
+  // Each attempt already waits as long as the busy timeout; queueing the next one lets other work pass.
+  if (busy && attemptsLeft > 0) {
+    diskQueue_.post([this, attemptsLeft] {
+      try {
+        eraseTraces(attemptsLeft - 1);
+      } catch (const SQLError& error) {
+        logFailure("No se pudo borrar", error.description());
+      }
+    });
+  }
+}
+
+void ClipDatabase::index(const ClipRef& clip) {
+  indexQueue_.post([this, clip] {
+    if (!index_) return;
+    try {
+      SQLTransaction transaction(*index_);
+      index_->run("DELETE FROM fts WHERE id = ?", {sqlText(clipIdText(clip->clip.id))});
+      insertBody(*index_, *clip);
+      transaction.commit();
+    } catch (const SQLError& error) {
+      logFailure("No se pudo indexar", error.description());
+    }
+  });
+}
+
+void ClipDatabase::rebuildIndex(const QList<ClipRef>& clips) {
+  ++pendingRebuilds_;
+  indexQueue_.post([this, clips] {
+    if (index_) {
+      try {
+        SQLTransaction transaction(*index_);
+        index_->execute("DELETE FROM fts");
+        for (const ClipRef& clip : clips)
+          insertBody(*index_, *clip);
+        transaction.commit();
+      } catch (const SQLError& error) {
+        logFailure("No se pudo reconstruir el índice", error.description());
+      }
+    }
+    --pendingRebuilds_;
+  });
+}
+
+std::optional<QSet<QUuid>> ClipDatabase::search(const QList<QByteArray>& terms) {
+  if (terms.isEmpty() || pendingRebuilds_ > 0) return std::nullopt;
+  return indexQueue_.runAndWait([&]() -> std::optional<QSet<QUuid>> {
+    if (!index_) return std::nullopt;
+    try {
+      QSet<QUuid> ids;
+      index_->run("SELECT id FROM fts WHERE fts MATCH ?", {SQLText{matchExpression(terms)}}, [&](sqlite3_stmt* row) {
+        const auto* const text = reinterpret_cast<const char*>(sqlite3_column_text(row, 0));
+        if (const auto id = clipIdFromText(QString::fromLatin1(text))) ids.insert(*id);
+      });
+      return ids;
+    } catch (const SQLError& error) {
+      logFailure("Búsqueda fallida", error.description());
+      return std::nullopt;
+    }
+  });
+}
+
+std::optional<QSet<QString>> ClipDatabase::referencedImageFiles() {
+  return referencedFiles("SELECT image_file FROM clips WHERE image_file IS NOT NULL",
+                         "No se pudieron leer las imágenes referenciadas");
+}
+
+std::optional<QSet<QString>> ClipDatabase::referencedRichFiles() {
+  return referencedFiles("SELECT rich_file FROM clips WHERE rich_file IS NOT NULL",
+                         "No se pudieron leer los archivos de formato referenciados");
+}
+
+std::optional<QSet<QString>> ClipDatabase::referencedFiles(const char* sql, const char* message) {
+  return diskQueue_.runAndWait([&]() -> std::optional<QSet<QString>> {
+    if (!disk_) return std::nullopt;
+    try {
+      QSet<QString> names;
+      disk_->run(sql, {}, [&](sqlite3_stmt* row) {
+        names.insert(QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(row, 0))));
+      });
+      return names;
+    } catch (const SQLError& error) {
+      logFailure(message, error.description());
+      return std::nullopt;
+    }
+  });
+}
+
+void ClipDatabase::checkpoint() {
+  diskQueue_.runAndWait([this] {
+    if (!disk_) return;
+    try {
+      disk_->execute("PRAGMA wal_checkpoint(TRUNCATE)");
+    } catch (const SQLError&) {
+      // The next start folds the log in; there is nothing to tell.
+    }
+  });
+}
+
+void ClipDatabase::flush() {
+  diskQueue_.runAndWait([] {});
+  indexQueue_.runAndWait([] {});
+}
+
+}  // namespace nimbrel
