@@ -56,6 +56,9 @@ class ClipboardStore final : public QObject {
   /// could be written.
   bool copyToPasteboard(const ClipItem& clip, bool plainOnly);
 
+  /// The plain text on the pasteboard, as far as it has been read.
+  [[nodiscard]] std::optional<QString> pasteboardText() const { return parts_.pasteboard.currentText(); }
+
   /// Records a text received from another device; a blank one is ignored.
   void addRemoteText(const QString& text, RemoteDeviceType device);
 

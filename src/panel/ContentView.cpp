@@ -41,7 +41,7 @@ ContentView::ContentView(ClipboardStore& store, const Clock& clock, QWidget* par
     : QWidget(parent),
       store_(store),
       model_(new ClipListModel(store, this)),
-      search_(new SearchField(this)),
+      search_(new SearchField([&store] { return store.pasteboardText(); }, this)),
       list_(new ClipListView(this)),
       hint_(new HintLine(this)) {
   buildLayout(clock);

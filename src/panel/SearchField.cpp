@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QEvent>
+#include <QKeyEvent>
 #include <QPainter>
 #include <QToolButton>
 
@@ -14,10 +15,13 @@ namespace {
 constexpr int kHeight = 30;
 constexpr int kSymbolSize = 16;
 constexpr int kMargin = 9;
+/// Nobody searches for more; a pasted novel must not become a query.
+constexpr int kMaxQueryLength = 1000;
 
 }  // namespace
 
-SearchField::SearchField(QWidget* parent) : QLineEdit(parent), clear_(new QToolButton(this)) {
+SearchField::SearchField(PasteboardText pasteboardText, QWidget* parent)
+    : QLineEdit(parent), pasteboardText_(std::move(pasteboardText)), clear_(new QToolButton(this)) {
   setObjectName(QStringLiteral("searchField"));
   setFrame(false);
   setFixedHeight(kHeight);
@@ -26,6 +30,9 @@ SearchField::SearchField(QWidget* parent) : QLineEdit(parent), clear_(new QToolB
   setPlaceholderText(QCoreApplication::translate("ContentView", "Buscar…"));
   setAccessibleName(QCoreApplication::translate("ContentView", "Buscar en el historial"));
   setAttribute(Qt::WA_MacShowFocusRect, false);
+  setContextMenuPolicy(Qt::NoContextMenu);
+  setAcceptDrops(false);
+  setMaxLength(kMaxQueryLength);
   clear_->setObjectName(QStringLiteral("clearSearch"));
   clear_->setAutoRaise(true);
   clear_->setFocusPolicy(Qt::NoFocus);
@@ -54,6 +61,20 @@ void SearchField::applyTheme() {
 void SearchField::changeEvent(QEvent* event) {
   QLineEdit::changeEvent(event);
   if (event->type() == QEvent::PaletteChange && clear_) applyTheme();
+}
+
+void SearchField::keyPressEvent(QKeyEvent* event) {
+  if (event->matches(QKeySequence::Paste)) return pasteText();
+  QLineEdit::keyPressEvent(event);
+}
+
+void SearchField::mouseReleaseEvent(QMouseEvent* event) {
+  if (event->button() == Qt::MiddleButton) return;
+  QLineEdit::mouseReleaseEvent(event);
+}
+
+void SearchField::pasteText() {
+  if (const auto text = pasteboardText_()) insert(text->left(kMaxQueryLength).simplified());
 }
 
 void SearchField::resizeEvent(QResizeEvent* event) {

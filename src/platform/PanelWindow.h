@@ -13,7 +13,7 @@ class PanelWindow {
   virtual ~PanelWindow() = default;
 
   /// Whether translucent parts of the widget let the desktop show through.
-  [[nodiscard]] virtual bool blendsWithDesktop() const = 0;
+  [[nodiscard]] virtual bool blendsWithDesktop() = 0;
 
   /// Shows the widget where it is and gives it the keyboard, remembering who had it.
   virtual void present() = 0;

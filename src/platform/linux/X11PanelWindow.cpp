@@ -7,6 +7,8 @@
 #include <QGuiApplication>
 #include <QWidget>
 
+#include "platform/linux/X11Keyboard.h"
+
 namespace nimbrel {
 namespace {
 
@@ -14,22 +16,44 @@ using namespace std::chrono_literals;
 
 constexpr auto kFocusCheckInterval = 5ms;
 constexpr auto kFocusTimeout = 300ms;
+/// Another program may hold the keyboard for a moment, as menus and hot keys do.
+constexpr auto kGrabRetryInterval = 10ms;
+constexpr int kGrabAttempts = 10;
+constexpr auto kGrabIdleTimeout = 30s;
 
 /// Buttons 4 to 7 are the wheel.
 bool isClick(std::uint32_t button) { return button < 4 || button > 7; }
 
+xcb_connection_t* qtConnection() {
+  auto* const x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+  return x11 ? x11->connection() : nullptr;
+}
+
 }  // namespace
 
-X11PanelWindow::X11PanelWindow(QWidget& widget, X11Session& session) : widget_(widget), session_(session) {
+X11PanelWindow::X11PanelWindow(QWidget& widget, X11Session& session)
+    : widget_(widget), session_(session), qt_(qtConnection()) {
   widget_.setWindowFlags(Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint |
                          Qt::X11BypassWindowManagerHint);
-  widget_.installEventFilter(this);
+  qApp->installEventFilter(this);
+  qApp->installNativeEventFilter(this);
   focusTimer_.setInterval(kFocusCheckInterval);
   connect(&focusTimer_, &QTimer::timeout, this, &X11PanelWindow::checkFocus);
+  idleTimer_.setSingleShot(true);
+  idleTimer_.setInterval(kGrabIdleTimeout);
+  connect(&idleTimer_, &QTimer::timeout, this, &X11PanelWindow::borrowFocus);
   if (!session_.isConnected()) return;
+  superMask_ = X11Keyboard(session_).modifiers().super;
   session_.addEventHandler(this, [this](const xcb_generic_event_t& event) { handle(event); });
   watchClicks();
 }
+
+X11PanelWindow::~X11PanelWindow() {
+  qApp->removeNativeEventFilter(this);
+  qApp->removeEventFilter(this);
+}
+
+xcb_window_t X11PanelWindow::window() const { return static_cast<xcb_window_t>(widget_.winId()); }
 
 void X11PanelWindow::watchClicks() {
   const auto* const extension = xcb_get_extension_data(session_.connection(), &xcb_input_id);
@@ -45,7 +69,7 @@ void X11PanelWindow::watchClicks() {
   session_.flush();
 }
 
-bool X11PanelWindow::blendsWithDesktop() const {
+bool X11PanelWindow::blendsWithDesktop() {
   if (!session_.isConnected()) return false;
   // A compositing manager owns this selection (Extended Window Manager Hints).
   const auto owner = session_.reply(
@@ -56,25 +80,72 @@ bool X11PanelWindow::blendsWithDesktop() const {
 
 void X11PanelWindow::present() {
   const auto focus = session_.reply(xcb_get_input_focus_reply, xcb_get_input_focus(session_.connection()));
-  const bool wasOurs = focus && focus->focus == widget_.winId();
-  if (focus && !wasOurs) {
+  if (focus && focus->focus != window()) {
     previousFocus_ = focus->focus;
     previousRevertTo_ = focus->revert_to;
   }
   presented_ = true;
   widget_.show();
   widget_.raise();
-  // On Qt's own connection, so that the window is mapped by the time the server reads this.
-  auto* const x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-  if (!x11) return;
-  xcb_set_input_focus(x11->connection(), XCB_INPUT_FOCUS_PARENT, static_cast<xcb_window_t>(widget_.winId()),
-                      XCB_CURRENT_TIME);
-  xcb_flush(x11->connection());
+  if (!qt_) return;
+  // The hot key that brought us here still holds the keyboard, until its key is released.
+  xcb_ungrab_keyboard(session_.connection(), XCB_CURRENT_TIME);
+  session_.flush();
+  takeKeyboard(kGrabAttempts);
+}
+
+void X11PanelWindow::takeKeyboard(int attemptsLeft) {
+  if (!presented_ || loan_ == Loan::focus) return;
+  if (grabKeyboard()) {
+    loan_ = Loan::keyboard;
+    idleTimer_.start();
+    pretendFocus(true);
+    return;
+  }
+  if (attemptsLeft <= 1) return borrowFocus();
+  QTimer::singleShot(kGrabRetryInterval, this, [this, attemptsLeft] { takeKeyboard(attemptsLeft - 1); });
+}
+
+bool X11PanelWindow::grabKeyboard() {
+  const auto cookie =
+      xcb_grab_keyboard(qt_, 0, window(), XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+  const XcbPointer<xcb_grab_keyboard_reply_t> reply(xcb_grab_keyboard_reply(qt_, cookie, nullptr));
+  return reply && reply->status == XCB_GRAB_STATUS_SUCCESS;
+}
+
+void X11PanelWindow::borrowFocus() {
+  if (!presented_ || !qt_) return;
+  const bool hadGrab = std::exchange(loan_, Loan::focus) == Loan::keyboard;
+  // On Qt's connection, so that the window is mapped by the time the server reads this.
+  xcb_set_input_focus(qt_, XCB_INPUT_FOCUS_PARENT, window(), XCB_CURRENT_TIME);
+  if (hadGrab) xcb_ungrab_keyboard(qt_, XCB_CURRENT_TIME);
+  xcb_flush(qt_);
+}
+
+void X11PanelWindow::pretendFocus(bool focused) {
+  // Qt gives keys, dead keys and input methods to the window that it believes has the focus.
+  union {
+    xcb_focus_in_event_t focus;
+    char wire[32];
+  } event{};
+  event.focus.response_type = focused ? XCB_FOCUS_IN : XCB_FOCUS_OUT;
+  event.focus.event = window();
+  event.focus.detail = XCB_NOTIFY_DETAIL_NONLINEAR;
+  event.focus.mode = XCB_NOTIFY_MODE_NORMAL;
+  xcb_send_event(qt_, 0, window(), XCB_EVENT_MASK_NO_EVENT, event.wire);
+  xcb_flush(qt_);
 }
 
 void X11PanelWindow::dismiss(bool returnFocus) {
   presented_ = false;
-  if (returnFocus && session_.focusWindow() == widget_.winId()) {
+  idleTimer_.stop();
+  const Loan loan = std::exchange(loan_, Loan::none);
+  if (loan == Loan::keyboard) {
+    pretendFocus(false);
+    xcb_ungrab_keyboard(qt_, XCB_CURRENT_TIME);
+    xcb_flush(qt_);
+  }
+  if (loan == Loan::focus && returnFocus && session_.focusWindow() == window()) {
     // Before the window goes, so that the focus is never nobody's.
     xcb_set_input_focus(session_.connection(), previousRevertTo_, previousFocus_, XCB_CURRENT_TIME);
     session_.flush();
@@ -98,6 +169,7 @@ void X11PanelWindow::checkFocus() {
 
 bool X11PanelWindow::focusIsBack() {
   constexpr int kMaxDepth = 8;
+  if (presented_) return false;
   xcb_window_t window = session_.focusWindow();
   if (window == previousFocus_) return true;
   // Some programs put the focus on a window inside their own as soon as they get it.
@@ -111,8 +183,26 @@ bool X11PanelWindow::focusIsBack() {
 }
 
 bool X11PanelWindow::eventFilter(QObject* watched, QEvent* event) {
-  if (watched == &widget_ && event->type() == QEvent::WindowDeactivate) resign();
+  if (watched == &widget_ && event->type() == QEvent::WindowDeactivate && loan_ == Loan::focus) resign();
+  // A menu of the panel grabs the keyboard for itself and lets go of it when it closes.
+  const bool menuClosed = event->type() == QEvent::Hide && watched != &widget_ && watched->isWidgetType() &&
+                          static_cast<QWidget*>(watched)->windowType() == Qt::Popup;
+  if (menuClosed && loan_ == Loan::keyboard)
+    QMetaObject::invokeMethod(this, [this] { takeKeyboard(kGrabAttempts); }, Qt::QueuedConnection);
   return QObject::eventFilter(watched, event);
+}
+
+bool X11PanelWindow::nativeEventFilter(const QByteArray& type, void* message, qintptr*) {
+  if (!presented_ || type != "xcb_generic_event_t") return false;
+  const auto& event = *static_cast<const xcb_generic_event_t*>(message);
+  const int kind = eventType(event);
+  if (kind != XCB_KEY_PRESS && kind != XCB_KEY_RELEASE) return false;
+  const auto& key = eventAs<xcb_key_press_event_t>(event);
+  if (key.event != window() || loan_ != Loan::keyboard) return false;
+  idleTimer_.start();
+  // While the keyboard is grabbed here, the hot keys are not told of their keys by the server.
+  session_.distribute(event);
+  return (key.state & superMask_) != 0;
 }
 
 void X11PanelWindow::handle(const xcb_generic_event_t& event) {

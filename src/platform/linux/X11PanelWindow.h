@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QAbstractNativeEventFilter>
 #include <QObject>
 #include <QTimer>
 
@@ -8,14 +9,19 @@
 
 namespace nimbrel {
 
-/// A window that the window manager does not manage: the application in front stays the active one, while the input
-/// focus, and with it the keyboard, is borrowed and given back.
-class X11PanelWindow final : public QObject, public PanelWindow {
+/// A window that the window manager does not manage, with the keyboard grabbed, as menus do it: input focus and
+/// active window stay where they are, so the application in front keeps looking active, and giving the keyboard back
+/// is letting go of it.
+///
+/// Where the keyboard cannot be grabbed, and after half a minute without a key, so that a screen lock finds the
+/// keyboard free, the panel borrows the input focus instead and gives it back to the same window.
+class X11PanelWindow final : public QObject, public PanelWindow, private QAbstractNativeEventFilter {
  public:
   /// Both must outlive this.
   X11PanelWindow(QWidget& widget, X11Session& session);
+  ~X11PanelWindow() override;
 
-  [[nodiscard]] bool blendsWithDesktop() const override;
+  [[nodiscard]] bool blendsWithDesktop() override;
   void present() override;
   void dismiss(bool returnFocus) override;
   void whenFocusReturned(std::function<void(bool)> done) override;
@@ -24,22 +30,35 @@ class X11PanelWindow final : public QObject, public PanelWindow {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  enum class Loan { none, keyboard, focus };
+
+  bool nativeEventFilter(const QByteArray& type, void* message, qintptr* result) override;
+  void takeKeyboard(int attemptsLeft);
+  [[nodiscard]] bool grabKeyboard();
+  void borrowFocus();
+  void pretendFocus(bool focused);
   void watchClicks();
   void handle(const xcb_generic_event_t& event);
   void resign();
   void checkFocus();
   [[nodiscard]] bool focusIsBack();
+  [[nodiscard]] xcb_window_t window() const;
 
   QWidget& widget_;
   X11Session& session_;
+  /// Qt's own connection, which sees the window's requests and events in order.
+  xcb_connection_t* qt_ = nullptr;
   int inputExtension_ = -1;
   bool presented_ = false;
+  Loan loan_ = Loan::none;
+  std::uint16_t superMask_ = XCB_MOD_MASK_4;
   xcb_window_t previousFocus_ = XCB_WINDOW_NONE;
   std::uint8_t previousRevertTo_ = XCB_INPUT_FOCUS_PARENT;
   std::function<void()> resignHandler_;
   std::function<void(bool)> focusHandler_;
   QTimer focusTimer_;
   int focusChecksLeft_ = 0;
+  QTimer idleTimer_;
 };
 
 }  // namespace nimbrel

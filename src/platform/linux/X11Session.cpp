@@ -34,13 +34,16 @@ xcb_window_t X11Session::focusWindow() {
 
 void X11Session::deliver() {
   deliveryQueued_ = false;
-  while (const XcbPointer<xcb_generic_event_t> event{xcb_poll_for_event(connection_.get())}) {
-    // A copy: a handler may bring about the end of another.
-    const auto handlers = handlers_;
-    for (const Handler& handler : handlers)
-      handler.handle(*event);
-  }
+  while (const XcbPointer<xcb_generic_event_t> event{xcb_poll_for_event(connection_.get())})
+    distribute(*event);
   if (xcb_connection_has_error(connection_.get())) notifier_->setEnabled(false);
+}
+
+void X11Session::distribute(const xcb_generic_event_t& event) {
+  // A copy: a handler may bring about the end of another.
+  const auto handlers = handlers_;
+  for (const Handler& handler : handlers)
+    handler.handle(event);
 }
 
 void X11Session::deliverSoon() {

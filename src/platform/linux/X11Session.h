@@ -30,6 +30,9 @@ class X11Session final : public QObject {
   /// Events go to every handler, in the order of their coming; `owner` ends the handler's life with its own.
   void addEventHandler(QObject* owner, EventHandler handler);
 
+  /// Gives every handler an event that came to the program by another connection.
+  void distribute(const xcb_generic_event_t& event);
+
   /// Takes the reply that `fetch` gets from the connection. Events that the library read meanwhile are delivered
   /// soon after, which the socket alone would not cause.
   template <typename Reply, typename Cookie>
