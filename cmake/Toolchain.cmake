@@ -14,10 +14,12 @@ endif()
 add_library(nimbrel_options INTERFACE)
 target_compile_options(nimbrel_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor
   -Woverloaded-virtual -Wimplicit-fallthrough -Wformat=2
+  # Left-out members of an aggregate have their defaults.
+  -Wno-missing-field-initializers
   # GCC 12 sees uninitialised members in every moved-from std::variant.
   $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
 target_compile_definitions(nimbrel_options INTERFACE QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII
-  QT_NO_CAST_TO_ASCII QT_NO_FOREACH QT_USE_QSTRINGBUILDER)
+  QT_NO_CAST_TO_ASCII QT_NO_FOREACH)
 if(NIMBREL_WERROR)
   target_compile_options(nimbrel_options INTERFACE -Werror)
 endif()

@@ -2,13 +2,10 @@
 
 #include <QTextBoundaryFinder>
 #include <algorithm>
+#include <array>
 
 namespace nimbrel {
 namespace {
-
-bool isAscii(QStringView text) {
-  return std::all_of(text.begin(), text.end(), [](QChar c) { return c.unicode() < 0x80; });
-}
 
 bool isPlain(QStringView text) {
   // One UTF-16 unit is one character unless something combines; below U+0300 only CR LF does.
@@ -46,13 +43,49 @@ bool isCombiningMark(char32_t codePoint) {
   return category == QChar::Mark_NonSpacing || category == QChar::Mark_Enclosing;
 }
 
-QByteArray foldedAscii(QStringView text) {
-  QByteArray folded(text.size(), Qt::Uninitialized);
-  std::transform(text.begin(), text.end(), folded.begin(), [](QChar c) {
-    const char byte = static_cast<char>(c.unicode());
-    if (byte >= 'A' && byte <= 'Z') return static_cast<char>(byte + ('a' - 'A'));
-    return byte == '\0' ? ' ' : byte;
-  });
+/// The long way: whole texts, since what a mark does depends on its neighbours.
+QByteArray foldedByDecomposition(QStringView text) {
+  const QString decomposed = text.toString().normalized(QString::NormalizationForm_D);
+  QString stripped;
+  stripped.reserve(decomposed.size());
+  for (qsizetype i = 0; i < decomposed.size(); ++i) {
+    const QChar unit = decomposed[i];
+    const bool pair = unit.isHighSurrogate() && i + 1 < decomposed.size() && decomposed[i + 1].isLowSurrogate();
+    const char32_t codePoint = pair ? QChar::surrogateToUcs4(unit, decomposed[i + 1]) : unit.unicode();
+    if (!isCombiningMark(codePoint)) {
+      stripped += codePoint == 0 ? QChar(u' ') : unit;
+      if (pair) stripped += decomposed[i + 1];
+    }
+    if (pair) ++i;
+  }
+  // Folding can decompose once more (U+0130 folds to i and a dot above), hence the marks go last again.
+  QString folded = stripped.toCaseFolded();
+  folded.removeIf([](QChar c) { return isCombiningMark(c.unicode()); });
+  return folded.toUtf8();
+}
+
+/// The first code point that combines with what stands before it.
+constexpr char16_t kFirstCombining = 0x300;
+
+/// The folded form of every unit below it. Without combining marks around, each stands for itself.
+const std::array<QByteArray, kFirstCombining>& foldTable() {
+  static const auto table = [] {
+    std::array<QByteArray, kFirstCombining> made;
+    for (char16_t unit = 0; unit < kFirstCombining; ++unit) {
+      const QChar letter(unit);
+      made.at(unit) = foldedByDecomposition(QStringView(&letter, 1));
+    }
+    return made;
+  }();
+  return table;
+}
+
+QByteArray foldedByTable(QStringView text) {
+  const auto& table = foldTable();
+  QByteArray folded;
+  folded.reserve(text.size() + text.size() / 8);
+  for (const QChar letter : text)
+    folded += table[letter.unicode()];
   return folded;
 }
 
@@ -75,24 +108,8 @@ QStringView firstCharacters(QStringView text, qsizetype count) {
 }
 
 QByteArray foldedText(QStringView text) {
-  if (isAscii(text)) return foldedAscii(text);
-  const QString decomposed = text.toString().normalized(QString::NormalizationForm_D);
-  QString stripped;
-  stripped.reserve(decomposed.size());
-  for (qsizetype i = 0; i < decomposed.size(); ++i) {
-    const QChar unit = decomposed[i];
-    const bool pair = unit.isHighSurrogate() && i + 1 < decomposed.size() && decomposed[i + 1].isLowSurrogate();
-    const char32_t codePoint = pair ? QChar::surrogateToUcs4(unit, decomposed[i + 1]) : unit.unicode();
-    if (!isCombiningMark(codePoint)) {
-      stripped += codePoint == 0 ? QChar(u' ') : unit;
-      if (pair) stripped += decomposed[i + 1];
-    }
-    if (pair) ++i;
-  }
-  // Folding can decompose once more (U+0130 folds to i and a dot above), hence the marks go last again.
-  QString folded = stripped.toCaseFolded();
-  folded.removeIf([](QChar c) { return isCombiningMark(c.unicode()); });
-  return folded.toUtf8();
+  const bool simple = std::all_of(text.begin(), text.end(), [](QChar c) { return c.unicode() < kFirstCombining; });
+  return simple ? foldedByTable(text) : foldedByDecomposition(text);
 }
 
 QList<QByteArray> searchTerms(const QByteArray& foldedQuery) {

@@ -1,0 +1,169 @@
+#pragma once
+
+#include <QByteArray>
+#include <QHash>
+#include <QList>
+#include <QSet>
+#include <QString>
+#include <optional>
+
+#include "capture/CaptureServices.h"
+#include "platform/AccessibilityTrust.h"
+#include "platform/Clock.h"
+#include "platform/HotKeyRegistrar.h"
+#include "platform/KeystrokePoster.h"
+#include "platform/PanelWindow.h"
+#include "platform/Pasteboard.h"
+#include "platform/SecretStore.h"
+#include "platform/StatusItem.h"
+#include "platform/Workspace.h"
+#include "storage/RandomSource.h"
+
+/// The ports without a desktop: they do what they are told and remember what they were asked.
+namespace nimbrel::testing {
+
+class ManualClock final : public Clock {
+ public:
+  [[nodiscard]] std::chrono::system_clock::time_point now() const override { return wall; }
+  [[nodiscard]] std::chrono::steady_clock::time_point steadyNow() const override { return steady; }
+  void advance(std::chrono::milliseconds time) {
+    wall += time;
+    steady += time;
+  }
+
+  // 2026-03-14 15:09:26 UTC, to the half second, which a double holds exactly.
+  std::chrono::system_clock::time_point wall{std::chrono::milliseconds(1773500966500)};
+  std::chrono::steady_clock::time_point steady{std::chrono::hours(1)};
+};
+
+/// A pasteboard that other programs "copy" to with `copy`.
+class FakePasteboard final : public Pasteboard {
+ public:
+  void setReadPolicy(const PasteboardReadPolicy& given) override { policy = given; }
+  [[nodiscard]] qint64 changeCount() const override { return count; }
+  [[nodiscard]] QList<PasteboardSnapshot> changesAfter(qint64 after) override;
+  [[nodiscard]] std::optional<QString> currentText() const override { return text; }
+  std::optional<qint64> write(const PasteboardContent& content) override;
+  std::optional<qint64> clearIfUnchanged(qint64 expected) override;
+  void setChangeHandler(std::function<void()> given) override { handler = std::move(given); }
+
+  /// Somebody else's change; the store hears of it at its next tick.
+  void copy(PasteboardSnapshot snapshot);
+  void copyText(const QString& copied);
+
+  PasteboardReadPolicy policy;
+  qint64 count = 0;
+  std::optional<QString> text;
+  QList<PasteboardSnapshot> ready;
+  QList<PasteboardContent> writes;
+  int clears = 0;
+  bool failWrites = false;
+  std::function<void()> handler;
+};
+
+class FakeWorkspace final : public Workspace {
+ public:
+  [[nodiscard]] std::optional<RunningApplication> frontmostApplication() const override { return front; }
+  std::optional<RunningApplication> front;
+};
+
+class FakeHotKeyRegistrar final : public HotKeyRegistrar {
+ public:
+  struct Combo {
+    quint32 keyCode;
+    quint32 modifiers;
+    bool operator==(const Combo&) const = default;
+  };
+
+  [[nodiscard]] bool registerHotKey(quint32 id, quint32 keyCode, quint32 modifiers) override;
+  void unregisterHotKey(quint32 id) override { registered.remove(id); }
+  void setPressHandler(std::function<void(quint32)> given) override { handler = std::move(given); }
+
+  /// Combinations that another program holds.
+  QList<Combo> taken;
+  QHash<quint32, Combo> registered;
+  std::function<void(quint32)> handler;
+};
+
+class FakeKeystrokePoster final : public KeystrokePoster {
+ public:
+  void postPaste() override { ++pastes; }
+  int pastes = 0;
+};
+
+class FakeAccessibilityTrust final : public AccessibilityTrust {
+ public:
+  [[nodiscard]] bool isTrusted() const override { return trusted; }
+  void request() override { ++requests; }
+  bool trusted = true;
+  int requests = 0;
+};
+
+class FakeSecretStore final : public SecretStore {
+ public:
+  [[nodiscard]] SecretLookup find(const SecretItem& item) override;
+  [[nodiscard]] int add(const SecretItem& item, const QByteArray& secret) override;
+
+  QHash<QString, QByteArray> secrets;
+  /// Not 0: looking up, respectively adding, fails with this.
+  int findStatus = 0;
+  int addStatus = 0;
+  int finds = 0;
+  int adds = 0;
+};
+
+class FailingRandom final : public RandomSource {
+ public:
+  [[nodiscard]] std::optional<QByteArray> bytes(int) override { return std::nullopt; }
+};
+
+/// A window that is shown as an ordinary one; the focus comes back when the test says so.
+class FakePanelWindow final : public PanelWindow {
+ public:
+  explicit FakePanelWindow(QWidget& widget) : widget_(widget) {}
+
+  [[nodiscard]] bool blendsWithDesktop() override { return false; }
+  void present() override;
+  void dismiss(bool returnFocus) override;
+  void whenFocusReturned(std::function<void(bool)> done) override { focusHandler = std::move(done); }
+  void setResignHandler(std::function<void()> handler) override { resign = std::move(handler); }
+
+  std::function<void()> resign;
+  std::function<void(bool)> focusHandler;
+  QList<bool> dismissals;
+
+ private:
+  QWidget& widget_;
+};
+
+/// Grades by exact text.
+class FakeTextGrader final : public TextGrader {
+ public:
+  [[nodiscard]] SensitivityLevel classify(const QString& text, const std::optional<QString>& sourceBundleID,
+                                          bool detectCodes) const override;
+  QHash<QString, SensitivityLevel> grades;
+  mutable std::optional<QString> lastSource;
+  mutable bool lastDetectCodes = false;
+};
+
+/// Keeps files in memory.
+class FakeSideFiles final : public SideFiles {
+ public:
+  void storeImage(const QByteArray& data, std::function<void(std::optional<StoredImage>)> done) override;
+  [[nodiscard]] std::optional<QString> storeRich(const RichContent& content) override;
+  [[nodiscard]] std::optional<QByteArray> loadImage(const QString& file) override;
+  [[nodiscard]] std::optional<QByteArray> loadRich(const QString& file) override;
+  void removeFilesOf(const ClipItem& clip) override;
+
+  QHash<QString, QByteArray> images;
+  QHash<QString, QByteArray> rich;
+  QList<QUuid> removedFilesOf;
+};
+
+class FakeImageTextQueue final : public ImageTextQueue {
+ public:
+  void enqueue(const ClipItem& clip) override { queued.append(clip.id); }
+  QList<QUuid> queued;
+};
+
+}  // namespace nimbrel::testing

@@ -1,0 +1,124 @@
+#include <gmock/gmock.h>
+
+#include "support/StoreFixture.h"
+
+namespace nimbrel {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+class Search : public testing::StoreFixture {
+ protected:
+  /// The texts of the clips found, in history order.
+  QStringList found(const QString& query) {
+    database().flush();
+    const QSet<QUuid> ids = store().search(query);
+    QStringList texts;
+    for (qsizetype row = 0; row < store().items().size(); ++row) {
+      if (ids.contains(clip(row).id)) texts.append(clip(row).text);
+    }
+    return texts;
+  }
+  void copySecret(const QString& text) {
+    grader.grades.insert(text, SensitivityLevel::hard);
+    copyText(text);
+  }
+};
+
+TEST_F(Search, FindsTermsWhateverTheirCaseAndAccents) {
+  launch();
+  copyText(u"Canción de cuna"_s);
+  copyText(u"otra cosa"_s);
+  for (const QString& query : {u"cancion"_s, u"CANCIÓN"_s, u"cuna canción"_s, u"  CuNa  "_s, u"ion de"_s})
+    EXPECT_EQ(found(query), QStringList{u"Canción de cuna"_s}) << query.toStdString();
+  EXPECT_EQ(found(u"canción cosa"_s), QStringList());
+}
+
+TEST_F(Search, MatchesShortTermsInMemory) {
+  launch();
+  copyText(u"Año"_s);
+  copyText(u"ab"_s);
+  EXPECT_EQ(found(u"añ"_s), QStringList{u"Año"_s});
+  EXPECT_EQ(found(u"B"_s), QStringList{u"ab"_s});
+}
+
+TEST_F(Search, OfShortTermsNeverConsultsTheIndex) {
+  launch();
+  copyText(u"abc"_s);
+  database().flush();
+  // The index is emptied behind the store's back: what is still found was found in memory.
+  database().rebuildIndex({});
+  EXPECT_EQ(found(u"ab"_s), QStringList{u"abc"_s});
+  EXPECT_EQ(found(u"abc"_s), QStringList());
+}
+
+TEST_F(Search, CombinesLongAndShortTerms) {
+  launch();
+  copyText(u"palabra xy"_s);
+  copyText(u"palabra z"_s);
+  EXPECT_EQ(found(u"palabra xy"_s), QStringList{u"palabra xy"_s});
+}
+
+TEST_F(Search, NeverFindsASensitiveClipByEitherRoad) {
+  launch();
+  copySecret(u"secreto ab"_s);
+  copyText(u"abierto secreto"_s);
+  EXPECT_EQ(found(u"secreto"_s), QStringList{u"abierto secreto"_s});
+  EXPECT_EQ(found(u"ab"_s), QStringList{u"abierto secreto"_s});
+  EXPECT_EQ(found(u"secreto ab"_s), QStringList{u"abierto secreto"_s});
+  EXPECT_EQ(found(u""_s), QStringList{u"abierto secreto"_s});
+}
+
+TEST_F(Search, WorksInMemoryWhileTheIndexIsBeingBuilt) {
+  launch();
+  copyText(u"palabra"_s);
+  quit();
+  launch();
+  // No flush: whether the rebuild is done or not, the answer is the same.
+  EXPECT_EQ(store().search(u"palabra"_s).size(), 1);
+}
+
+TEST_F(Search, AnswersTheSameQuestionFromItsCacheUntilTheHistoryChanges) {
+  launch();
+  copyText(u"palabra uno"_s);
+  EXPECT_EQ(found(u"palabra"_s).size(), 1);
+  const QSet<QUuid>* const first = &store().search(u"palabra"_s);
+  database().rebuildIndex({});
+  EXPECT_EQ(found(u"palabra"_s).size(), 1);
+  EXPECT_EQ(first, &store().search(u"palabra"_s));
+  copyText(u"nada"_s);
+  EXPECT_EQ(found(u"palabra"_s).size(), 0);
+}
+
+TEST_F(Search, FindsRecognisedText) {
+  {
+    HistoryCipher cipher(secrets, random);
+    ClipDatabase before(path(u"brevin.sqlite"_s), cipher);
+    ClipItem image = testing::textClip(QString());
+    image.imageFile = u"A.png"_s;
+    image.ocrText = u"Factura número 7"_s;
+    ASSERT_TRUE(before.saveMany({image}));
+  }
+  launch();
+  EXPECT_EQ(found(u"numero"_s).size(), 1);
+  EXPECT_EQ(found(u"7"_s).size(), 1);
+}
+
+TEST_F(Search, SeesOnlyTheFirstFiftyThousandCharacters) {
+  launch();
+  copyText(QString(50'000, u'a') + u"zzz"_s);
+  EXPECT_EQ(found(u"zzz"_s), QStringList());
+  EXPECT_EQ(found(u"zz"_s), QStringList());
+  EXPECT_EQ(found(u"aaa"_s).size(), 1);
+}
+
+TEST_F(Search, TreatsQuotesAsText) {
+  launch();
+  copyText(u"di \"hola\" ya"_s);
+  EXPECT_EQ(found(u"\"hola\""_s).size(), 1);
+  EXPECT_EQ(found(u"\"\""_s).size(), 0);
+  EXPECT_TRUE(log.lines().isEmpty());
+}
+
+}  // namespace
+}  // namespace nimbrel
