@@ -20,9 +20,8 @@ constexpr auto kWriteTimeout = 12ms;
 
 X11Pasteboard::X11Pasteboard(DesktopEntries& entries, const QByteArray& display)
     : entries_(entries), wakeDescriptor_(eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC)) {
-  auto worker = std::make_shared<Worker>(*this, display);
-  shared_.connected = worker->isConnected();
-  if (shared_.connected) thread_ = std::thread([worker = std::move(worker)] { worker->run(); });
+  worker_ = std::make_unique<Worker>(*this, display);
+  shared_.connected = worker_->isConnected();
 }
 
 X11Pasteboard::~X11Pasteboard() {
@@ -38,6 +37,8 @@ X11Pasteboard::~X11Pasteboard() {
 void X11Pasteboard::setReadPolicy(const PasteboardReadPolicy& policy) {
   const std::lock_guard lock(shared_.mutex);
   shared_.policy = policy;
+  // Nothing can be read before it is known what to read.
+  if (shared_.connected && !thread_.joinable()) thread_ = std::thread([this] { worker_->run(); });
 }
 
 qint64 X11Pasteboard::changeCount() const {

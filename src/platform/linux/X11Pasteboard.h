@@ -62,6 +62,7 @@ class X11Pasteboard final : public Pasteboard {
   std::function<void()> handler_;
   QObject context_;
   int wakeDescriptor_ = -1;
+  std::unique_ptr<Worker> worker_;
   std::thread thread_;
 };
 

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <gmock/gmock.h>
+
+#include <QTest>
+#include <memory>
+
+#include "capture/CaptureDecision.h"
+#include "integration/clients/SelectionOwner.h"
+#include "integration/clients/SelectionRequestor.h"
+#include "platform/linux/X11Pasteboard.h"
+#include "support/LogRecorder.h"
+
+namespace nimbrel::testing {
+
+/// The real pasteboard on a real X server.
+class X11PasteboardFixture : public ::testing::Test {
+ protected:
+  X11PasteboardFixture() {
+    pasteboard.setReadPolicy(captureReadPolicy(AppSettings{}));
+    pasteboard.setChangeHandler([this] { collect(); });
+  }
+
+  void collect() {
+    seen += pasteboard.changesAfter(last);
+    last = pasteboard.changeCount();
+  }
+  /// Waits until a text has been captured.
+  [[nodiscard]] bool captured(const QString& text) {
+    return QTest::qWaitFor([&] {
+      collect();
+      return std::any_of(seen.begin(), seen.end(), [&](const PasteboardSnapshot& snapshot) { return snapshot.text == text; });
+    });
+  }
+  /// Waits until so many changes have been seen.
+  [[nodiscard]] bool sawChanges(qsizetype count, int patience = 5000) {
+    return QTest::qWaitFor(
+        [&] {
+          collect();
+          return seen.size() >= count;
+        },
+        patience);
+  }
+  std::unique_ptr<SelectionOwner> copy(const QByteArray& utf8, Manners manners = Manners::honest) {
+    return std::make_unique<SelectionOwner>(textContent(utf8), manners);
+  }
+
+  LogRecorder log;
+  DesktopEntries entries{{}};
+  X11Pasteboard pasteboard{entries};
+  SelectionRequestor requestor;
+  qint64 last = 0;
+  QList<PasteboardSnapshot> seen;
+};
+
+}  // namespace nimbrel::testing
