@@ -1,0 +1,251 @@
+#!/usr/bin/env python3
+"""From a copy in one program to a paste in another, on a real desktop: e2e_test.py NIMBREL QT_ENTRY"""
+import os
+import pathlib
+import subprocess
+import sys
+import tempfile
+import time
+import unittest
+
+import desktop
+from desktop import active, focused, key, run, type_text, until
+
+NIMBREL, QT_ENTRY = sys.argv[1:3]
+
+
+class Client:
+    """A program with a text field, in front of all others."""
+
+    def __init__(self, command, window):
+        before = set(desktop.windows(*window))
+        self.process = subprocess.Popen(command, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True)
+        found = until(lambda: set(desktop.windows(*window)) - before, f"the window of {command[0]}")
+        self.window = max(found)
+        run("xdotool", "windowactivate", "--sync", str(self.window), check=False)
+        until(lambda: f"{self.window:#x}" in active(), f"{command[0]} to be active")
+        until(lambda: focused() > 1, f"{command[0]} to have the keyboard")
+
+    def close(self):
+        self.process.kill()
+        self.process.wait()
+        self.process.stdout.close()
+
+
+class EndToEnd(unittest.TestCase):
+    def setUp(self):
+        self.folder = tempfile.TemporaryDirectory()
+        self.path = pathlib.Path(self.folder.name)
+        self.nimbrel = desktop.Nimbrel(NIMBREL, self.path / "data")
+        self.clients = []
+        self.addCleanup(self.clean_up)
+        self.nimbrel.start()
+
+    def clean_up(self):
+        for client in self.clients:
+            client.close()
+        if self.nimbrel.process.poll() is None:
+            self.nimbrel.quit()
+        self.folder.cleanup()
+
+    def open(self, command, *window):
+        client = Client(command, window)
+        self.clients.append(client)
+        return client
+
+    def terminal(self, *command):
+        """A terminal in which a program writes its input to a file."""
+        output = self.path / "terminal.txt"
+        return output, self.open([*command, f"sh -c 'cat > {output}'"], "--class", command[0])
+
+    def read(self, output):
+        return output.read_text() if output.exists() else ""
+
+    def paste(self, search=None):
+        """Opens the panel, searches and presses Return; gives the focus that must come back."""
+        before = focused()
+        self.nimbrel.show()
+        if search:
+            type_text(search)
+        key("Return")
+        until(lambda: not self.nimbrel.panel(), "the panel to go")
+        until(lambda: focused() == before, "the focus to come back")
+
+    def expect_in_terminal(self, output, text):
+        # The line reaches the file when it is complete; Return is pressed until the paste has arrived.
+        def arrived():
+            key("Return")
+            return text in self.read(output)
+        until(arrived, f"{text!r} in the terminal")
+
+    # Pasting
+
+    def test_pastes_into_xterm(self):
+        self.nimbrel.copied("uno")
+        self.nimbrel.copied("canción de cuna")
+        output, _ = self.terminal("xterm", "-e")
+        self.paste("uno")
+        self.expect_in_terminal(output, "uno")
+        self.paste("cuna")
+        self.expect_in_terminal(output, "canción de cuna")
+
+    def test_pastes_into_a_vte_terminal(self):
+        self.nimbrel.copied("canción de cuna")
+        output, _ = self.terminal("lxterminal", "-e")
+        self.paste()
+        self.expect_in_terminal(output, "canción de cuna")
+
+    def test_pastes_into_a_gtk_text_field(self):
+        self.nimbrel.copied("canción de cuna")
+        client = self.open(["zenity", "--entry", "--title=gtk-entry"], "--name", "^gtk-entry$")
+        self.paste()
+        self.finish_field(client, "canción de cuna")
+
+    def test_pastes_into_a_qt_text_field(self):
+        self.nimbrel.copied("canción de cuna")
+        client = self.open([QT_ENTRY], "--name", "^qt-entry$")
+        self.paste()
+        self.finish_field(client, "canción de cuna")
+
+    def finish_field(self, client, text):
+        # The keystroke follows the panel's going by 60 ms; a field that is confirmed earlier would be empty.
+        time.sleep(0.5)
+        key("Return")
+        self.assertEqual(client.process.communicate(timeout=desktop.PATIENCE)[0].strip(), text)
+
+    def test_held_modifiers_do_not_leak_into_the_paste(self):
+        self.nimbrel.copied("canción de cuna")
+        client = self.open([QT_ENTRY], "--name", "^qt-entry$")
+        self.nimbrel.show()
+        # Held from before Return until after the paste; Shift-Return and the like do nothing in the panel.
+        run("xdotool", "key", "Return", "keydown", "Shift_L", "keydown", "Alt_L")
+        until(lambda: not self.nimbrel.panel(), "the panel to go")
+        time.sleep(0.5)
+        run("xdotool", "keyup", "Alt_L", "keyup", "Shift_L")
+        self.finish_field(client, "canción de cuna")
+
+    def test_pastes_a_numbered_clip_directly(self):
+        for text in ("tres", "dos", "uno"):
+            self.nimbrel.copied(text)
+        client = self.open([QT_ENTRY], "--name", "^qt-entry$")
+        self.nimbrel.show()
+        key("ctrl+2")
+        until(lambda: not self.nimbrel.panel(), "the panel to go")
+        self.finish_field(client, "dos")
+
+    def test_sends_nothing_when_the_window_is_gone(self):
+        self.nimbrel.copied("secreto")
+        output, other = self.terminal("xterm", "-e")
+        victim = self.open([QT_ENTRY], "--name", "^qt-entry$")
+        self.nimbrel.show()
+        victim.close()
+        key("Return")
+        until(lambda: not self.nimbrel.panel(), "the panel to go")
+        time.sleep(0.6)
+        run("xdotool", "windowactivate", "--sync", str(other.window), check=False)
+        key("x", "Return")
+        until(lambda: "x" in self.read(output), "the terminal's own input")
+        self.assertNotIn("secreto", self.read(output))
+        self.assertEqual(run("xclip", "-selection", "clipboard", "-o"), "secreto")
+
+    # The panel
+
+    def test_the_application_in_front_stays_active(self):
+        self.terminal("xterm", "-e")
+        before = (active(), focused())
+        self.nimbrel.show()
+        self.assertEqual((active(), focused()), before)
+        self.nimbrel.hide()
+        self.assertEqual((active(), focused()), before)
+
+    def test_a_click_elsewhere_hides_the_panel_and_reaches_its_window(self):
+        _, client = self.terminal("xterm", "-e")
+        run("xdotool", "mousemove", "900", "100")
+        self.nimbrel.show()
+        run("xdotool", "mousemove", "--window", str(client.window), "5", "5", "click", "1")
+        until(lambda: not self.nimbrel.panel(), "the panel to go")
+
+    def test_the_hot_key_closes_the_open_panel(self):
+        self.nimbrel.show()
+        key("shift+super+v")
+        until(lambda: not self.nimbrel.panel(), "the panel to go")
+
+    def test_dead_keys_work_in_the_search_field(self):
+        run("setxkbmap", "es")
+        try:
+            self.nimbrel.copied("otra cosa")
+            self.nimbrel.copied("¡olé!")
+            client = self.open([QT_ENTRY], "--name", "^qt-entry$")
+            self.nimbrel.show()
+            type_text("ol")
+            key("dead_acute", "e")
+            key("Return")
+            until(lambda: not self.nimbrel.panel(), "the panel to go")
+            self.finish_field(client, "¡olé!")
+        finally:
+            run("setxkbmap", "us")
+
+    # The history
+
+    def test_the_history_is_there_again_after_a_restart(self):
+        for text in ("uno", "dos", "tres"):
+            self.nimbrel.copied(text)
+        self.assertEqual(self.nimbrel.quit(), 0)
+        raw = b"".join(path.read_bytes() for path in self.nimbrel.database.parent.glob("brevin.sqlite*"))
+        self.assertNotIn(b'"text"', raw)
+        self.nimbrel.start()
+        self.assertEqual(self.nimbrel.count(), 3)
+        client = self.open([QT_ENTRY], "--name", "^qt-entry$")
+        self.paste("do")
+        self.finish_field(client, "dos")
+
+    def test_twenty_copies_survive_a_kill(self):
+        for number in range(20):
+            desktop.copy(f"copia {number}")
+            time.sleep(0.05)
+        time.sleep(0.1)
+        self.nimbrel.kill()
+        self.nimbrel.start()
+        self.assertEqual(self.nimbrel.count(), 20)
+
+    def test_a_kill_in_the_middle_of_a_burst_never_costs_the_database(self):
+        for round_number in range(5):
+            for number in range(10 + round_number):
+                desktop.copy(f"ráfaga {round_number} {number}")
+            self.nimbrel.kill()
+            before = self.nimbrel.count()
+            self.nimbrel.start()
+            self.assertGreaterEqual(self.nimbrel.count(), before)
+
+    def test_no_copy_of_a_hundred_quick_ones_is_lost(self):
+        for number in range(100):
+            desktop.copy(f"copia {number}")
+            time.sleep(0.01)
+        until(lambda: self.nimbrel.count() == 100, "a hundred clips")
+
+    def test_what_a_password_manager_copies_is_not_kept(self):
+        manager = self.open(["xterm", "-class", "KeePassXC"], "--class", "KeePassXC")
+        desktop.copy("contraseña")
+        self.clients.pop().close()
+        until(lambda: f"{manager.window:#x}" not in active(), "something else to be active")
+        self.nimbrel.copied("después")
+        self.assertEqual(self.nimbrel.count(), 1)
+
+    # Starting
+
+    def test_a_second_start_shows_the_panel_of_the_first(self):
+        second = subprocess.run([NIMBREL], env=self.nimbrel.environment, timeout=desktop.PATIENCE)
+        self.assertEqual(second.returncode, 0)
+        until(self.nimbrel.panel, "the panel")
+        self.nimbrel.hide()
+
+    def test_help_and_version_need_no_desktop(self):
+        environment = {name: value for name, value in os.environ.items() if name != "DISPLAY"}
+        for option, text in (("--help", "--version"), ("--version", "nimbrel ")):
+            shown = subprocess.run([NIMBREL, option], env=environment, capture_output=True, text=True)
+            self.assertEqual(shown.returncode, 0)
+            self.assertIn(text, shown.stdout)
+
+
+if __name__ == "__main__":
+    unittest.main(argv=sys.argv[:1] + sys.argv[3:], verbosity=2)
