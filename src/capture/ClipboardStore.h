@@ -2,7 +2,6 @@
 
 #include <QList>
 #include <QObject>
-#include <QSet>
 #include <QTimer>
 #include <QUuid>
 #include <functional>
@@ -49,8 +48,8 @@ class ClipboardStore final : public QObject {
   /// Grows with every change that search could see.
   [[nodiscard]] quint64 revision() const { return revision_; }
 
-  /// The ids of the clips that match a query; valid until the next call.
-  [[nodiscard]] const QSet<QUuid>& search(const QString& query) { return search_.find(query, history_, revision_); }
+  /// The clips that match a query, in history order; valid until the next call.
+  [[nodiscard]] const QList<ClipRef>& search(const QString& query) { return search_.find(query, history_, revision_); }
 
   /// Puts a clip on the pasteboard, with or without its formatting, so that capture ignores it. False when nothing
   /// could be written.

@@ -1,8 +1,7 @@
 #pragma once
 
-#include <QSet>
+#include <QList>
 #include <QString>
-#include <QUuid>
 #include <optional>
 
 #include "capture/HistoryList.h"
@@ -17,19 +16,22 @@ class HistorySearch final {
   /// The database must outlive the search.
   explicit HistorySearch(ClipDatabase& database) : database_(database) {}
 
-  /// The ids of the clips that contain every term of the query, regardless of case and diacritics; all clips that
-  /// are not sensitive for a query without terms. Answers from its cache while query and revision are the same.
-  [[nodiscard]] const QSet<QUuid>& find(const QString& query, const HistoryList& history, quint64 revision);
+  /// The clips that contain every term of the query, regardless of case and diacritics, in history order; all clips
+  /// that are not sensitive for a query without terms. Answers from its cache while query and revision are the same.
+  [[nodiscard]] const QList<ClipRef>& find(const QString& query, const HistoryList& history, quint64 revision);
 
  private:
   struct Cached {
     QString query;
     quint64 revision = 0;
-    QSet<QUuid> ids;
+    QList<ClipRef> clips;
   };
 
   ClipDatabase& database_;
   std::optional<Cached> cache_;
 };
+
+/// Whether one clip contains every term of a query, by the same rules.
+[[nodiscard]] bool matchesQuery(const IndexedClip& clip, const QString& query);
 
 }  // namespace nimbrel

@@ -41,25 +41,18 @@ void ClipListModel::setQuery(const QString& query) {
   endResetModel();
 }
 
-bool ClipListModel::isVisible(const QUuid& id) const {
-  return trimmedWhitespace(query_).isEmpty() || store_.search(query_).contains(id);
+bool ClipListModel::isVisible(const IndexedClip& clip) const {
+  return trimmedWhitespace(query_).isEmpty() || matchesQuery(clip, query_);
 }
 
 QList<ClipRef> ClipListModel::visibleClips() const {
-  const HistoryList& items = store_.items();
-  if (trimmedWhitespace(query_).isEmpty()) return items.clips();
-  const QSet<QUuid>& matching = store_.search(query_);
-  QList<ClipRef> clips;
-  clips.reserve(matching.size());
-  for (qsizetype row = 0; row < items.size() && clips.size() < matching.size(); ++row) {
-    if (matching.contains(items.at(row)->clip.id)) clips.append(items.at(row));
-  }
-  return clips;
+  if (trimmedWhitespace(query_).isEmpty()) return store_.items().clips();
+  return store_.search(query_);
 }
 
 void ClipListModel::onInserted() {
   const ClipRef clip = store_.items().at(0);
-  if (!isVisible(clip->clip.id)) return;
+  if (!isVisible(*clip)) return;
   beginInsertRows({}, 0, 0);
   rows_.prepend(clip);
   endInsertRows();

@@ -26,7 +26,7 @@ class ClipListModel final : public QAbstractListModel {
   void setQuery(const QString& query);
 
  private:
-  [[nodiscard]] bool isVisible(const QUuid& id) const;
+  [[nodiscard]] bool isVisible(const IndexedClip& clip) const;
   [[nodiscard]] QList<ClipRef> visibleClips() const;
   void onInserted();
   void onMovedToTop();

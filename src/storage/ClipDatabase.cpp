@@ -45,8 +45,11 @@ constexpr const char* kLoad =
 constexpr const char* kCannotOpen = "No se pudo abrir la base de datos (el historial no se guardará)";
 constexpr const char* kCannotSave = "No se pudo guardar";
 
+/// Each match costs the index as much as looking at several clips in memory.
+constexpr qsizetype kMaxAnswer = 500;
+
 /// How often a checkpoint after a deletion is tried again while another connection reads the log.
-constexpr int kTraceAttempts = 50;
+constexpr int kTraceAttempts = 3;
 
 void migrate(SQLiteConnection& disk, std::int64_t version) {
   if (version < 1) {
@@ -298,9 +301,11 @@ std::optional<QSet<QUuid>> ClipDatabase::search(const QList<QByteArray>& terms) 
       index_->run("SELECT id FROM fts WHERE fts MATCH ?", {SQLText{matchExpression(terms)}}, [&](sqlite3_stmt* row) {
         const auto* const text = reinterpret_cast<const char*>(sqlite3_column_text(row, 0));
         if (const auto id = clipIdFromText(QString::fromLatin1(text))) ids.insert(*id);
+        if (ids.size() > kMaxAnswer) sqlite3_interrupt(sqlite3_db_handle(row));
       });
       return ids;
     } catch (const SQLError& error) {
+      if (error.code == SQLITE_INTERRUPT) return std::nullopt;
       logFailure("Búsqueda fallida", error.description());
       return std::nullopt;
     }

@@ -73,7 +73,8 @@ class ClipDatabase final {
   void rebuildIndex(const QList<ClipRef>& clips);
 
   /// The ids of the clips whose body contains every one of the folded terms, each of three characters or more;
-  /// *waits*. Nothing when the index cannot answer.
+  /// *waits*. Nothing when the index cannot answer, and when the terms are so common that looking at every clip is
+  /// faster than listing those that match.
   [[nodiscard]] std::optional<QSet<QUuid>> search(const QList<QByteArray>& terms);
 
   /// The names of the files that rows refer to; *waits*. Nothing when they cannot be told, and then no file may be

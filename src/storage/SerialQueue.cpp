@@ -1,11 +1,11 @@
 #include "storage/SerialQueue.h"
 
+#include <QThread>
+
 namespace nimbrel {
 
-SerialQueue::SerialQueue(const QString& label, Priority priority) : thread_(QThread::create([this] { run(); })) {
-  thread_->setObjectName(label);
-  thread_->start(priority == Priority::utility ? QThread::LowPriority : QThread::NormalPriority);
-}
+SerialQueue::SerialQueue(const QString& label, Priority priority)
+    : thread_([this, label, priority] { run(label, priority); }) {}
 
 SerialQueue::~SerialQueue() {
   {
@@ -13,7 +13,7 @@ SerialQueue::~SerialQueue() {
     stopping_ = true;
   }
   wake_.notify_one();
-  thread_->wait();
+  thread_.join();
 }
 
 void SerialQueue::post(std::function<void()> task) {
@@ -24,9 +24,11 @@ void SerialQueue::post(std::function<void()> task) {
   wake_.notify_one();
 }
 
-bool SerialQueue::isCurrent() const { return QThread::currentThread() == thread_.get(); }
+bool SerialQueue::isCurrent() const { return std::this_thread::get_id() == thread_.get_id(); }
 
-void SerialQueue::run() {
+void SerialQueue::run(const QString& label, Priority priority) {
+  QThread::currentThread()->setObjectName(label);
+  QThread::currentThread()->setPriority(priority == Priority::utility ? QThread::LowPriority : QThread::NormalPriority);
   std::unique_lock lock(mutex_);
   while (true) {
     wake_.wait(lock, [this] { return stopping_ || !tasks_.empty(); });

@@ -1,13 +1,12 @@
 #pragma once
 
 #include <QString>
-#include <QThread>
 #include <condition_variable>
 #include <deque>
 #include <functional>
 #include <future>
-#include <memory>
 #include <mutex>
+#include <thread>
 
 namespace nimbrel {
 
@@ -37,13 +36,13 @@ class SerialQueue final {
 
  private:
   [[nodiscard]] bool isCurrent() const;
-  void run();
+  void run(const QString& label, Priority priority);
 
   std::mutex mutex_;
   std::condition_variable wake_;
   std::deque<std::function<void()>> tasks_;
   bool stopping_ = false;
-  std::unique_ptr<QThread> thread_;
+  std::thread thread_;
 };
 
 }  // namespace nimbrel

@@ -12,11 +12,9 @@ class Search : public testing::StoreFixture {
   /// The texts of the clips found, in history order.
   QStringList found(const QString& query) {
     database().flush();
-    const QSet<QUuid> ids = store().search(query);
     QStringList texts;
-    for (qsizetype row = 0; row < store().items().size(); ++row) {
-      if (ids.contains(clip(row).id)) texts.append(clip(row).text);
-    }
+    for (const ClipRef& clip : store().search(query))
+      texts.append(clip->clip.text);
     return texts;
   }
   void copySecret(const QString& text) {
@@ -82,7 +80,7 @@ TEST_F(Search, AnswersTheSameQuestionFromItsCacheUntilTheHistoryChanges) {
   launch();
   copyText(u"palabra uno"_s);
   EXPECT_EQ(found(u"palabra"_s).size(), 1);
-  const QSet<QUuid>* const first = &store().search(u"palabra"_s);
+  const QList<ClipRef>* const first = &store().search(u"palabra"_s);
   database().rebuildIndex({});
   EXPECT_EQ(found(u"palabra"_s).size(), 1);
   EXPECT_EQ(first, &store().search(u"palabra"_s));
@@ -110,6 +108,16 @@ TEST_F(Search, SeesOnlyTheFirstFiftyThousandCharacters) {
   EXPECT_EQ(found(u"zzz"_s), QStringList());
   EXPECT_EQ(found(u"zz"_s), QStringList());
   EXPECT_EQ(found(u"aaa"_s).size(), 1);
+}
+
+TEST_F(Search, FindsTermsTooCommonForTheIndex) {
+  settings.maxUnpinned = 3000;
+  launch();
+  for (int i = 0; i < 2500; ++i)
+    copyText(u"palabra %1"_s.arg(i));
+  EXPECT_EQ(found(u"palabra"_s).size(), 2500);
+  EXPECT_EQ(found(u"palabra"_s).first(), u"palabra 2499"_s);
+  EXPECT_TRUE(log.lines().isEmpty());
 }
 
 TEST_F(Search, TreatsQuotesAsText) {

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <memory>
 #include <vector>
 
 namespace nimbrel {
@@ -12,34 +13,34 @@ namespace {
 TEST(SerialQueue, RunsTasksInTheOrderOfTheirPosting) {
   std::vector<int> order;
   {
-    SerialQueue queue(QStringLiteral("test"), SerialQueue::Priority::utility);
+    const auto queue = std::make_unique<SerialQueue>(QStringLiteral("test"), SerialQueue::Priority::utility);
     for (int i = 0; i < 1000; ++i)
-      queue.post([&order, i] { order.push_back(i); });
+      queue->post([&order, i] { order.push_back(i); });
   }
   ASSERT_EQ(order.size(), 1000U);
   EXPECT_TRUE(std::is_sorted(order.begin(), order.end()));
 }
 
 TEST(SerialQueue, WaitsForAResultBehindWhatWasPostedBefore) {
-  SerialQueue queue(QStringLiteral("test"), SerialQueue::Priority::userInitiated);
+  const auto queue = std::make_unique<SerialQueue>(QStringLiteral("test"), SerialQueue::Priority::userInitiated);
   std::atomic<int> done = 0;
   for (int i = 0; i < 50; ++i)
-    queue.post([&done] { ++done; });
-  EXPECT_EQ(queue.runAndWait([&done] { return done.load(); }), 50);
+    queue->post([&done] { ++done; });
+  EXPECT_EQ(queue->runAndWait([&done] { return done.load(); }), 50);
 }
 
 TEST(SerialQueue, RunsAtOnceWhatItWaitsForOnItsOwnThread) {
-  SerialQueue queue(QStringLiteral("test"), SerialQueue::Priority::utility);
-  EXPECT_EQ(queue.runAndWait([&queue] { return queue.runAndWait([] { return 7; }); }), 7);
+  const auto queue = std::make_unique<SerialQueue>(QStringLiteral("test"), SerialQueue::Priority::utility);
+  EXPECT_EQ(queue->runAndWait([&queue] { return queue->runAndWait([] { return 7; }); }), 7);
 }
 
 TEST(SerialQueue, FinishesWhatIsQueuedBeforeItGoes) {
   std::atomic<int> done = 0;
   {
-    SerialQueue queue(QStringLiteral("test"), SerialQueue::Priority::utility);
-    queue.post([&] {
+    const auto queue = std::make_unique<SerialQueue>(QStringLiteral("test"), SerialQueue::Priority::utility);
+    queue->post([&] {
       for (int i = 0; i < 10; ++i)
-        queue.post([&done] { ++done; });
+        queue->post([&done] { ++done; });
     });
   }
   EXPECT_EQ(done, 10);
