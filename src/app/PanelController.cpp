@@ -52,8 +52,8 @@ void PanelController::showPanel() {
   parts_.permission.recheck();
   panel_.setBlended(window_->blendsWithDesktop());
   panel_.movePanel(panelOrigin(panel_.panelSize(), QCursor::pos(), screenFrames()));
-  content_->panelDidShow();
   window_->present();
+  content_->panelDidShow();
 }
 
 void PanelController::hidePanel(Focus focus) {

@@ -52,7 +52,16 @@ int run(int argc, char** argv) {
   QApplication::setDesktopFileName(QStringLiteral("app.nimbrel.Nimbrel"));
   QApplication::setQuitOnLastWindowClosed(false);
   Platform platform = makePlatform();
-  if (platform.instance->claim() == InstanceHost::Claim::handedOver) return 0;
+  switch (platform.instance->claim()) {
+    case InstanceHost::Claim::handedOver:
+      return 0;
+    case InstanceHost::Claim::unanswered:
+      std::fputs("nimbrel: ya está en marcha, pero no contesta\n", stderr);
+      return 1;
+    case InstanceHost::Claim::first:
+    case InstanceHost::Claim::unavailable:
+      break;
+  }
   SystemRandom random;
   HistoryCipher cipher(*platform.secrets, random);
   if (!loadKey(cipher, *platform.termination)) return 0;

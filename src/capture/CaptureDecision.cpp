@@ -37,14 +37,21 @@ std::optional<ClipSource> allowedSource(const PasteboardSnapshot& snapshot,
   return source;
 }
 
+/// One spelling for each path, whatever the program that copied it escapes: the characters that may stand in a URL's
+/// path (RFC 3986, pchar and "/"), without the semicolon, stay; all others are escaped as UTF-8.
+QString fileUrlString(const QString& path) {
+  return QStringLiteral("file://") + QString::fromLatin1(QUrl::toPercentEncoding(path, "!$&'()*+,-./:=@_~"));
+}
+
 std::optional<CaptureFiles> filesOf(const PasteboardSnapshot& snapshot) {
   if (snapshot.fileUrls.isEmpty() || !snapshot.fileUrls.first().isLocalFile()) return std::nullopt;
   QStringList urls;
   QStringList paths;
   for (const QUrl& url : snapshot.fileUrls) {
     if (!url.isLocalFile()) continue;
-    urls.append(QString::fromLatin1(url.toEncoded()));
-    paths.append(url.toLocalFile());
+    const QString path = url.toLocalFile();
+    urls.append(fileUrlString(path));
+    paths.append(path);
   }
   return CaptureFiles{.urls = urls.join(u'\n'), .paths = paths.join(u'\n'), .source = {}};
 }

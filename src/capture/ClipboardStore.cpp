@@ -34,19 +34,32 @@ ClipboardStore::ClipboardStore(const ClipboardStoreParts& parts) : parts_(parts)
   parts_.pasteboard.setChangeHandler([this] { tick(); });
 }
 
+ClipboardStore::~ClipboardStore() { parts_.pasteboard.setChangeHandler({}); }
+
 void ClipboardStore::tick() {
   sweepExpired();
   const qint64 change = parts_.pasteboard.changeCount();
   if (change == lastChange_) return;
   const auto snapshots = parts_.pasteboard.changesAfter(lastChange_);
   lastChange_ = change;
-  if (paused_) return;
-  for (const PasteboardSnapshot& snapshot : snapshots)
-    capture(snapshot);
+  captureAll(snapshots);
+}
+
+void ClipboardStore::captureAll(const QList<PasteboardSnapshot>& snapshots) {
+  for (const PasteboardSnapshot& snapshot : snapshots) {
+    if (!wasPausedAt(snapshot.changedAt)) capture(snapshot);
+  }
+}
+
+bool ClipboardStore::wasPausedAt(std::optional<std::chrono::steady_clock::time_point> moment) const {
+  // Reading takes time: what was copied on one side of the switch may be ready only on the other.
+  const bool beforeSwitch = moment && pauseSwitched_ && *moment < *pauseSwitched_;
+  return beforeSwitch ? !paused_ : paused_;
 }
 
 void ClipboardStore::capture(const PasteboardSnapshot& snapshot) {
-  const auto decision = decideCapture(snapshot, parts_.workspace.frontmostApplication(), parts_.settings);
+  const auto front = snapshot.frontApplication ? std::nullopt : parts_.workspace.frontmostApplication();
+  const auto decision = decideCapture(snapshot, front, parts_.settings);
   std::visit([this](const auto& chosen) { record(chosen); }, decision);
 }
 
@@ -101,15 +114,13 @@ bool ClipboardStore::copyToPasteboard(const ClipItem& clip, bool plainOnly) {
   const SnippetValues snippets{.now = QDateTime::fromMSecsSinceEpoch(static_cast<qint64>(unixSeconds(now()) * 1000)),
                                .locale = QLocale::system(),
                                .clipboard = std::nullopt};
-  const auto change = parts_.pasteboard.write(pasteboardContentOf(clip, plainOnly, parts_.files, snippets));
+  const PasteboardContent content = pasteboardContentOf(clip, plainOnly, parts_.files, snippets);
+  const auto change = content.isEmpty() ? std::nullopt : parts_.pasteboard.write(content);
   if (!change) return false;
   // Somebody's copy that is ready but not looked at yet must not be taken for part of this write.
   const auto missed = parts_.pasteboard.changesAfter(lastChange_);
   lastChange_ = *change;
-  if (!paused_) {
-    for (const PasteboardSnapshot& snapshot : missed)
-      capture(snapshot);
-  }
+  captureAll(missed);
   return true;
 }
 
@@ -138,6 +149,7 @@ void ClipboardStore::setPaused(bool paused) {
   // What was copied until now belongs to the state that ends.
   tick();
   paused_ = paused;
+  pauseSwitched_ = parts_.clock.steadyNow();
   Q_EMIT pauseChanged(paused);
 }
 
@@ -185,6 +197,9 @@ void ClipboardStore::recordAgain(qsizetype row, const ClipItem& fresh) {
   clip.expiresAt = fresh.expiresAt;
   const bool becomesSensitive = !clip.isSensitive();
   clip.sensitive = true;
+  if (clip.richFile) parts_.files.removeFilesOf(clip);
+  clip.richFile.reset();
+  clip.richHash.reset();
   history_.replace(row, std::make_shared<const IndexedClip>(std::move(clip)));
   moveToTop(row);
   if (becomesSensitive) parts_.database.save(history_.at(0));

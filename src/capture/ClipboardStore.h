@@ -4,7 +4,9 @@
 #include <QObject>
 #include <QTimer>
 #include <QUuid>
+#include <chrono>
 #include <functional>
+#include <optional>
 
 #include "capture/CaptureDecision.h"
 #include "capture/CaptureServices.h"
@@ -41,6 +43,7 @@ class ClipboardStore final : public QObject {
   /// Loads the history, *waiting* for the disk, and starts to watch. What is on the pasteboard by then is not
   /// captured.
   explicit ClipboardStore(const ClipboardStoreParts& parts);
+  ~ClipboardStore() override;
 
   /// The history, newest first.
   [[nodiscard]] const HistoryList& items() const { return history_; }
@@ -87,6 +90,8 @@ class ClipboardStore final : public QObject {
   void pauseChanged(bool paused);
 
  private:
+  void captureAll(const QList<PasteboardSnapshot>& snapshots);
+  [[nodiscard]] bool wasPausedAt(std::optional<std::chrono::steady_clock::time_point> moment) const;
   void capture(const PasteboardSnapshot& snapshot);
   void record(const CaptureNothing& decision);
   void record(const CaptureFiles& decision);
@@ -108,6 +113,8 @@ class ClipboardStore final : public QObject {
   quint64 revision_ = 0;
   qint64 lastChange_ = 0;
   bool paused_ = false;
+  /// When capture was last paused or resumed.
+  std::optional<std::chrono::steady_clock::time_point> pauseSwitched_;
   QTimer timer_;
 };
 

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "capture/model/TextRules.h"
 #include "panel/ClipRowText.h"
 
 namespace nimbrel {
@@ -42,11 +41,11 @@ void ClipListModel::setQuery(const QString& query) {
 }
 
 bool ClipListModel::isVisible(const IndexedClip& clip) const {
-  return trimmedWhitespace(query_).isEmpty() || matchesQuery(clip, query_);
+  return query_.isEmpty() || matchesQuery(clip, query_);
 }
 
 QList<ClipRef> ClipListModel::visibleClips() const {
-  if (trimmedWhitespace(query_).isEmpty()) return store_.items().clips();
+  if (query_.isEmpty()) return store_.items().clips();
   return store_.search(query_);
 }
 
@@ -62,6 +61,8 @@ void ClipListModel::onMovedToTop() {
   const ClipRef clip = store_.items().at(0);
   const auto row = rowOf(clip->clip.id);
   if (!row) return;
+  // What has just turned out to be a secret is no longer found.
+  if (!isVisible(*clip)) return onRemoved(clip->clip.id);
   if (*row > 0) {
     beginMoveRows({}, *row, *row, {}, 0);
     rows_.move(*row, 0);

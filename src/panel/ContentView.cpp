@@ -16,10 +16,6 @@ class ClipListView final : public QListView {
  public:
   explicit ClipListView(QWidget* parent) : QListView(parent) {}
 
-  void setEmptyText(const QString& text) {
-    emptyText_ = text;
-    viewport()->update();
-  }
 
  protected:
   void paintEvent(QPaintEvent* event) override {
@@ -28,11 +24,8 @@ class ClipListView final : public QListView {
     QPainter painter(viewport());
     painter.setFont(panelFont(13));
     painter.setPen(panelTheme(palette()).secondaryText);
-    painter.drawText(viewport()->rect(), Qt::AlignCenter, emptyText_);
+    painter.drawText(viewport()->rect(), Qt::AlignCenter, property("emptyText").toString());
   }
-
- private:
-  QString emptyText_;
 };
 
 }  // namespace
@@ -118,7 +111,8 @@ void ContentView::select(int row) {
     list_->setCurrentIndex({});
   } else {
     selectedId_ = model_->clipAt(row)->clip.id;
-    list_->setCurrentIndex(model_->index(row));
+    // Setting the same row again would scroll back to it whenever something else in the list changes.
+    if (selectedRow() != row) list_->setCurrentIndex(model_->index(row));
   }
   updateState();
 }
@@ -139,8 +133,8 @@ void ContentView::moveSelection(Move move) {
 void ContentView::updateState() {
   const ClipRef clip = selectedClip();
   hint_->setText(hintFor(clip ? &clip->clip : nullptr));
-  static_cast<ClipListView*>(list_)->setEmptyText(store_.items().isEmpty() ? tr("Nada copiado todavía")
-                                                                           : tr("Sin resultados"));
+  list_->setProperty("emptyText", store_.items().isEmpty() ? tr("Nada copiado todavía") : tr("Sin resultados"));
+  if (model_->rowCount() == 0) list_->viewport()->update();
 }
 
 bool ContentView::eventFilter(QObject* watched, QEvent* event) {

@@ -12,6 +12,8 @@ class InstanceHost {
     first,
     /// Another process is; it has been asked to show its panel.
     handedOver,
+    /// Another process is, and does not answer; this one must not run beside it.
+    unanswered,
     /// The desktop offers no way to tell; the program runs on its own.
     unavailable,
   };

@@ -19,6 +19,9 @@ struct PasteboardContent final {
   /// Asks other history keepers to look away.
   bool concealed = false;
 
+  /// Whether there is nothing to offer.
+  [[nodiscard]] bool isEmpty() const { return fileUrls.isEmpty() && !text && !rtf && !html && !png && !tiff; }
+
   bool operator==(const PasteboardContent&) const = default;
 };
 

@@ -6,6 +6,7 @@
 #include <QString>
 #include <QStringList>
 #include <QUrl>
+#include <chrono>
 #include <optional>
 
 #include "platform/RunningApplication.h"
@@ -26,6 +27,8 @@ struct PasteboardSnapshot final {
   QSet<QString> oversized;
   /// The application in front when the content was put there, where the desktop can tell.
   std::optional<RunningApplication> frontApplication;
+  /// When it was put there, where the desktop can tell.
+  std::optional<std::chrono::steady_clock::time_point> changedAt;
 
   bool operator==(const PasteboardSnapshot&) const = default;
 };

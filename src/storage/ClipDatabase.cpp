@@ -75,6 +75,8 @@ void createPrivately(const QString& path) {
 
 std::unique_ptr<SQLiteConnection> openAndMigrate(const QString& path) {
   createPrivately(path);
+  // Before the log is made beside it, which takes over its mode.
+  QFile::setPermissions(path, kOwnerOnly);
   auto disk = std::make_unique<SQLiteConnection>(QFile::encodeName(path));
   // Asked before anything that writes, so that a file that is not ours to change stays byte for byte as it is.
   const std::int64_t found = disk->integer("PRAGMA user_version");
@@ -82,12 +84,12 @@ std::unique_ptr<SQLiteConnection> openAndMigrate(const QString& path) {
     disk->keepLogOnClose();
     throw SQLError(SQLITE_ERROR, QStringLiteral("la escribió una versión más reciente de Nimbrel (esquema %1)").arg(found));
   }
+  if (disk->isReadOnly()) throw SQLError(SQLITE_READONLY, QStringLiteral("attempt to write a readonly database"));
   disk->execute("PRAGMA auto_vacuum = FULL");
   disk->execute("PRAGMA journal_mode = WAL");
   disk->execute("PRAGMA synchronous = NORMAL");
   disk->execute("PRAGMA secure_delete = ON");
   migrate(*disk, found);
-  QFile::setPermissions(path, kOwnerOnly);
   return disk;
 }
 

@@ -88,6 +88,8 @@ std::int64_t SQLiteConnection::integer(const char* sql) {
   return value;
 }
 
+bool SQLiteConnection::isReadOnly() const { return sqlite3_db_readonly(handle_.get(), "main") == 1; }
+
 void SQLiteConnection::keepLogOnClose() {
   sqlite3_db_config(handle_.get(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
 }

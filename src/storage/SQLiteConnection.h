@@ -32,6 +32,9 @@ class SQLiteConnection final {
   /// The first column of the first row as an integer; 0 without a row.
   [[nodiscard]] std::int64_t integer(const char* sql);
 
+  /// Whether the file could be opened for reading only, which the library does without a word.
+  [[nodiscard]] bool isReadOnly() const;
+
   /// Leaves the write-ahead log as it is when the connection closes, instead of folding it into the file.
   void keepLogOnClose();
 

@@ -170,6 +170,16 @@ class EndToEnd(unittest.TestCase):
         key("shift+super+v")
         until(lambda: not self.nimbrel.panel(), "the panel to go")
 
+    def test_the_hot_key_opens_the_panel_again_after_it_closed_it_slowly(self):
+        self.nimbrel.show()
+        # The panel goes at the press; the release comes when the keyboard is somebody else's again.
+        run("xdotool", "keydown", "shift", "keydown", "super", "keydown", "v")
+        until(lambda: not self.nimbrel.panel(), "the panel to go")
+        run("xdotool", "keyup", "v", "keyup", "super", "keyup", "shift")
+        time.sleep(0.3)
+        key("shift+super+v")
+        until(self.nimbrel.panel, "the panel at the first press")
+
     def test_dead_keys_work_in_the_search_field(self):
         run("setxkbmap", "es")
         try:
@@ -224,10 +234,10 @@ class EndToEnd(unittest.TestCase):
         until(lambda: self.nimbrel.count() == 100, "a hundred clips")
 
     def test_what_a_password_manager_copies_is_not_kept(self):
-        manager = self.open(["xterm", "-class", "KeePassXC"], "--class", "KeePassXC")
+        self.open(["xterm", "-class", "KeePassXC"], "--class", "KeePassXC")
         desktop.copy("contraseña")
-        self.clients.pop().close()
-        until(lambda: f"{manager.window:#x}" not in active(), "something else to be active")
+        # The next copy comes from another program; both are read in their order.
+        self.open([QT_ENTRY], "--name", "^qt-entry$")
         self.nimbrel.copied("después")
         self.assertEqual(self.nimbrel.count(), 1)
 

@@ -147,7 +147,7 @@ TEST_F(X11PasteboardTest, ClearsTheContentOfAnotherProgram) {
 
 TEST_F(X11PasteboardTest, ClearsItsOwnContentAlsoWhereItWasLentTo) {
   ASSERT_TRUE(pasteboard.write({.fileUrls = {}, .text = u"secreto"_s}));
-  pasteboard.offerAsPrimary();
+  ASSERT_TRUE(pasteboard.offerAsPrimary());
   EXPECT_EQ(requestor.paste(u"UTF8_STRING"_s, u"PRIMARY"_s), QByteArray("secreto"));
   EXPECT_TRUE(pasteboard.clearIfUnchanged(pasteboard.changeCount()));
   EXPECT_TRUE(QTest::qWaitFor([&] { return !requestor.hasOwner() && !requestor.hasOwner(u"PRIMARY"_s); }));
@@ -176,11 +176,26 @@ TEST_F(X11PasteboardTest, DoesNotClearACopyThatIsStillBeingRead) {
 
 TEST_F(X11PasteboardTest, WithdrawsFromPrimaryWhenThePasteboardMovesOn) {
   ASSERT_TRUE(pasteboard.write({.fileUrls = {}, .text = u"a"_s}));
-  pasteboard.offerAsPrimary();
+  ASSERT_TRUE(pasteboard.offerAsPrimary());
   ASSERT_TRUE(requestor.hasOwner(u"PRIMARY"_s));
   const auto owner = copy("b");
   ASSERT_TRUE(captured(u"b"_s));
   EXPECT_TRUE(QTest::qWaitFor([&] { return !requestor.hasOwner(u"PRIMARY"_s); }));
+}
+
+TEST_F(X11PasteboardTest, WithdrawsFromPrimaryAtTheNextWrite) {
+  ASSERT_TRUE(pasteboard.write({.fileUrls = {}, .text = u"secreto"_s}));
+  ASSERT_TRUE(pasteboard.offerAsPrimary());
+  ASSERT_TRUE(pasteboard.write({.fileUrls = {}, .text = u"otro"_s}));
+  EXPECT_TRUE(QTest::qWaitFor([&] { return !requestor.hasOwner(u"PRIMARY"_s); }));
+}
+
+TEST_F(X11PasteboardTest, DoesNotLendWhatIsSomebodyElses) {
+  ASSERT_TRUE(pasteboard.write({.fileUrls = {}, .text = u"propio"_s}));
+  const auto owner = copy("ajeno");
+  ASSERT_TRUE(captured(u"ajeno"_s));
+  EXPECT_FALSE(pasteboard.offerAsPrimary());
+  EXPECT_FALSE(requestor.hasOwner(u"PRIMARY"_s));
 }
 
 TEST(X11PasteboardWithoutServer, WritesNothingAndSaysSo) {
@@ -188,6 +203,7 @@ TEST(X11PasteboardWithoutServer, WritesNothingAndSaysSo) {
   X11Pasteboard pasteboard(none, ":9999");
   EXPECT_FALSE(pasteboard.write({.fileUrls = {}, .text = u"a"_s}));
   EXPECT_FALSE(pasteboard.clearIfUnchanged(0));
+  EXPECT_FALSE(pasteboard.offerAsPrimary());
   EXPECT_EQ(pasteboard.changeCount(), 0);
 }
 

@@ -59,6 +59,7 @@ const sqlite3_io_methods kMethods{2,           shimClose,     shimRead,    shimW
 int shimOpen(sqlite3_vfs*, sqlite3_filename name, sqlite3_file* file, int flags, int* outFlags) {
   std::memset(inner(file), 0, static_cast<std::size_t>(real->szOsFile));
   const int code = real->xOpen(real, name, inner(file), flags, outFlags);
+  if (active->readOnly && outFlags) *outFlags = (*outFlags & ~SQLITE_OPEN_READWRITE) | SQLITE_OPEN_READONLY;
   file->pMethods = code == SQLITE_OK ? &kMethods : nullptr;
   return code;
 }

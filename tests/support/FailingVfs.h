@@ -18,6 +18,8 @@ class FailingVfs final {
   std::atomic<bool> failReads = false;
   /// Let this many writes pass before failing one and all after it; negative switches the counter off.
   std::atomic<int> writesBeforeFailure = -1;
+  /// Files can only be opened for reading.
+  std::atomic<bool> readOnly = false;
 };
 
 }  // namespace nimbrel::testing

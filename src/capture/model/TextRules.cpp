@@ -18,6 +18,17 @@ struct Position {
   qsizetype characters;
 };
 
+Position advanceInAll(QStringView text, qsizetype count) {
+  QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, text);
+  Position position{0, 0};
+  while (position.characters < count) {
+    const qsizetype next = finder.toNextBoundary();
+    if (next < 0) break;
+    position = {next, position.characters + 1};
+  }
+  return position;
+}
+
 Position advance(QStringView text, qsizetype count) {
   // Every character has at least one unit, so a prefix of `count` plain units is exactly `count` characters,
   // provided that the unit after it cannot combine with it.
@@ -26,15 +37,20 @@ Position advance(QStringView text, qsizetype count) {
     const qsizetype units = std::min(text.size(), count);
     return {units, units};
   }
-  QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, text);
+  // The finder looks at all it is given: a few units for each character are enough for nearly every text.
+  const qsizetype window = count <= text.size() / 8 ? count * 8 : text.size();
+  QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, text.first(window));
   qsizetype characters = 0;
   qsizetype offset = 0;
   while (characters < count) {
     const qsizetype next = finder.toNextBoundary();
     if (next < 0) break;
+    // A boundary at the end of the window is only the end of the window.
+    if (next == window && window < text.size()) return advanceInAll(text, count);
     offset = next;
     ++characters;
   }
+  if (characters < count && window < text.size()) return advanceInAll(text, count);
   return {offset, characters};
 }
 

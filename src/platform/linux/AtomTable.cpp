@@ -1,5 +1,6 @@
 #include "platform/linux/AtomTable.h"
 
+#include <set>
 #include <vector>
 
 namespace nimbrel {
@@ -10,25 +11,29 @@ xcb_atom_t AtomTable::atom(const QString& name) {
   const auto cookie = xcb_intern_atom(connection_, 0, static_cast<std::uint16_t>(utf8.size()), utf8.constData());
   const XcbPointer<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(connection_, cookie, nullptr));
   if (!reply) return XCB_ATOM_NONE;
-  remember(reply->atom, name);
+  atoms_.insert(name, reply->atom);
   return reply->atom;
 }
 
 QStringList AtomTable::names(std::span<const xcb_atom_t> atoms) {
   std::vector<std::pair<xcb_atom_t, xcb_get_atom_name_cookie_t>> asked;
   QHash<xcb_atom_t, QString> answered;
+  std::set<xcb_atom_t> seen;
   for (const xcb_atom_t atom : atoms) {
-    if (!names_.contains(atom)) asked.emplace_back(atom, xcb_get_atom_name(connection_, atom));
+    if (names_.contains(atom) || !seen.insert(atom).second) continue;
+    asked.emplace_back(atom, xcb_get_atom_name(connection_, atom));
   }
   for (const auto& [atom, cookie] : asked) {
     xcb_generic_error_t* error = nullptr;
     const XcbPointer<xcb_get_atom_name_reply_t> reply(xcb_get_atom_name_reply(connection_, cookie, &error));
     const XcbPointer<xcb_generic_error_t> owned(error);
     if (!reply) continue;
-    const QString name = QString::fromUtf8(xcb_get_atom_name_name(reply.get()),
-                                           xcb_get_atom_name_name_length(reply.get()));
+    const QByteArray raw(xcb_get_atom_name_name(reply.get()), xcb_get_atom_name_name_length(reply.get()));
+    const QString name = QString::fromUtf8(raw);
+    // No format has a longer name, and one that does not survive the decoding could pass for another.
+    if (raw.size() > kMaxNameBytes || name.toUtf8() != raw) continue;
     answered.insert(atom, name);
-    remember(atom, name);
+    if (names_.size() < kMaxRemembered) names_.insert(atom, name);
   }
   QStringList names;
   for (const xcb_atom_t atom : atoms) {
@@ -36,12 +41,6 @@ QStringList AtomTable::names(std::span<const xcb_atom_t> atoms) {
     if (!name.isEmpty()) names.append(name);
   }
   return names;
-}
-
-void AtomTable::remember(xcb_atom_t atom, const QString& name) {
-  if (names_.size() >= kMaxRemembered) return;
-  names_.insert(atom, name);
-  atoms_.insert(name, atom);
 }
 
 }  // namespace nimbrel

@@ -2,6 +2,7 @@
 
 #include <QDBusConnection>
 #include <QDBusMessage>
+#include <QThread>
 #include <utility>
 
 namespace nimbrel {
@@ -12,6 +13,8 @@ constexpr const char* kPath = "/app/nimbrel/Nimbrel";
 
 /// The second start waits for the first to answer, but not for one that hangs.
 constexpr int kCallTimeoutMilliseconds = 2000;
+constexpr int kAttempts = 10;
+constexpr unsigned long kAttemptPause = 100;
 
 }  // namespace
 
@@ -28,8 +31,16 @@ InstanceHost::Claim DBusInstanceHost::claim() {
   // The object comes first: whoever finds the name taken must find somebody behind it.
   bus.registerObject(QLatin1String(kPath), this, QDBusConnection::ExportScriptableSlots);
   if (bus.registerService(QLatin1String(kService))) return Claim::first;
-  bus.unregisterObject(QLatin1String(kPath));
-  return askToShow() ? Claim::handedOver : Claim::unavailable;
+  for (int attempt = 0; attempt < kAttempts; ++attempt) {
+    if (askToShow()) {
+      bus.unregisterObject(QLatin1String(kPath));
+      return Claim::handedOver;
+    }
+    // The other instance may be on its way out.
+    if (bus.registerService(QLatin1String(kService))) return Claim::first;
+    QThread::msleep(kAttemptPause);
+  }
+  return Claim::unanswered;
 }
 
 bool DBusInstanceHost::askToShow() {

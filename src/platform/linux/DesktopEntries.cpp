@@ -82,25 +82,25 @@ QStringList DesktopEntries::userFolders() {
 }
 
 DesktopEntry DesktopEntries::find(const QString& applicationId, const QString& windowClass) {
-  load();
+  const bool loaded = loaded_;
   for (const QString& key : {applicationId, windowClass}) {
-    if (const auto known = ignoredIdentifier(key)) {
-      const QString name = entries_.value(key.toLower(), {QString(), key}).name;
-      return {*known, name};
-    }
+    if (const auto known = ignoredIdentifier(key))
+      return {*known, loaded ? entries_.value(key.toLower(), {QString(), key}).name : key};
   }
   for (const QString& key : {applicationId, windowClass}) {
+    if (!loaded || key.isEmpty()) continue;
     const auto found = entries_.constFind(key.toLower());
-    if (!key.isEmpty() && found != entries_.constEnd()) return *found;
+    if (found != entries_.constEnd()) return *found;
   }
   const QString fallback = applicationId.isEmpty() ? windowClass : applicationId;
   return {fallback, windowClass.isEmpty() ? fallback : windowClass};
 }
 
 void DesktopEntries::load() {
-  std::call_once(loaded_, [this] {
+  std::call_once(once_, [this] {
     for (const QString& folder : folders_)
       readFolder(folder);
+    loaded_ = true;
   });
 }
 

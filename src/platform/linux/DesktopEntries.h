@@ -3,6 +3,7 @@
 #include <QHash>
 #include <QString>
 #include <QStringList>
+#include <atomic>
 #include <mutex>
 
 namespace nimbrel {
@@ -18,7 +19,7 @@ struct DesktopEntry final {
 };
 
 /// The applications that are installed, by desktop-file id and window class (Desktop Entry Specification: keys Name
-/// and StartupWMClass). Read once, on first use; any thread.
+/// and StartupWMClass). Read once; any thread.
 class DesktopEntries final {
  public:
   /// `folders` hold the "applications" folders, most important first.
@@ -27,17 +28,19 @@ class DesktopEntries final {
   /// The folders of this user's session.
   [[nodiscard]] static QStringList userFolders();
 
-  /// The application with this id or window class; an application that has no desktop file is named by its class.
+  /// The application with this id or window class; one that has no desktop file, or any before the files have been
+  /// read, is named by its class. Never waits.
   [[nodiscard]] DesktopEntry find(const QString& applicationId, const QString& windowClass);
 
-  /// Reads the files now instead of at the first question.
+  /// Reads the files; takes as long as the disk does.
   void load();
 
  private:
   void readFolder(const QString& folder);
 
   const QStringList folders_;
-  std::once_flag loaded_;
+  std::once_flag once_;
+  std::atomic<bool> loaded_ = false;
   /// By lower-case id and by lower-case window class.
   QHash<QString, DesktopEntry> entries_;
 };

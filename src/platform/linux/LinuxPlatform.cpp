@@ -37,7 +37,8 @@ class XtestTrust final : public AccessibilityTrust {
 
 void preparePlatform() {
   // The panel, the hot keys and the pasteboard speak X11, also on desktops where Qt would choose Wayland.
-  if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "xcb");
+  const QByteArray chosen = qgetenv("QT_QPA_PLATFORM");
+  if (chosen.isEmpty() || chosen.startsWith("wayland")) qputenv("QT_QPA_PLATFORM", "xcb");
 }
 
 Platform makePlatform() {

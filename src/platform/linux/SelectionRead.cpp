@@ -41,10 +41,10 @@ SelectionRead::~SelectionRead() { xcb_destroy_window(connection_, window_); }
 
 void SelectionRead::convert(const QString& target) {
   property_ = atoms_.atom(QStringLiteral("_NIMBREL_SELECTION_%1").arg(conversions_++));
+  target_ = atoms_.atom(target);
   incremental_ = false;
   collected_.clear();
-  xcb_convert_selection(connection_, window_, atoms_.atom(QStringLiteral("CLIPBOARD")), atoms_.atom(target), property_,
-                        time_);
+  xcb_convert_selection(connection_, window_, atoms_.atom(QStringLiteral("CLIPBOARD")), target_, property_, time_);
 }
 
 void SelectionRead::proceed() {
@@ -55,7 +55,9 @@ void SelectionRead::proceed() {
 
 void SelectionRead::handle(const xcb_selection_notify_event_t& event, TimePoint now) {
   const bool refused = event.property == XCB_ATOM_NONE;
-  if (state_ != State::reading || incremental_ || (!refused && event.property != property_)) return;
+  // Answers to earlier questions, or to none.
+  if (event.target != target_ || (!refused && event.property != property_)) return;
+  if (state_ != State::reading || incremental_) return;
   progressDeadline_ = now + kProgressTimeout;
   if (!targetsAnswered_) {
     targetsAnswered_ = true;
@@ -83,7 +85,7 @@ void SelectionRead::expire(TimePoint now) {
 
 void SelectionRead::takeTargets() {
   const auto property = takeProperty(kMaxTargetBytes);
-  if (!property) return plan_.setTargets(std::nullopt);
+  if (!property || property->format != 32 || isIncremental(*property)) return plan_.setTargets(std::nullopt);
   std::vector<xcb_atom_t> targets(static_cast<std::size_t>(property->bytes.size()) / sizeof(xcb_atom_t));
   std::memcpy(targets.data(), property->bytes.constData(), targets.size() * sizeof(xcb_atom_t));
   plan_.setTargets(atoms_.names(targets));
@@ -93,11 +95,11 @@ void SelectionRead::takeValue() {
   const auto step = plan_.nextStep();
   if (!step) return end(State::finished);
   const auto property = takeProperty(step->budget);
-  if (!property) {
+  if (property && isIncremental(*property)) return beginIncremental(property->bytes);
+  if (!property || property->format != 8) {
     plan_.refuse();
     return proceed();
   }
-  if (property->type == atoms_.atom(QStringLiteral("INCR"))) return beginIncremental(property->bytes);
   if (property->exceedsBudget)
     plan_.reportOversized();
   else
@@ -133,6 +135,10 @@ void SelectionRead::takeChunk() {
   proceed();
 }
 
+bool SelectionRead::isIncremental(const Property& property) const {
+  return property.type == atoms_.atom(QStringLiteral("INCR"));
+}
+
 std::optional<SelectionRead::Property> SelectionRead::takeProperty(qint64 budget) const {
   const auto fetch = [this](std::uint32_t offsetWords, std::uint32_t lengthWords, bool remove) {
     const auto cookie =
@@ -147,9 +153,9 @@ std::optional<SelectionRead::Property> SelectionRead::takeProperty(qint64 budget
   // is over the budget stays with the server and goes with the window.
   const auto head = fetch(0, inWords(std::min(kFirstFetchBytes, std::max<qint64>(budget, 4))), true);
   if (!head || head->type == XCB_ATOM_NONE) return std::nullopt;
-  Property property{head->type, bytesOf(*head), false};
+  Property property{head->type, head->format, bytesOf(*head), false};
   if (head->bytes_after > 0 && property.bytes.size() + qint64{head->bytes_after} > budget) {
-    return Property{head->type, {}, true};
+    return Property{head->type, head->format, {}, true};
   }
   if (head->bytes_after > 0) {
     const auto tail = fetch(inWords(property.bytes.size()), inWords(head->bytes_after), true);

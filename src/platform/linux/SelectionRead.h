@@ -39,6 +39,8 @@ class SelectionRead final {
   /// When `expire` has to be called, unless events come first.
   [[nodiscard]] TimePoint deadline() const { return std::min(progressDeadline_, totalDeadline_); }
   [[nodiscard]] const PasteboardSnapshot& snapshot() const { return plan_.snapshot(); }
+  /// Whether the snapshot is worth keeping when the read ends here.
+  [[nodiscard]] bool hasContent() const { return plan_.hasContent(); }
 
   /// Events of `window()`.
   void handle(const xcb_selection_notify_event_t& event, TimePoint now);
@@ -50,11 +52,13 @@ class SelectionRead final {
  private:
   struct Property {
     xcb_atom_t type = XCB_ATOM_NONE;
+    int format = 0;
     QByteArray bytes;
     bool exceedsBudget = false;
   };
 
   void convert(const QString& target);
+  [[nodiscard]] bool isIncremental(const Property& property) const;
   void proceed();
   void end(State state) { state_ = state; }
   void takeTargets();
@@ -69,6 +73,7 @@ class SelectionRead final {
   xcb_window_t window_;
   /// A fresh name for each conversion, so that a late answer to an earlier one is not taken for this one's.
   xcb_atom_t property_ = XCB_ATOM_NONE;
+  xcb_atom_t target_ = XCB_ATOM_NONE;
   int conversions_ = 0;
   bool incremental_ = false;
   QByteArray collected_;

@@ -30,19 +30,26 @@ bool isInTime(xcb_timestamp_t time, xcb_timestamp_t since) {
 SelectionServer::SelectionServer(xcb_connection_t* connection, AtomTable& atoms)
     : connection_(connection), atoms_(atoms) {}
 
-void SelectionServer::offer(const PasteboardContent& content, xcb_timestamp_t time) {
+void SelectionServer::offer(xcb_atom_t selection, const PasteboardContent& content, xcb_timestamp_t time) {
   const auto targets = offeredTargets(content);
-  auto offer = std::make_shared<Offer>();
+  Offer offer{.values = {}, .since = time};
   for (auto it = targets.begin(); it != targets.end(); ++it)
-    offer->insert(atoms_.atom(it.key()), it.value());
-  offer_ = std::move(offer);
-  since_ = time;
+    offer.values.insert(atoms_.atom(it.key()), it.value());
+  offers_.insert(selection, offer);
+}
+
+std::optional<xcb_timestamp_t> SelectionServer::offeredSince(xcb_atom_t selection) const {
+  const auto found = offers_.constFind(selection);
+  if (found == offers_.constEnd()) return std::nullopt;
+  return found->since;
 }
 
 void SelectionServer::handle(const xcb_selection_request_event_t& event, TimePoint now) {
   // Programs older than ICCCM name no property and expect the target's name to be used.
   const xcb_atom_t property = event.property == XCB_ATOM_NONE ? event.target : event.property;
-  const bool answered = offer_ && isInTime(event.time, since_) && answer(event.requestor, event.target, property, now);
+  const auto offer = offers_.constFind(event.selection);
+  const bool answered = offer != offers_.constEnd() && isInTime(event.time, offer->since) &&
+                        answer(*offer, event.target, {event.requestor, property}, now);
   // Events on the wire are always 32 bytes, this one is shorter.
   union {
     xcb_selection_notify_event_t notify;
@@ -57,94 +64,99 @@ void SelectionServer::handle(const xcb_selection_request_event_t& event, TimePoi
   xcb_send_event(connection_, 0, event.requestor, XCB_EVENT_MASK_NO_EVENT, reply.wire);
 }
 
-bool SelectionServer::answer(xcb_window_t requestor, xcb_atom_t target, xcb_atom_t property, TimePoint now) {
+bool SelectionServer::answer(const Offer& offer, xcb_atom_t target, Place place, TimePoint now) {
+  // Who asks again at the same place has given up the transfer that was going there.
+  transfers_.remove_if([&](const Transfer& transfer) { return transfer.place == place; });
   if (target == atoms_.atom(QStringLiteral("TARGETS"))) {
-    sendTargets(requestor, property);
+    sendTargets(offer, place);
     return true;
   }
   if (target == atoms_.atom(QStringLiteral("TIMESTAMP"))) {
-    xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, requestor, property, XCB_ATOM_INTEGER, 32, 1, &since_);
+    xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, place.requestor, place.property, XCB_ATOM_INTEGER, 32, 1,
+                        &offer.since);
     return true;
   }
-  if (target == atoms_.atom(QStringLiteral("MULTIPLE"))) return answerMultiple(requestor, property, now);
-  return sendValue(requestor, target, property, now);
+  if (target == atoms_.atom(QStringLiteral("MULTIPLE"))) return answerMultiple(offer, place, now);
+  return sendValue(offer, target, place, now);
 }
 
-void SelectionServer::sendTargets(xcb_window_t requestor, xcb_atom_t property) {
+void SelectionServer::sendTargets(const Offer& offer, Place place) {
   std::vector<xcb_atom_t> targets;
   for (const auto* name : {u"TARGETS", u"TIMESTAMP", u"MULTIPLE"})
     targets.push_back(atoms_.atom(QString::fromUtf16(name)));
-  for (auto it = offer_->begin(); it != offer_->end(); ++it)
+  for (auto it = offer.values.begin(); it != offer.values.end(); ++it)
     targets.push_back(it.key());
-  xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, requestor, property, XCB_ATOM_ATOM, 32,
+  xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, place.requestor, place.property, XCB_ATOM_ATOM, 32,
                       static_cast<std::uint32_t>(targets.size()), targets.data());
 }
 
-bool SelectionServer::answerMultiple(xcb_window_t requestor, xcb_atom_t property, TimePoint now) {
+bool SelectionServer::answerMultiple(const Offer& offer, Place place, TimePoint now) {
   const xcb_atom_t multiple = atoms_.atom(QStringLiteral("MULTIPLE"));
-  const auto cookie =
-      xcb_get_property(connection_, 0, requestor, property, XCB_GET_PROPERTY_TYPE_ANY, 0, kMaxMultiplePairs * 2);
-  const XcbPointer<xcb_get_property_reply_t> reply(xcb_get_property_reply(connection_, cookie, nullptr));
+  const auto cookie = xcb_get_property(connection_, 0, place.requestor, place.property, XCB_GET_PROPERTY_TYPE_ANY, 0,
+                                       kMaxMultiplePairs * 2);
+  xcb_generic_error_t* error = nullptr;
+  const XcbPointer<xcb_get_property_reply_t> reply(xcb_get_property_reply(connection_, cookie, &error));
+  const XcbPointer<xcb_generic_error_t> owned(error);
   if (!reply || reply->format != 32) return false;
   const auto bytes = static_cast<std::size_t>(xcb_get_property_value_length(reply.get()));
   std::vector<xcb_atom_t> pairs(bytes / sizeof(xcb_atom_t) / 2 * 2);
   std::memcpy(pairs.data(), xcb_get_property_value(reply.get()), pairs.size() * sizeof(xcb_atom_t));
   for (std::size_t i = 0; i + 1 < pairs.size(); i += 2) {
     const bool nested = pairs[i] == multiple;
-    if (nested || pairs[i + 1] == XCB_ATOM_NONE || !answer(requestor, pairs[i], pairs[i + 1], now))
-      pairs[i + 1] = XCB_ATOM_NONE;
+    const bool named = pairs[i + 1] != XCB_ATOM_NONE;
+    if (nested || !named || !answer(offer, pairs[i], {place.requestor, pairs[i + 1]}, now)) pairs[i + 1] = XCB_ATOM_NONE;
   }
-  xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, requestor, property,
+  xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, place.requestor, place.property,
                       atoms_.atom(QStringLiteral("ATOM_PAIR")), 32, static_cast<std::uint32_t>(pairs.size()),
                       pairs.data());
   return true;
 }
 
-bool SelectionServer::sendValue(xcb_window_t requestor, xcb_atom_t target, xcb_atom_t property, TimePoint now) {
-  const auto found = offer_->constFind(target);
-  if (found == offer_->constEnd()) return false;
+bool SelectionServer::sendValue(const Offer& offer, xcb_atom_t target, Place place, TimePoint now) {
+  const auto found = offer.values.constFind(target);
+  if (found == offer.values.constEnd()) return false;
   const QByteArray bytes = *found;
   if (bytes.size() <= kChunkBytes) {
-    xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, requestor, property, typeFor(target), 8,
+    xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, place.requestor, place.property, typeFor(target), 8,
                         static_cast<std::uint32_t>(bytes.size()), bytes.constData());
     return true;
   }
   if (transfers_.size() >= kMaxTransfers) return false;
   // Watching must begin before the requestor can delete the property for the first time.
   const std::uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
-  xcb_change_window_attributes(connection_, requestor, XCB_CW_EVENT_MASK, &mask);
+  xcb_change_window_attributes(connection_, place.requestor, XCB_CW_EVENT_MASK, &mask);
   const auto size = static_cast<std::uint32_t>(bytes.size());
-  xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, requestor, property, atoms_.atom(QStringLiteral("INCR")), 32,
-                      1, &size);
-  transfers_.push_back({requestor, property, typeFor(target), bytes, 0, now + kStallTimeout});
+  xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, place.requestor, place.property,
+                      atoms_.atom(QStringLiteral("INCR")), 32, 1, &size);
+  transfers_.push_back({place, typeFor(target), bytes, 0, now + kStallTimeout});
   return true;
 }
 
 void SelectionServer::handle(const xcb_property_notify_event_t& event, TimePoint now) {
   if (event.state != XCB_PROPERTY_DELETE) return;
   const auto transfer = std::find_if(transfers_.begin(), transfers_.end(), [&](const Transfer& candidate) {
-    return candidate.requestor == event.window && candidate.property == event.atom;
+    return candidate.place == Place{event.window, event.atom};
   });
   if (transfer == transfers_.end()) return;
   const bool complete = transfer->sent == transfer->bytes.size();
   sendNextChunk(*transfer, now);
   if (!complete) return;
   // The empty piece that says "that was all" has just gone out.
-  const xcb_window_t requestor = transfer->requestor;
+  const xcb_window_t requestor = transfer->place.requestor;
   transfers_.erase(transfer);
   stopWatching(requestor);
 }
 
 void SelectionServer::sendNextChunk(Transfer& transfer, TimePoint now) {
   const qsizetype length = std::min(kChunkBytes, transfer.bytes.size() - transfer.sent);
-  xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, transfer.requestor, transfer.property, transfer.type, 8,
+  xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, transfer.place.requestor, transfer.place.property, transfer.type, 8,
                       static_cast<std::uint32_t>(length), transfer.bytes.constData() + transfer.sent);
   transfer.sent += length;
   transfer.deadline = now + kStallTimeout;
 }
 
 void SelectionServer::handle(const xcb_destroy_notify_event_t& event) {
-  transfers_.remove_if([&](const Transfer& transfer) { return transfer.requestor == event.window; });
+  transfers_.remove_if([&](const Transfer& transfer) { return transfer.place.requestor == event.window; });
 }
 
 std::optional<SelectionServer::TimePoint> SelectionServer::deadline() const {
@@ -158,7 +170,7 @@ void SelectionServer::expire(TimePoint now) {
   std::vector<xcb_window_t> stalled;
   transfers_.remove_if([&](const Transfer& transfer) {
     if (transfer.deadline > now) return false;
-    stalled.push_back(transfer.requestor);
+    stalled.push_back(transfer.place.requestor);
     return true;
   });
   for (const xcb_window_t requestor : stalled)
@@ -167,7 +179,7 @@ void SelectionServer::expire(TimePoint now) {
 
 void SelectionServer::stopWatching(xcb_window_t requestor) {
   const bool stillNeeded = std::any_of(transfers_.begin(), transfers_.end(),
-                                       [&](const Transfer& transfer) { return transfer.requestor == requestor; });
+                                       [&](const Transfer& transfer) { return transfer.place.requestor == requestor; });
   const std::uint32_t mask = XCB_EVENT_MASK_NO_EVENT;
   if (!stillNeeded) xcb_change_window_attributes(connection_, requestor, XCB_CW_EVENT_MASK, &mask);
 }

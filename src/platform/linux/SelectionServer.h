@@ -4,7 +4,6 @@
 #include <QHash>
 #include <chrono>
 #include <list>
-#include <memory>
 #include <optional>
 
 #include "platform/PasteboardContent.h"
@@ -22,12 +21,12 @@ class SelectionServer final {
 
   SelectionServer(xcb_connection_t* connection, AtomTable& atoms);
 
-  /// From now on requests are answered with this content, owned since `time`.
-  void offer(const PasteboardContent& content, xcb_timestamp_t time);
+  /// From now on requests for a selection are answered with this content, owned since `time`.
+  void offer(xcb_atom_t selection, const PasteboardContent& content, xcb_timestamp_t time);
   /// From now on requests are refused; transfers under way go on with what they began with.
-  void withdraw() { offer_.reset(); }
-  [[nodiscard]] bool isOffering() const { return offer_ != nullptr; }
-  [[nodiscard]] xcb_timestamp_t offeredSince() const { return since_; }
+  void withdraw(xcb_atom_t selection) { offers_.remove(selection); }
+  /// Since when a selection is offered; nothing when it is not.
+  [[nodiscard]] std::optional<xcb_timestamp_t> offeredSince(xcb_atom_t selection) const;
 
   void handle(const xcb_selection_request_event_t& event, TimePoint now);
   void handle(const xcb_property_notify_event_t& event, TimePoint now);
@@ -38,28 +37,35 @@ class SelectionServer final {
   void expire(TimePoint now);
 
  private:
-  using Offer = QHash<xcb_atom_t, QByteArray>;
-  struct Transfer {
+  struct Offer {
+    QHash<xcb_atom_t, QByteArray> values;
+    xcb_timestamp_t since = XCB_CURRENT_TIME;
+  };
+  /// Who wants an answer, and where.
+  struct Place {
     xcb_window_t requestor;
     xcb_atom_t property;
+    bool operator==(const Place&) const = default;
+  };
+  struct Transfer {
+    Place place;
     xcb_atom_t type;
     QByteArray bytes;
     qsizetype sent = 0;
     TimePoint deadline;
   };
 
-  [[nodiscard]] bool answer(xcb_window_t requestor, xcb_atom_t target, xcb_atom_t property, TimePoint now);
-  [[nodiscard]] bool answerMultiple(xcb_window_t requestor, xcb_atom_t property, TimePoint now);
-  [[nodiscard]] bool sendValue(xcb_window_t requestor, xcb_atom_t target, xcb_atom_t property, TimePoint now);
-  void sendTargets(xcb_window_t requestor, xcb_atom_t property);
+  [[nodiscard]] bool answer(const Offer& offer, xcb_atom_t target, Place place, TimePoint now);
+  [[nodiscard]] bool answerMultiple(const Offer& offer, Place place, TimePoint now);
+  [[nodiscard]] bool sendValue(const Offer& offer, xcb_atom_t target, Place place, TimePoint now);
+  void sendTargets(const Offer& offer, Place place);
   void sendNextChunk(Transfer& transfer, TimePoint now);
   void stopWatching(xcb_window_t requestor);
   [[nodiscard]] xcb_atom_t typeFor(xcb_atom_t target);
 
   xcb_connection_t* connection_;
   AtomTable& atoms_;
-  std::shared_ptr<const Offer> offer_;
-  xcb_timestamp_t since_ = XCB_CURRENT_TIME;
+  QHash<xcb_atom_t, Offer> offers_;
   std::list<Transfer> transfers_;
 };
 

@@ -13,7 +13,9 @@ void TrayStatusItem::show(const StatusItemState& state) {
 void TrayStatusItem::setActivationHandler(std::function<void()> handler) {
   QObject::connect(&tray_, &QSystemTrayIcon::activated, &tray_,
                    [handler = std::move(handler)](QSystemTrayIcon::ActivationReason reason) {
-                     if (reason != QSystemTrayIcon::Context) handler();
+                     // A double click comes with a click of its own.
+                     const bool click = reason == QSystemTrayIcon::Trigger || reason == QSystemTrayIcon::MiddleClick;
+                     if (click) handler();
                    });
 }
 

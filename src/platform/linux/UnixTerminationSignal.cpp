@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <array>
+#include <cerrno>
 #include <atomic>
 
 namespace nimbrel {
@@ -16,8 +17,10 @@ constexpr std::array kSignals{SIGTERM, SIGINT, SIGHUP};
 std::atomic<int> pipeEnd = -1;
 
 void writeToPipe(int) {
+  const int savedError = errno;
   const char byte = 1;
   [[maybe_unused]] const auto written = write(pipeEnd, &byte, 1);
+  errno = savedError;
 }
 
 void setSignalAction(void (*action)(int)) {

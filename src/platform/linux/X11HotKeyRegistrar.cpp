@@ -4,6 +4,7 @@
 #define explicit explicitModifiers
 #include <xcb/xkb.h>
 #undef explicit
+#include <xcb/xinput.h>
 
 #include <algorithm>
 
@@ -62,6 +63,9 @@ bool X11HotKeyRegistrar::registerHotKey(quint32 id, quint32 keyCode, quint32 mod
   const auto key = x11KeyCode(keyCode);
   if (!session_.isConnected() || !key || grabs_.contains(id)) return false;
   const Grab grab{*key, x11Mask(modifiers, modifiers_)};
+  // The server lets one client grab a key twice, and release it twice with one call.
+  const bool isHeld = std::any_of(grabs_.cbegin(), grabs_.cend(), [&](const Grab& other) { return other == grab; });
+  if (isHeld) return false;
   QList<xcb_void_cookie_t> cookies;
   for (const std::uint16_t locks : lockStates()) {
     cookies.append(xcb_grab_key_checked(session_.connection(), 0, session_.root(),
@@ -93,15 +97,22 @@ void X11HotKeyRegistrar::release(const Grab& grab) {
     xcb_ungrab_key(session_.connection(), grab.key, session_.root(), static_cast<std::uint16_t>(grab.modifiers | locks));
 }
 
+void X11HotKeyRegistrar::forget(xcb_keycode_t released) {
+  if (released != held_) return;
+  held_ = 0;
+  session_.watchRawEvents(XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE, false);
+}
+
 void X11HotKeyRegistrar::handle(const xcb_generic_event_t& event) {
+  // The release of a hot key may go to another program, when the keyboard has changed hands meanwhile.
+  if (session_.rawEventType(event) == XCB_INPUT_RAW_KEY_RELEASE)
+    return forget(static_cast<xcb_keycode_t>(eventAs<xcb_input_raw_key_release_event_t>(event).detail));
   const int type = eventType(event);
   if (type != XCB_KEY_PRESS && type != XCB_KEY_RELEASE) return;
   const auto& key = eventAs<xcb_key_press_event_t>(event);
-  if (type == XCB_KEY_RELEASE) {
-    if (key.detail == held_) held_ = 0;
-    return;
-  }
+  if (type == XCB_KEY_RELEASE) return forget(key.detail);
   if (std::exchange(held_, key.detail) == key.detail) return;
+  session_.watchRawEvents(XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE, true);
   const unsigned meant = modifiers_.shift | modifiers_.control | modifiers_.alt | modifiers_.super;
   for (auto it = grabs_.constBegin(); it != grabs_.constEnd(); ++it) {
     if (it->key == key.detail && it->modifiers == (key.state & meant)) {

@@ -25,11 +25,13 @@ class X11HotKeyRegistrar final : public QObject, public HotKeyRegistrar {
   struct Grab {
     xcb_keycode_t key;
     std::uint16_t modifiers;
+    bool operator==(const Grab&) const = default;
   };
 
   [[nodiscard]] QList<std::uint16_t> lockStates() const;
   void release(const Grab& grab);
   void handle(const xcb_generic_event_t& event);
+  void forget(xcb_keycode_t released);
 
   X11Session& session_;
   X11Modifiers modifiers_;

@@ -87,9 +87,11 @@ std::optional<xcb_keycode_t> X11Keyboard::keyFor(xcb_keysym_t symbol) {
 
 QList<xcb_keycode_t> X11Keyboard::heldModifiers() {
   QList<xcb_keycode_t> held;
+  const QList<xcb_keycode_t> keys = modifiers().keys;
+  // Last of all: what the user lets go of after this is pressed again by mistake.
   const auto reply = session_.reply(xcb_query_keymap_reply, xcb_query_keymap(session_.connection()));
   if (!reply) return held;
-  for (const xcb_keycode_t key : modifiers().keys) {
+  for (const xcb_keycode_t key : keys) {
     if (reply->keys[key / 8] & (1U << (key % 8))) held.append(key);
   }
   return held;

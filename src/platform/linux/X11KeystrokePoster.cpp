@@ -61,7 +61,8 @@ void X11KeystrokePoster::postPaste() {
   const auto application = focusedApplication();
   if (application && application->processId == QCoreApplication::applicationPid()) return;
   const PasteChord chord = pasteChordOf(application ? application->identifier : QString());
-  if (chord == PasteChord::shiftInsertPrimary) pasteboard_.offerAsPrimary();
+  // Anything else that PRIMARY may hold must not be pasted in the clip's place.
+  if (chord == PasteChord::shiftInsertPrimary && !pasteboard_.offerAsPrimary()) return;
   QList<xcb_keycode_t> keys;
   for (const xcb_keysym_t symbol : symbolsOf(chord)) {
     auto key = keyboard_.keyFor(symbol);

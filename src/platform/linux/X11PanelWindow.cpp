@@ -45,7 +45,6 @@ X11PanelWindow::X11PanelWindow(QWidget& widget, X11Session& session)
   if (!session_.isConnected()) return;
   superMask_ = X11Keyboard(session_).modifiers().super;
   session_.addEventHandler(this, [this](const xcb_generic_event_t& event) { handle(event); });
-  watchClicks();
 }
 
 X11PanelWindow::~X11PanelWindow() {
@@ -54,20 +53,6 @@ X11PanelWindow::~X11PanelWindow() {
 }
 
 xcb_window_t X11PanelWindow::window() const { return static_cast<xcb_window_t>(widget_.winId()); }
-
-void X11PanelWindow::watchClicks() {
-  const auto* const extension = xcb_get_extension_data(session_.connection(), &xcb_input_id);
-  if (!extension || !extension->present) return;
-  static_cast<void>(session_.reply(xcb_input_xi_query_version_reply,
-                                   xcb_input_xi_query_version(session_.connection(), 2, 2)));
-  inputExtension_ = extension->major_opcode;
-  const struct {
-    xcb_input_event_mask_t head;
-    std::uint32_t mask;
-  } selection{{XCB_INPUT_DEVICE_ALL_MASTER, 1}, XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS};
-  xcb_input_xi_select_events(session_.connection(), session_.root(), 1, &selection.head);
-  session_.flush();
-}
 
 bool X11PanelWindow::blendsWithDesktop() {
   if (!session_.isConnected()) return false;
@@ -79,6 +64,8 @@ bool X11PanelWindow::blendsWithDesktop() {
 }
 
 void X11PanelWindow::present() {
+  if (!session_.isConnected()) return widget_.show();
+  session_.watchRawEvents(XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS, true);
   const auto focus = session_.reply(xcb_get_input_focus_reply, xcb_get_input_focus(session_.connection()));
   if (focus && focus->focus != window()) {
     previousFocus_ = focus->focus;
@@ -139,6 +126,7 @@ void X11PanelWindow::pretendFocus(bool focused) {
 void X11PanelWindow::dismiss(bool returnFocus) {
   presented_ = false;
   idleTimer_.stop();
+  session_.watchRawEvents(XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS, false);
   const Loan loan = std::exchange(loan_, Loan::none);
   if (loan == Loan::keyboard) {
     pretendFocus(false);
@@ -169,7 +157,8 @@ void X11PanelWindow::checkFocus() {
 
 bool X11PanelWindow::focusIsBack() {
   constexpr int kMaxDepth = 8;
-  if (presented_) return false;
+  // Without a window that had the keyboard there is none that the keystroke is meant for.
+  if (presented_ || previousFocus_ <= XCB_INPUT_FOCUS_POINTER_ROOT || previousFocus_ == session_.root()) return false;
   xcb_window_t window = session_.focusWindow();
   if (window == previousFocus_) return true;
   // Some programs put the focus on a window inside their own as soon as they get it.
@@ -177,7 +166,7 @@ bool X11PanelWindow::focusIsBack() {
     const auto tree = session_.reply(xcb_query_tree_reply, xcb_query_tree(session_.connection(), window));
     if (!tree) return false;
     window = tree->parent;
-    if (window == previousFocus_) return window != session_.root();
+    if (window == previousFocus_) return true;
   }
   return false;
 }
@@ -206,9 +195,7 @@ bool X11PanelWindow::nativeEventFilter(const QByteArray& type, void* message, qi
 }
 
 void X11PanelWindow::handle(const xcb_generic_event_t& event) {
-  if (!presented_ || eventType(event) != XCB_GE_GENERIC) return;
-  const auto& generic = eventAs<xcb_ge_generic_event_t>(event);
-  if (generic.extension != inputExtension_ || generic.event_type != XCB_INPUT_RAW_BUTTON_PRESS) return;
+  if (!presented_ || session_.rawEventType(event) != XCB_INPUT_RAW_BUTTON_PRESS) return;
   const auto& press = eventAs<xcb_input_raw_button_press_event_t>(event);
   // The click itself goes where it was meant; the panel only learns that it was not meant for it.
   if (isClick(press.detail) && !QGuiApplication::topLevelAt(QCursor::pos())) resign();

@@ -37,7 +37,6 @@ class X11PanelWindow final : public QObject, public PanelWindow, private QAbstra
   [[nodiscard]] bool grabKeyboard();
   void borrowFocus();
   void pretendFocus(bool focused);
-  void watchClicks();
   void handle(const xcb_generic_event_t& event);
   void resign();
   void checkFocus();
@@ -48,7 +47,6 @@ class X11PanelWindow final : public QObject, public PanelWindow, private QAbstra
   X11Session& session_;
   /// Qt's own connection, which sees the window's requests and events in order.
   xcb_connection_t* qt_ = nullptr;
-  int inputExtension_ = -1;
   bool presented_ = false;
   Loan loan_ = Loan::none;
   std::uint16_t superMask_ = XCB_MOD_MASK_4;

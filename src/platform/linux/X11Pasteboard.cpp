@@ -71,9 +71,16 @@ std::optional<qint64> X11Pasteboard::write(const PasteboardContent& content) {
   const qint64 count = ++shared_.changeCount;
   shared_.text = content.text;
   shared_.pendingWrite = content;
-  wakeWorker();
-  shared_.written.wait_for(lock, kWriteTimeout);
+  shared_.pendingClear = false;
+  awaitWorker(lock);
   return count;
+}
+
+bool X11Pasteboard::awaitWorker(std::unique_lock<std::mutex>& lock) {
+  const quint64 ticket = ++shared_.askedTicket;
+  wakeWorker();
+  return shared_.written.wait_for(lock, kWriteTimeout,
+                                  [&] { return shared_.doneTicket >= ticket || !shared_.connected; });
 }
 
 std::optional<qint64> X11Pasteboard::clearIfUnchanged(qint64 count) {
@@ -81,6 +88,7 @@ std::optional<qint64> X11Pasteboard::clearIfUnchanged(qint64 count) {
   if (!shared_.connected || shared_.changeCount != count) return std::nullopt;
   const qint64 cleared = ++shared_.changeCount;
   shared_.text.reset();
+  shared_.pendingWrite.reset();
   shared_.pendingClear = true;
   wakeWorker();
   return cleared;
@@ -88,12 +96,11 @@ std::optional<qint64> X11Pasteboard::clearIfUnchanged(qint64 count) {
 
 void X11Pasteboard::setChangeHandler(std::function<void()> handler) { handler_ = std::move(handler); }
 
-void X11Pasteboard::offerAsPrimary() {
+bool X11Pasteboard::offerAsPrimary() {
   std::unique_lock lock(shared_.mutex);
-  if (!shared_.connected) return;
+  if (!shared_.connected) return false;
   shared_.pendingPrimary = true;
-  wakeWorker();
-  shared_.written.wait_for(lock, kWriteTimeout);
+  return awaitWorker(lock) && shared_.primaryIsOurs;
 }
 
 void X11Pasteboard::wakeWorker() {

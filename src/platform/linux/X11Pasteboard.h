@@ -30,9 +30,10 @@ class X11Pasteboard final : public Pasteboard {
   std::optional<qint64> clearIfUnchanged(qint64 count) override;
   void setChangeHandler(std::function<void()> handler) override;
 
-  /// Offers the program's own content as the PRIMARY selection too, for terminals that paste from there; does
-  /// nothing while the content on the pasteboard is somebody else's. Main thread.
-  void offerAsPrimary();
+  /// Offers the program's own content as the PRIMARY selection too, for terminals that paste from there. False when
+  /// it could not be had: the content on the pasteboard is somebody else's, or the server does not answer. Main
+  /// thread.
+  [[nodiscard]] bool offerAsPrimary();
 
  private:
   class Worker;
@@ -50,10 +51,16 @@ class X11Pasteboard final : public Pasteboard {
     std::optional<PasteboardContent> pendingWrite;
     bool pendingClear = false;
     bool pendingPrimary = false;
+    /// Wishes are numbered; those up to `doneTicket` have been carried out.
+    quint64 askedTicket = 0;
+    quint64 doneTicket = 0;
+    bool primaryIsOurs = false;
     bool stopping = false;
     bool connected = true;
   };
 
+  /// Wakes the worker and waits a little until it has carried out what was asked; whether it has.
+  bool awaitWorker(std::unique_lock<std::mutex>& lock);
   void wakeWorker();
   void announce();
 

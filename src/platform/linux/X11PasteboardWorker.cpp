@@ -5,6 +5,9 @@
 #include <xcb/xfixes.h>
 
 #include <QLoggingCategory>
+#include <algorithm>
+#include <thread>
+#include <vector>
 
 namespace nimbrel {
 namespace {
@@ -19,7 +22,11 @@ constexpr qint64 kMaxReadyBytes = 128 * 1024 * 1024;
 
 qint64 sizeOf(const PasteboardSnapshot& snapshot) {
   const auto bytes = [](const std::optional<QByteArray>& data) { return data ? data->size() : 0; };
-  return (snapshot.text ? snapshot.text->size() * 2 : 0) + bytes(snapshot.rtf) + bytes(snapshot.html) +
+  // A URL is a few hundred bytes in memory, however short it is.
+  qint64 names = snapshot.fileUrls.size() * 512;
+  for (const QString& type : snapshot.types)
+    names += type.size() * 2;
+  return names + (snapshot.text ? snapshot.text->size() * 2 : 0) + bytes(snapshot.rtf) + bytes(snapshot.html) +
          bytes(snapshot.image);
 }
 
@@ -29,8 +36,7 @@ X11Pasteboard::Worker::Worker(X11Pasteboard& owner, const QByteArray& display)
     : owner_(owner),
       connection_(xcb_connect(display.isEmpty() ? nullptr : display.constData(), nullptr)),
       atoms_(connection_.get()),
-      clipboard_(connection_.get(), atoms_),
-      primary_(connection_.get(), atoms_),
+      server_(connection_.get(), atoms_),
       activeApplication_(connection_.get(), atoms_, owner.entries_) {
   connected_ = prepare();
 }
@@ -48,42 +54,72 @@ bool X11Pasteboard::Worker::prepare() {
   const std::uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE;
   xcb_create_window(x, XCB_COPY_FROM_PARENT, window_, rootWindow(x), 0, 0, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY,
                     XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK, &mask);
+  clipboard_ = atoms_.atom(QStringLiteral("CLIPBOARD"));
+  return clipboard_ != XCB_ATOM_NONE;
+}
+
+void X11Pasteboard::Worker::watchSelection() {
+  xcb_connection_t* const x = connection_.get();
   const std::uint32_t selectionMask = XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER |
                                       XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY |
                                       XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE;
-  xcb_xfixes_select_selection_input(x, window_, atoms_.atom(QStringLiteral("CLIPBOARD")), selectionMask);
+  xcb_xfixes_select_selection_input(x, window_, clipboard_, selectionMask);
   // A round trip, so that from here on no change can escape.
   const XcbPointer<xcb_get_input_focus_reply_t> synced(xcb_get_input_focus_reply(x, xcb_get_input_focus(x), nullptr));
-  return synced != nullptr;
 }
 
 void X11Pasteboard::Worker::run() {
+  watchSelection();
   readInitialContent();
-  owner_.entries_.load();
-  while (!xcb_connection_has_error(connection_.get())) {
-    while (const XcbPointer<xcb_generic_event_t> event{xcb_poll_for_event(connection_.get())})
-      dispatch(*event);
+  // Beside the loop: a slow disk must not keep anybody's copy waiting.
+  std::thread entriesLoader([this] { owner_.entries_.load(); });
+  while (!xcb_connection_has_error(connection_.get()) && !isStopping()) {
     takeWishes();
-    {
-      const std::lock_guard lock(owner_.shared_.mutex);
-      if (owner_.shared_.stopping) break;
-    }
     const auto now = std::chrono::steady_clock::now();
     if (read_) read_->expire(now);
     settleRead();
-    clipboard_.expire(now);
-    primary_.expire(now);
+    server_.expire(now);
+    // Sending can read events into the library's queue, where poll does not see them: they are looked for after it,
+    // and nothing is sent between that look and the wait.
     xcb_flush(connection_.get());
-    waitForWork();
+    if (!handleEvents()) waitForWork();
   }
   read_.reset();
+  entriesLoader.join();
   const std::lock_guard lock(owner_.shared_.mutex);
   owner_.shared_.connected = false;
   owner_.shared_.written.notify_all();
 }
 
+bool X11Pasteboard::Worker::isStopping() const {
+  const std::lock_guard lock(owner_.shared_.mutex);
+  return owner_.shared_.stopping;
+}
+
+bool X11Pasteboard::Worker::handleEvents() {
+  // A batch at a time, so that a flood of events keeps neither the main thread's wishes nor the end waiting.
+  constexpr std::size_t kBatch = 64;
+  std::vector<XcbPointer<xcb_generic_event_t>> events;
+  while (events.size() < kBatch) {
+    XcbPointer<xcb_generic_event_t> event(xcb_poll_for_event(connection_.get()));
+    if (!event) break;
+    events.push_back(std::move(event));
+  }
+  const auto isOwnerChange = [this](const auto& event) { return eventType(*event) == selectionEvent_; };
+  const auto lastChange = std::find_if(events.rbegin(), events.rend(), isOwnerChange);
+  for (const auto& event : events) {
+    // Of several owners in one batch only the last can still be asked.
+    if (isOwnerChange(event) && event != *lastChange) {
+      noteSuperseded(*event);
+      continue;
+    }
+    dispatch(*event);
+  }
+  return !events.empty();
+}
+
 void X11Pasteboard::Worker::readInitialContent() {
-  const auto cookie = xcb_get_selection_owner(connection_.get(), atoms_.atom(QStringLiteral("CLIPBOARD")));
+  const auto cookie = xcb_get_selection_owner(connection_.get(), clipboard_);
   const XcbPointer<xcb_get_selection_owner_reply_t> owner(
       xcb_get_selection_owner_reply(connection_.get(), cookie, nullptr));
   if (!owner || owner->owner == XCB_WINDOW_NONE) return;
@@ -97,8 +133,7 @@ std::optional<X11Pasteboard::Worker::TimePoint> X11Pasteboard::Worker::nextDeadl
     if (deadline && (!next || *deadline < *next)) next = deadline;
   };
   if (read_) consider(read_->deadline());
-  consider(clipboard_.deadline());
-  consider(primary_.deadline());
+  consider(server_.deadline());
   return next;
 }
 
@@ -124,22 +159,28 @@ void X11Pasteboard::Worker::takeWishes() {
     content = std::exchange(owner_.shared_.pendingWrite, std::nullopt);
     clear = std::exchange(owner_.shared_.pendingClear, false);
     primary = std::exchange(owner_.shared_.pendingPrimary, false);
+    heardTicket_ = owner_.shared_.askedTicket;
   }
   if (clear) clearSelection();
   if (content) {
+    abandonRead("se pegó un elemento antes");
     content_ = std::move(*content);
-    // What was being read is not on the pasteboard any more in a moment.
-    if (read_ && !readingInitial_) qCWarning(pasteboardLog, "No se pudo leer lo copiado: se pegó un elemento antes");
-    read_.reset();
-    readingInitial_ = false;
-    ownChange_.clipboard = true;
-    ownChange_.primary = false;
+    ownChange_ = {.clipboard = true, .primary = false};
     askServerTime();
   }
-  if (primary && (contentIsOurs_ || ownChange_.clipboard)) {
-    ownChange_.primary = true;
+  if (!primary) return;
+  ownChange_.primary = contentIsOurs_ || ownChange_.clipboard;
+  if (ownChange_.primary)
     askServerTime();
-  }
+  else
+    reportDone(false);
+}
+
+void X11Pasteboard::Worker::reportDone(bool primaryIsOurs) {
+  const std::lock_guard lock(owner_.shared_.mutex);
+  owner_.shared_.doneTicket = heardTicket_;
+  owner_.shared_.primaryIsOurs = primaryIsOurs;
+  owner_.shared_.written.notify_all();
 }
 
 void X11Pasteboard::Worker::askServerTime() {
@@ -151,32 +192,48 @@ void X11Pasteboard::Worker::applyOwnChange(xcb_timestamp_t time) {
   const OwnChange change = std::exchange(ownChange_, {});
   xcb_connection_t* const x = connection_.get();
   if (change.clipboard) {
-    clipboard_.offer(content_, time);
-    xcb_set_selection_owner(x, window_, atoms_.atom(QStringLiteral("CLIPBOARD")), time);
-    contentIsOurs_ = true;
+    abandonRead("se pegó un elemento antes");
+    // What was lent for the paste before this one is over.
+    withdrawPrimary();
+    server_.offer(clipboard_, content_, time);
+    xcb_set_selection_owner(x, window_, clipboard_, time);
     ownerTime_ = time;
+    contentIsOurs_ = owns(clipboard_);
+    if (!contentIsOurs_) server_.withdraw(clipboard_);
   }
-  if (change.primary) {
-    primary_.offer(content_, time);
+  bool primaryIsOurs = false;
+  if (change.primary && contentIsOurs_) {
+    server_.offer(XCB_ATOM_PRIMARY, content_, time);
     xcb_set_selection_owner(x, window_, XCB_ATOM_PRIMARY, time);
+    primaryIsOurs = owns(XCB_ATOM_PRIMARY);
+    if (!primaryIsOurs) server_.withdraw(XCB_ATOM_PRIMARY);
   }
-  const XcbPointer<xcb_get_input_focus_reply_t> synced(xcb_get_input_focus_reply(x, xcb_get_input_focus(x), nullptr));
-  const std::lock_guard lock(owner_.shared_.mutex);
-  owner_.shared_.written.notify_all();
+  reportDone(primaryIsOurs);
+}
+
+bool X11Pasteboard::Worker::owns(xcb_atom_t selection) {
+  const auto cookie = xcb_get_selection_owner(connection_.get(), selection);
+  const XcbPointer<xcb_get_selection_owner_reply_t> owner(
+      xcb_get_selection_owner_reply(connection_.get(), cookie, nullptr));
+  return owner && owner->owner == window_;
 }
 
 void X11Pasteboard::Worker::clearSelection() {
+  // A write that has not been carried out yet is called off.
+  ownChange_ = {};
+  content_ = {};
+  withdrawPrimary();
   // With the time at which the known owner took it, the request has no effect on anybody who took it later.
   const bool somebodyNewer = read_ && !readingInitial_;
   if (somebodyNewer) return;
-  xcb_set_selection_owner(connection_.get(), XCB_WINDOW_NONE, atoms_.atom(QStringLiteral("CLIPBOARD")), ownerTime_);
-  withdrawPrimary();
+  xcb_set_selection_owner(connection_.get(), XCB_WINDOW_NONE, clipboard_, ownerTime_);
 }
 
 void X11Pasteboard::Worker::withdrawPrimary() {
-  if (!primary_.isOffering()) return;
-  xcb_set_selection_owner(connection_.get(), XCB_WINDOW_NONE, XCB_ATOM_PRIMARY, primary_.offeredSince());
-  primary_.withdraw();
+  const auto since = server_.offeredSince(XCB_ATOM_PRIMARY);
+  if (!since) return;
+  xcb_set_selection_owner(connection_.get(), XCB_WINDOW_NONE, XCB_ATOM_PRIMARY, *since);
+  server_.withdraw(XCB_ATOM_PRIMARY);
 }
 
 void X11Pasteboard::Worker::dispatch(const xcb_generic_event_t& event) {
@@ -199,20 +256,14 @@ void X11Pasteboard::Worker::dispatch(const xcb_generic_event_t& event) {
         read_->handle(notify, now);
         return settleRead();
       }
-      clipboard_.handle(notify, now);
-      return primary_.handle(notify, now);
+      return server_.handle(notify, now);
     }
-    case XCB_SELECTION_REQUEST: {
-      const auto& request = eventAs<xcb_selection_request_event_t>(event);
-      return (request.selection == XCB_ATOM_PRIMARY ? primary_ : clipboard_).handle(request, now);
-    }
-    case XCB_SELECTION_CLEAR: {
-      const auto& clear = eventAs<xcb_selection_clear_event_t>(event);
-      return (clear.selection == XCB_ATOM_PRIMARY ? primary_ : clipboard_).withdraw();
-    }
+    case XCB_SELECTION_REQUEST:
+      return server_.handle(eventAs<xcb_selection_request_event_t>(event), now);
+    case XCB_SELECTION_CLEAR:
+      return server_.withdraw(eventAs<xcb_selection_clear_event_t>(event).selection);
     case XCB_DESTROY_NOTIFY:
-      clipboard_.handle(eventAs<xcb_destroy_notify_event_t>(event));
-      return primary_.handle(eventAs<xcb_destroy_notify_event_t>(event));
+      return server_.handle(eventAs<xcb_destroy_notify_event_t>(event));
     default:
       return;
   }
@@ -220,17 +271,47 @@ void X11Pasteboard::Worker::dispatch(const xcb_generic_event_t& event) {
 
 void X11Pasteboard::Worker::ownerChanged(const xcb_generic_event_t& event) {
   const auto& notify = eventAs<xcb_xfixes_selection_notify_event_t>(event);
-  if (notify.owner == window_) return;
-  // A newer owner: what is still being read has lost its source.
-  read_.reset();
-  readingInitial_ = false;
+  if (notify.owner == window_) {
+    // The server's word on the order of things: whatever was noticed before came before.
+    contentIsOurs_ = true;
+    ownerTime_ = notify.selection_timestamp;
+    return abandonRead("se pegó un elemento antes");
+  }
+  abandonRead("se copió otra cosa antes de que contestara");
   contentIsOurs_ = false;
+  if (!ownChange_.clipboard) content_ = {};
   withdrawPrimary();
   ownerTime_ = notify.selection_timestamp;
   frontAtChange_ = activeApplication_.current();
+  changedAt_ = std::chrono::steady_clock::now();
   const bool taken = notify.subtype == XCB_XFIXES_SELECTION_EVENT_SET_SELECTION_OWNER && notify.owner != XCB_WINDOW_NONE;
   if (taken) return beginRead(notify.selection_timestamp);
-  publish({});
+  PasteboardSnapshot nothing;
+  nothing.changedAt = changedAt_;
+  publish(std::move(nothing));
+}
+
+void X11Pasteboard::Worker::noteSuperseded(const xcb_generic_event_t& event) {
+  const auto& notify = eventAs<xcb_xfixes_selection_notify_event_t>(event);
+  abandonRead("se copió otra cosa antes de que contestara");
+  if (notify.owner != window_ && notify.owner != XCB_WINDOW_NONE)
+    qCWarning(pasteboardLog, "No se pudo leer lo copiado: se copió otra cosa enseguida");
+}
+
+void X11Pasteboard::Worker::abandonRead(const char* reason) {
+  if (!read_) return;
+  const bool initial = std::exchange(readingInitial_, false);
+  PasteboardSnapshot snapshot = read_->snapshot();
+  const bool hasContent = read_->hasContent();
+  read_.reset();
+  if (initial) return;
+  if (!hasContent) {
+    qCWarning(pasteboardLog, "No se pudo leer lo copiado: %s", reason);
+    return;
+  }
+  snapshot.frontApplication = frontAtChange_;
+  snapshot.changedAt = changedAt_;
+  publish(std::move(snapshot));
 }
 
 void X11Pasteboard::Worker::beginRead(xcb_timestamp_t time) {
@@ -256,6 +337,7 @@ void X11Pasteboard::Worker::settleRead() {
     qCWarning(pasteboardLog, "No se pudo leer lo copiado: %s no contestó a tiempo",
               qUtf8Printable(frontAtChange_ ? frontAtChange_->name : QStringLiteral("la aplicación")));
   snapshot.frontApplication = frontAtChange_;
+  snapshot.changedAt = changedAt_;
   publish(std::move(snapshot));
 }
 

@@ -1,5 +1,9 @@
 #include "platform/linux/X11Session.h"
 
+#include <xcb/xinput.h>
+
+#include <QAbstractEventDispatcher>
+
 namespace nimbrel {
 
 X11Session::X11Session(const QByteArray& display)
@@ -10,6 +14,12 @@ X11Session::X11Session(const QByteArray& display)
   root_ = rootWindow(connection_.get());
   notifier_ = std::make_unique<QSocketNotifier>(xcb_get_file_descriptor(connection_.get()), QSocketNotifier::Read);
   connect(notifier_.get(), &QSocketNotifier::activated, this, [this] { deliver(); });
+  // Waiting for a reply or sending can read events into the library's queue, where the socket does not show them.
+  connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, this, [this] { deliver(); });
+  const auto* const extension = xcb_get_extension_data(connection(), &xcb_input_id);
+  if (!extension || !extension->present) return;
+  inputExtension_ = extension->major_opcode;
+  static_cast<void>(reply(xcb_input_xi_query_version_reply, xcb_input_xi_query_version(connection(), 2, 2)));
 }
 
 X11Session::~X11Session() = default;
@@ -23,7 +33,6 @@ void X11Session::addEventHandler(QObject* owner, EventHandler handler) {
 
 bool X11Session::succeeded(xcb_void_cookie_t cookie) {
   const XcbPointer<xcb_generic_error_t> error(xcb_request_check(connection_.get(), cookie));
-  deliverSoon();
   return !error;
 }
 
@@ -33,10 +42,9 @@ xcb_window_t X11Session::focusWindow() {
 }
 
 void X11Session::deliver() {
-  deliveryQueued_ = false;
   while (const XcbPointer<xcb_generic_event_t> event{xcb_poll_for_event(connection_.get())})
     distribute(*event);
-  if (xcb_connection_has_error(connection_.get())) notifier_->setEnabled(false);
+  if (notifier_ && xcb_connection_has_error(connection_.get())) notifier_->setEnabled(false);
 }
 
 void X11Session::distribute(const xcb_generic_event_t& event) {
@@ -46,9 +54,21 @@ void X11Session::distribute(const xcb_generic_event_t& event) {
     handler.handle(event);
 }
 
-void X11Session::deliverSoon() {
-  if (std::exchange(deliveryQueued_, true)) return;
-  QMetaObject::invokeMethod(this, [this] { deliver(); }, Qt::QueuedConnection);
+void X11Session::watchRawEvents(std::uint32_t mask, bool watch) {
+  const std::uint32_t wanted = watch ? rawMask_ | mask : rawMask_ & ~mask;
+  if (inputExtension_ < 0 || std::exchange(rawMask_, wanted) == wanted) return;
+  const struct {
+    xcb_input_event_mask_t head;
+    std::uint32_t mask;
+  } selection{{XCB_INPUT_DEVICE_ALL_MASTER, 1}, wanted};
+  xcb_input_xi_select_events(connection(), root_, 1, &selection.head);
+  flush();
+}
+
+int X11Session::rawEventType(const xcb_generic_event_t& event) const {
+  if (eventType(event) != XCB_GE_GENERIC) return 0;
+  const auto& generic = eventAs<xcb_ge_generic_event_t>(event);
+  return generic.extension == inputExtension_ ? generic.event_type : 0;
 }
 
 }  // namespace nimbrel

@@ -33,14 +33,17 @@ class X11Session final : public QObject {
   /// Gives every handler an event that came to the program by another connection.
   void distribute(const xcb_generic_event_t& event);
 
-  /// Takes the reply that `fetch` gets from the connection. Events that the library read meanwhile are delivered
-  /// soon after, which the socket alone would not cause.
+  /// Asks for raw input events (XInput 2) of a kind, or for no more of them; they come whoever has the keyboard or the
+  /// pointer. `rawEventType` tells which kind an event is of, 0 for all others.
+  void watchRawEvents(std::uint32_t mask, bool watch);
+  [[nodiscard]] int rawEventType(const xcb_generic_event_t& event) const;
+
+  /// Takes the reply that `fetch` gets from the connection.
   template <typename Reply, typename Cookie>
   XcbPointer<Reply> reply(Reply* (*fetch)(xcb_connection_t*, Cookie, xcb_generic_error_t**), Cookie cookie) {
     xcb_generic_error_t* error = nullptr;
     XcbPointer<Reply> taken(fetch(connection_.get(), cookie, &error));
     const XcbPointer<xcb_generic_error_t> owned(error);
-    deliverSoon();
     return taken;
   }
 
@@ -59,7 +62,6 @@ class X11Session final : public QObject {
   };
 
   void deliver();
-  void deliverSoon();
 
   XcbConnection connection_;
   bool connected_;
@@ -67,7 +69,9 @@ class X11Session final : public QObject {
   AtomTable atoms_;
   std::vector<Handler> handlers_;
   std::unique_ptr<QSocketNotifier> notifier_;
-  bool deliveryQueued_ = false;
+  /// The extension's opcode, −1 without it.
+  int inputExtension_ = -1;
+  std::uint32_t rawMask_ = 0;
 };
 
 }  // namespace nimbrel

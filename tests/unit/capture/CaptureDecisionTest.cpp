@@ -94,6 +94,12 @@ TEST_F(CaptureDecisionTest, PrefersFilesToText) {
   EXPECT_EQ(files->paths, u"/tmp/a b\n/tmp/ñ"_s);
 }
 
+TEST_F(CaptureDecisionTest, SpellsTheSameFileTheSameWay) {
+  snapshot.types = {pasteboardType::fileUrl.toString()};
+  snapshot.fileUrls = {QUrl::fromEncoded("file:///tmp/a%21;b~c%7Ed"), QUrl::fromEncoded("file:///tmp/a!%3Bb%7Ec~d")};
+  EXPECT_EQ(decided<CaptureFiles>()->urls, u"file:///tmp/a!%3Bb~c~d\nfile:///tmp/a!%3Bb~c~d"_s);
+}
+
 TEST_F(CaptureDecisionTest, TakesTextWhenTheUrlIsNoFile) {
   offerText(u"https://example.org"_s);
   snapshot.fileUrls = {QUrl(u"https://example.org"_s)};

@@ -38,6 +38,26 @@ TEST_F(Capture, StillTakesWhatWasCopiedJustBeforeThePause) {
   EXPECT_EQ(texts(), QStringList{u"antes"_s});
 }
 
+TEST_F(Capture, GoesByTheMomentOfTheCopyNotOfItsArrival) {
+  launch();
+  PasteboardSnapshot late;
+  late.types = {pasteboardType::plainText.toString()};
+  late.text = u"copiado antes de la pausa"_s;
+  late.changedAt = clock.steady;
+  clock.advance(1s);
+  store().setPaused(true);
+  pasteboard.copy(late);
+  store().tick();
+  EXPECT_EQ(texts(), QStringList{u"copiado antes de la pausa"_s});
+  late.text = u"copiado en pausa"_s;
+  late.changedAt = clock.steady;
+  clock.advance(1s);
+  store().setPaused(false);
+  pasteboard.copy(late);
+  store().tick();
+  EXPECT_EQ(texts().size(), 1);
+}
+
 TEST_F(Capture, TellsOfAPauseOnce) {
   launch();
   const QSignalSpy changes(&store(), &ClipboardStore::pauseChanged);

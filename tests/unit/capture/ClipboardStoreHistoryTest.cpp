@@ -200,6 +200,14 @@ TEST_F(History, WritesImagesAsStored) {
   EXPECT_EQ(pasteboard.writes.last().png, QByteArray("png"));
 }
 
+TEST_F(History, WritesNothingForAnImageThatIsGone) {
+  launch();
+  ClipItem item = testing::textClip(QString());
+  item.imageFile = u"A.png"_s;
+  EXPECT_FALSE(store().copyToPasteboard(item, false));
+  EXPECT_TRUE(pasteboard.writes.isEmpty());
+}
+
 TEST_F(History, ExpandsPlaceholdersButNotTheClipboardsOnTheWayOut) {
   launch();
   store().copyToPasteboard(testing::textClip(u"{year} {clipboard}"_s), false);

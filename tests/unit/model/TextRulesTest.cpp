@@ -33,6 +33,10 @@ TEST(TextRules, CutOnlyBetweenCharacters) {
   EXPECT_EQ(firstCharacters(u"a👩‍👩‍👧b"_s, 2), u"a👩‍👩‍👧"_s);
   EXPECT_EQ(firstCharacters(u"a\r\nb"_s, 2), u"a\r\n"_s);
   EXPECT_EQ(firstCharacters(u"hola"_s, 0), u""_s);
+  // One character of a thousand units, far longer than anything that is looked at first.
+  const QString tall = u'a' + QString(1000, u'\u0301');
+  EXPECT_EQ(firstCharacters(tall + tall + tall, 2), tall + tall);
+  EXPECT_EQ(firstCharacters(u"’a\r\n"_s.repeated(500), 3), u"’a\r\n"_s);
   EXPECT_TRUE(hasCharacters(u"abc"_s, 3));
   EXPECT_FALSE(hasCharacters(u"ab\u0301"_s, 3));
 }

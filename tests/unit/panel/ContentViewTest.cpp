@@ -154,6 +154,25 @@ TEST_F(ContentViewTest, ShowsWhatMatchesTheQuery) {
   EXPECT_EQ(pasted(), u"12"_s);
 }
 
+TEST_F(ContentViewTest, TellsAnEmptyHistoryFromAnEmptyResult) {
+  show(0);
+  EXPECT_EQ(list()->property("emptyText").toString(), u"Nada copiado todavía"_s);
+  copyText(u"hola"_s);
+  QTest::keyClicks(field(), u"zz"_s);
+  EXPECT_EQ(list()->property("emptyText").toString(), u"Sin resultados"_s);
+}
+
+TEST_F(ContentViewTest, HintsAtWhatTheSelectedClipCanDo) {
+  launch();
+  copyText(u"hola"_s);
+  copyText(u"https://example.org"_s);
+  view = std::make_unique<ContentView>(store(), clock, nullptr);
+  auto* const hint = view->findChild<QWidget*>(u"hintLine"_s);
+  EXPECT_TRUE(hint->accessibleName().contains(u"⌘O abrir enlace"));
+  press(Qt::Key_Down);
+  EXPECT_TRUE(hint->accessibleName().contains(u"⌘1–9 directo"));
+}
+
 TEST_F(ContentViewTest, KeepsTheSelectionWhileItsClipIsVisible) {
   show(12);
   press(Qt::Key_Down);

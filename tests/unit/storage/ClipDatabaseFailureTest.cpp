@@ -113,6 +113,15 @@ TEST_F(ClipDatabaseFailure, OfANewerVersionLeavesTheFileUntouched) {
   EXPECT_EQ(content(), before);
 }
 
+TEST_F(ClipDatabaseFailure, OfAFileThatCannotBeWrittenLeavesTheHistoryInMemory) {
+  open();
+  database.reset();
+  disk.readOnly = true;
+  open();
+  EXPECT_TRUE(log.has(QString::fromUtf16(kCannotOpen) + u"8: "_s));
+  expectMemoryOnly();
+}
+
 TEST_F(ClipDatabaseFailure, OfAMigrationRollsItBack) {
   {
     SQLiteConnection old(path.toUtf8());

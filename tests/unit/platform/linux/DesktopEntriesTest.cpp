@@ -21,6 +21,11 @@ class DesktopEntriesTest : public ::testing::Test {
     file.write(content);
   }
 
+  DesktopEntry find(const QString& id, const QString& windowClass) {
+    entries.load();
+    return entries.find(id, windowClass);
+  }
+
   QTemporaryDir folder;
   DesktopEntries entries{{folder.path()}};
 };
@@ -28,37 +33,42 @@ class DesktopEntriesTest : public ::testing::Test {
 TEST_F(DesktopEntriesTest, FindApplicationsByIdAndByWindowClass) {
   install(u"org.kde.kate.desktop"_s, "[Desktop Entry]\nName=Kate\nStartupWMClass=kate-window\n");
   const DesktopEntry kate{u"org.kde.kate"_s, u"Kate"_s};
-  EXPECT_EQ(entries.find(u"org.kde.kate"_s, QString()), kate);
-  EXPECT_EQ(entries.find(QString(), u"Org.KDE.Kate"_s), kate);
-  EXPECT_EQ(entries.find(QString(), u"Kate-Window"_s), kate);
+  EXPECT_EQ(find(u"org.kde.kate"_s, QString()), kate);
+  EXPECT_EQ(find(QString(), u"Org.KDE.Kate"_s), kate);
+  EXPECT_EQ(find(QString(), u"Kate-Window"_s), kate);
 }
 
 TEST_F(DesktopEntriesTest, NameUnknownApplicationsByTheirClass) {
-  EXPECT_EQ(entries.find(QString(), u"XTerm"_s), (DesktopEntry{u"XTerm"_s, u"XTerm"_s}));
+  EXPECT_EQ(find(QString(), u"XTerm"_s), (DesktopEntry{u"XTerm"_s, u"XTerm"_s}));
 }
 
 TEST_F(DesktopEntriesTest, MapPasswordManagersToTheIgnoreListsIdentifiers) {
   install(u"org.keepassxc.KeePassXC.desktop"_s, "[Desktop Entry]\nName=KeePassXC\n");
+  EXPECT_EQ(find(QString(), u"KeePassXC"_s).identifier, u"org.keepassxc.keepassxc"_s);
+  EXPECT_EQ(find(u"org.keepassxc.KeePassXC"_s, QString()).identifier, u"org.keepassxc.keepassxc"_s);
+  EXPECT_EQ(find(QString(), u"Bitwarden"_s).identifier, u"com.bitwarden.desktop"_s);
+  EXPECT_EQ(find(QString(), u"1Password"_s).identifier, u"com.1password.1password"_s);
+}
+
+TEST_F(DesktopEntriesTest, KnowPasswordManagersBeforeAnyFileIsRead) {
   EXPECT_EQ(entries.find(QString(), u"KeePassXC"_s).identifier, u"org.keepassxc.keepassxc"_s);
-  EXPECT_EQ(entries.find(u"org.keepassxc.KeePassXC"_s, QString()).identifier, u"org.keepassxc.keepassxc"_s);
-  EXPECT_EQ(entries.find(QString(), u"Bitwarden"_s).identifier, u"com.bitwarden.desktop"_s);
-  EXPECT_EQ(entries.find(QString(), u"1Password"_s).identifier, u"com.1password.1password"_s);
+  EXPECT_EQ(entries.find(QString(), u"Kate"_s), (DesktopEntry{u"Kate"_s, u"Kate"_s}));
 }
 
 TEST_F(DesktopEntriesTest, MakeSubfoldersPartOfTheId) {
   install(u"kde/kate.desktop"_s, "[Desktop Entry]\nName=Kate\n");
-  EXPECT_EQ(entries.find(u"kde-kate"_s, QString()).name, u"Kate"_s);
+  EXPECT_EQ(find(u"kde-kate"_s, QString()).name, u"Kate"_s);
 }
 
 TEST_F(DesktopEntriesTest, ReadOnlyTheMainGroup) {
   install(u"a.desktop"_s, "# x\n[Other]\nName=No\n[Desktop Entry]\nName=Sí\n[Desktop Action x]\nName=No\n");
-  EXPECT_EQ(entries.find(u"a"_s, QString()).name, u"Sí"_s);
+  EXPECT_EQ(find(u"a"_s, QString()).name, u"Sí"_s);
 }
 
 TEST_F(DesktopEntriesTest, SurviveFilesThatAreNone) {
   install(u"a.desktop"_s, QByteArray(300'000, '\xff'));
   install(u"b.desktop"_s, {});
-  EXPECT_EQ(entries.find(u"b"_s, QString()), (DesktopEntry{u"b"_s, u"b"_s}));
+  EXPECT_EQ(find(u"b"_s, QString()), (DesktopEntry{u"b"_s, u"b"_s}));
 }
 
 }  // namespace
