@@ -83,10 +83,13 @@ class Observer {
 
   /// Whether somebody holds the hot key: the last thing that the program does at its start.
   bool hotKeyIsTaken() {
+    // With the server to itself, so that the program never finds its hot key taken by this very question.
+    xcb_grab_server(x.get());
     const auto cookie = xcb_grab_key_checked(x.get(), 0, root, XCB_MOD_MASK_SHIFT | XCB_MOD_MASK_4, kV,
                                              XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
     const XcbPointer<xcb_generic_error_t> error(xcb_request_check(x.get(), cookie));
     if (!error) xcb_ungrab_key(x.get(), kV, root, XCB_MOD_MASK_SHIFT | XCB_MOD_MASK_4);
+    xcb_ungrab_server(x.get());
     xcb_flush(x.get());
     return error != nullptr;
   }
@@ -134,7 +137,7 @@ class Program {
       _exit(127);
     }
     while (!observer.hotKeyIsTaken())
-      usleep(500);
+      usleep(1000);
     return Clock::now() - begin;
   }
   void stop() {

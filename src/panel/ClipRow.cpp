@@ -5,8 +5,6 @@
 #include <QPainter>
 #include <array>
 
-#include "capture/model/LinkText.h"
-#include "capture/model/SnippetPlaceholders.h"
 #include "panel/ClipListModel.h"
 #include "panel/ClipRowLayout.h"
 #include "panel/ClipRowText.h"
@@ -26,17 +24,19 @@ QDateTime toDateTime(std::chrono::duration<double> sinceEpoch) {
   return QDateTime::fromMSecsSinceEpoch(static_cast<qint64>(sinceEpoch.count() * 1000));
 }
 
-QList<Detail> detailsOf(const ClipItem& clip, const QDateTime& now) {
+QList<Detail> detailsOf(const IndexedClip& indexed, const QDateTime& now) {
+  const ClipItem& clip = indexed.clip;
+  const ClipTraits traits = indexed.readyTraits() ? *indexed.readyTraits() : ClipTraits{};
   const QLocale locale = QLocale::system();
   QList<Detail> details;
   const auto add = [&](const char* symbol, const QString& text) { details.append({QString::fromLatin1(symbol), text}); };
   if (isMasked(clip)) add("lock.fill", {});
-  if (!isMasked(clip) && linkOf(clip)) add("link", {});
+  if (!isMasked(clip) && traits.isLink) add("link", {});
   if (clip.isFile()) add("folder", {});
   if (clip.isImage() && clip.ocrText && !clip.ocrText->isEmpty()) add("text.viewfinder", {});
-  if (isTemplate(clip)) details.append({QStringLiteral("curlybraces"), ClipRow::tr("Plantilla"), true});
+  if (traits.isTemplate) details.append({QStringLiteral("curlybraces"), ClipRow::tr("Plantilla"), true});
   if (const QString source = sourceLabel(clip); !source.isEmpty()) add("", source);
-  if (const QString length = lengthLabel(clip, locale); !length.isEmpty()) add("", length);
+  if (const QString length = lengthLabel(indexed, locale); !length.isEmpty()) add("", length);
   if (clip.expiresAt) add("timer", ClipRow::tr("Se borrará automáticamente"));
   add("clock", relativeDate(toDateTime(clip.date.time_since_epoch()), now, locale));
   return details;
@@ -123,7 +123,7 @@ void ClipRow::paint(QPainter* painter, const QStyleOptionViewItem& option, const
   const QString preview =
       painter->fontMetrics().elidedText(previewText(clip->clip), Qt::ElideRight, layout.preview.width());
   painter->drawText(layout.preview, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, preview);
-  drawDetails(*painter, layout.details, detailsOf(clip->clip, toDateTime(clock_.now().time_since_epoch())), theme);
+  drawDetails(*painter, layout.details, detailsOf(*clip, toDateTime(clock_.now().time_since_epoch())), theme);
   if (clip->clip.pinned) symbols::draw(*painter, layout.pin, QStringLiteral("pin.fill"), theme.accent);
   if (hasBadge) drawBadge(*painter, layout.badge, index.row() + 1, theme);
   painter->restore();

@@ -57,9 +57,10 @@ QString sourceLabel(const ClipItem& clip) {
   return tr("Origen: %1").arg(*clip.sourceName);
 }
 
-QString lengthLabel(const ClipItem& clip, const QLocale& locale) {
-  if (!clip.isText() || isMasked(clip)) return {};
-  return tr("%1 car.").arg(locale.toString(characterCount(clip.text)));
+QString lengthLabel(const IndexedClip& indexed, const QLocale& locale) {
+  const ClipTraits* const traits = indexed.readyTraits();
+  if (!traits || !indexed.clip.isText() || isMasked(indexed.clip)) return {};
+  return tr("%1 car.").arg(locale.toString(traits->characters));
 }
 
 QString accessibleText(const ClipItem& clip) {

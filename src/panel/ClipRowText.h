@@ -4,7 +4,7 @@
 #include <QLocale>
 #include <QString>
 
-#include "capture/model/ClipItem.h"
+#include "capture/model/IndexedClip.h"
 
 namespace nimbrel {
 
@@ -26,8 +26,9 @@ namespace nimbrel {
 /// "Origen: …" for a local application, the device's line for a clip from another device, nothing when unknown.
 [[nodiscard]] QString sourceLabel(const ClipItem& clip);
 
-/// "51 car.", the number of characters of a text clip; nothing for other clips and for masked ones.
-[[nodiscard]] QString lengthLabel(const ClipItem& clip, const QLocale& locale);
+/// "51 car.", the number of characters of a text clip; nothing for other clips, for masked ones, and for a long text
+/// as long as it has not been counted.
+[[nodiscard]] QString lengthLabel(const IndexedClip& clip, const QLocale& locale);
 
 /// What a screen reader says of a row; never the content of a masked clip.
 [[nodiscard]] QString accessibleText(const ClipItem& clip);

@@ -1,11 +1,16 @@
 #include "capture/model/IndexedClip.h"
 
+#include "capture/model/LinkText.h"
+#include "capture/model/SnippetPlaceholders.h"
 #include "capture/model/TextRules.h"
 
 namespace nimbrel {
 namespace {
 
 constexpr qsizetype kMaxPieceCharacters = 50'000;
+
+/// UTF-16 units that are looked through in well under a millisecond.
+constexpr qsizetype kShortText = 4096;
 
 }  // namespace
 
@@ -19,6 +24,18 @@ std::optional<QByteArray> searchBody(const ClipItem& clip) {
   if (hasText && hasOcr) body += '\n';
   if (hasOcr) body += foldedText(firstCharacters(*clip.ocrText, kMaxPieceCharacters));
   return body;
+}
+
+const ClipTraits& IndexedClip::traits() const {
+  std::call_once(examined_, [this] {
+    traits_ = {characterCount(clip.text), linkOf(clip).has_value(), isTemplate(clip)};
+    hasTraits_ = true;
+  });
+  return traits_;
+}
+
+const ClipTraits* IndexedClip::readyTraits() const {
+  return hasTraits_ || clip.text.size() <= kShortText ? &traits() : nullptr;
 }
 
 const std::optional<QByteArray>& IndexedClip::body() const {

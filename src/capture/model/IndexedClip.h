@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <atomic>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -13,7 +14,14 @@ namespace nimbrel {
 /// if not empty, joined with a line feed and folded. Nothing for a sensitive clip and for one without any text.
 [[nodiscard]] std::optional<QByteArray> searchBody(const ClipItem& clip);
 
-/// An immutable clip together with its search body, which is computed once, by whichever thread asks first.
+/// What a row shows of a clip that takes a look at its whole text.
+struct ClipTraits final {
+  qsizetype characters = 0;
+  bool isLink = false;
+  bool isTemplate = false;
+};
+
+/// An immutable clip together with what is derived from its text, computed once, by whichever thread asks first.
 class IndexedClip final {
  public:
   explicit IndexedClip(ClipItem value) : clip(std::move(value)) {}
@@ -21,11 +29,21 @@ class IndexedClip final {
   /// Any thread.
   [[nodiscard]] const std::optional<QByteArray>& body() const;
 
+  /// Any thread; takes its time over a long text.
+  [[nodiscard]] const ClipTraits& traits() const;
+
+  /// The traits if they are there or cost next to nothing; null for a long text that nobody has looked at yet. For
+  /// painting.
+  [[nodiscard]] const ClipTraits* readyTraits() const;
+
   const ClipItem clip;
 
  private:
   mutable std::once_flag folded_;
   mutable std::optional<QByteArray> body_;
+  mutable std::once_flag examined_;
+  mutable ClipTraits traits_;
+  mutable std::atomic<bool> hasTraits_ = false;
 };
 
 /// How the history hands clips around: cheap to copy, safe to read on any thread.

@@ -32,7 +32,7 @@ TEST(MaskedPreview, ShowsTwentyBulletsForEverythingElse) {
 
 TEST(MaskedPreview, IsAllThatAScreenReaderHears) {
   EXPECT_FALSE(accessibleText(secret(u"sk-abcdef"_s)).contains(u"abcdef"));
-  EXPECT_TRUE(lengthLabel(secret(u"sk-abcdef"_s), QLocale(QLocale::Spanish)).isEmpty());
+  EXPECT_TRUE(lengthLabel(IndexedClip(secret(u"sk-abcdef"_s)), QLocale(QLocale::Spanish)).isEmpty());
 }
 
 TEST(PreviewText, IsOneLineOfAtMostThreeHundredCharacters) {
@@ -79,7 +79,16 @@ TEST(SourceLabel, TellsApplicationsAndDevicesApart) {
 TEST(LengthLabel, CountsCharacters) {
   ClipItem clip;
   clip.text = u"an\u0303o 👩‍👩‍👧"_s;
-  EXPECT_EQ(lengthLabel(clip, QLocale(QLocale::Spanish)), u"5 car."_s);
+  EXPECT_EQ(lengthLabel(IndexedClip(clip), QLocale(QLocale::Spanish)), u"5 car."_s);
+}
+
+TEST(LengthLabel, OfALongTextWaitsUntilItHasBeenCounted) {
+  ClipItem clip;
+  clip.text = QString(100'000, u'ñ');
+  const IndexedClip indexed(clip);
+  EXPECT_TRUE(lengthLabel(indexed, QLocale::c()).isEmpty());
+  EXPECT_EQ(indexed.traits().characters, 100'000);
+  EXPECT_EQ(lengthLabel(indexed, QLocale::c()), u"100,000 car."_s);
 }
 
 TEST(Hint, FollowsTheSelectedClip) {
