@@ -9,9 +9,12 @@ namespace nimbrel::bench {
 namespace {
 
 constexpr std::array kWords{
-    u"canción", u"factura", u"reunión",  u"jueves",   u"presupuesto", u"informe", u"trimestral", u"https://example.org/",
-    u"the",     u"request", u"response", u"database", u"niño",        u"mañana",  u"camión",     u"return",
-    u"función", u"código",  u"árbol",    u"ventana",  u"lista",       u"panel",   u"cliente",    u"servidor",
+    u"canción",     u"factura", u"reunión",    u"jueves",
+    u"presupuesto", u"informe", u"trimestral", u"https://example.org/",
+    u"the",         u"request", u"response",   u"database",
+    u"niño",        u"mañana",  u"camión",     u"return",
+    u"función",     u"código",  u"árbol",      u"ventana",
+    u"lista",       u"panel",   u"cliente",    u"servidor",
 };
 
 }  // namespace

@@ -24,7 +24,8 @@
 #include "storage/RandomSource.h"
 #include "storage/StorageDirectory.h"
 
-/// The program itself on a real X server, seen from outside: other clients' copies, keys and the server's events.
+/// The program itself on a real X server, seen from outside: other clients' copies, keys and the server's
+/// events.
 namespace nimbrel::bench {
 namespace {
 
@@ -37,7 +38,9 @@ constexpr xcb_keycode_t kV = 55;
 constexpr xcb_keycode_t kC = 54;
 constexpr xcb_keycode_t kEscape = 9;
 
-double seconds(Clock::duration time) { return std::chrono::duration<double>(time).count(); }
+double seconds(Clock::duration time) {
+  return std::chrono::duration<double>(time).count();
+}
 
 /// The observer: an X client of its own.
 class Observer {
@@ -98,7 +101,8 @@ class Observer {
   Clock::time_point lastPaint(xcb_window_t target, Clock::time_point from) {
     Clock::time_point last = from;
     while (const auto event = next(120ms)) {
-      if (eventType(*event) == damageEvent + XCB_DAMAGE_NOTIFY && eventAs<xcb_damage_notify_event_t>(*event).drawable == target)
+      if (eventType(*event) == damageEvent + XCB_DAMAGE_NOTIFY &&
+          eventAs<xcb_damage_notify_event_t>(*event).drawable == target)
         last = Clock::now();
     }
     return last;
@@ -129,7 +133,9 @@ class Program {
   Clock::duration start(Observer& observer) {
     const auto begin = Clock::now();
     const std::string home = folder.path().toStdString();
-    const std::string binary = QFileInfo(QCoreApplication::applicationDirPath() + QStringLiteral("/nimbrel")).absoluteFilePath().toStdString();
+    const std::string binary = QFileInfo(QCoreApplication::applicationDirPath() + QStringLiteral("/nimbrel"))
+                                   .absoluteFilePath()
+                                   .toStdString();
     process = fork();
     if (process == 0) {
       setenv("XDG_DATA_HOME", home.c_str(), 1);
@@ -160,7 +166,8 @@ class Program {
     QFile stat(QStringLiteral("/proc/%1/stat").arg(process));
     if (!stat.open(QIODevice::ReadOnly)) return 0;
     const QList<QByteArray> fields = stat.readAll().split(' ');
-    return (fields.value(13).toDouble() + fields.value(14).toDouble()) / static_cast<double>(sysconf(_SC_CLK_TCK));
+    return (fields.value(13).toDouble() + fields.value(14).toDouble()) /
+           static_cast<double>(sysconf(_SC_CLK_TCK));
   }
 
   QTemporaryDir folder;
@@ -212,7 +219,13 @@ void start(benchmark::State& state) {
     program.stop();
   }
 }
-BENCHMARK(start)->Arg(0)->Arg(10'000)->Arg(100'000)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(7);
+BENCHMARK(start)
+    ->Arg(0)
+    ->Arg(10'000)
+    ->Arg(100'000)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(7);
 
 void hotKeyToMapped(benchmark::State& state) {
   Observer observer;
@@ -229,7 +242,12 @@ void hotKeyToMapped(benchmark::State& state) {
   }
   state.counters["last_paint_ms"] = painted / static_cast<double>(state.iterations());
 }
-BENCHMARK(hotKeyToMapped)->Arg(10'000)->Arg(100'000)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(10);
+BENCHMARK(hotKeyToMapped)
+    ->Arg(10'000)
+    ->Arg(100'000)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(10);
 
 void keyToPainted(benchmark::State& state) {
   Observer observer;
@@ -248,7 +266,12 @@ void keyToPainted(benchmark::State& state) {
     closePanel(observer);
   }
 }
-BENCHMARK(keyToPainted)->Arg(10'000)->Arg(100'000)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(10);
+BENCHMARK(keyToPainted)
+    ->Arg(10'000)
+    ->Arg(100'000)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(10);
 
 /// From another program's taking the selection until the clip's row is in the write-ahead log.
 class CopyingClient {
@@ -269,21 +292,25 @@ class CopyingClient {
     while (Clock::now() < deadline) {
       if (done()) return true;
       const auto event = observer_.next(200us);
-      if (event && eventType(*event) == XCB_SELECTION_REQUEST) answer(eventAs<xcb_selection_request_event_t>(*event));
+      if (event && eventType(*event) == XCB_SELECTION_REQUEST)
+        answer(eventAs<xcb_selection_request_event_t>(*event));
     }
     return false;
   }
 
  private:
   xcb_atom_t intern(const char* name) {
-    const auto cookie = xcb_intern_atom(observer_.x.get(), 0, static_cast<std::uint16_t>(std::strlen(name)), name);
-    const XcbPointer<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(observer_.x.get(), cookie, nullptr));
+    const auto cookie =
+        xcb_intern_atom(observer_.x.get(), 0, static_cast<std::uint16_t>(std::strlen(name)), name);
+    const XcbPointer<xcb_intern_atom_reply_t> reply(
+        xcb_intern_atom_reply(observer_.x.get(), cookie, nullptr));
     return reply->atom;
   }
   void answer(const xcb_selection_request_event_t& request) {
     xcb_atom_t property = request.property;
     if (request.target == atoms_[1])
-      xcb_change_property(observer_.x.get(), XCB_PROP_MODE_REPLACE, request.requestor, property, XCB_ATOM_ATOM, 32, 2, &atoms_[1]);
+      xcb_change_property(observer_.x.get(), XCB_PROP_MODE_REPLACE, request.requestor, property,
+                          XCB_ATOM_ATOM, 32, 2, &atoms_[1]);
     else if (request.target == atoms_[2])
       xcb_change_property(observer_.x.get(), XCB_PROP_MODE_REPLACE, request.requestor, property, atoms_[2], 8,
                           static_cast<std::uint32_t>(text_.size()), text_.data());
@@ -325,7 +352,8 @@ void copyToDisk(benchmark::State& state) {
     const auto before = disk.integer("SELECT MAX(rowid) FROM clips");
     const auto begin = Clock::now();
     client.copy("copia de medida " + std::to_string(number++));
-    if (!client.serve(2s, [&] { return disk.integer("SELECT MAX(rowid) FROM clips") > before; })) state.SkipWithError("lost");
+    if (!client.serve(2s, [&] { return disk.integer("SELECT MAX(rowid) FROM clips") > before; }))
+      state.SkipWithError("lost");
     state.SetIterationTime(seconds(Clock::now() - begin));
     client.serve(20ms, [] { return false; });
   }

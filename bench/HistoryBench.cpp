@@ -138,10 +138,26 @@ void typeKey(benchmark::State& state, const QString& query) {
     view.render(&canvas);
   }
 }
-BENCHMARK_CAPTURE(typeKey, first_letter, QStringLiteral("c"))->Arg(10'000)->Arg(100'000)->Unit(benchmark::kMillisecond)->Iterations(20);
-BENCHMARK_CAPTURE(typeKey, third_letter_common, QStringLiteral("can"))->Arg(10'000)->Arg(100'000)->Unit(benchmark::kMillisecond)->Iterations(20);
-BENCHMARK_CAPTURE(typeKey, rare_word, QStringLiteral("9999"))->Arg(10'000)->Arg(100'000)->Unit(benchmark::kMillisecond)->Iterations(20);
-BENCHMARK_CAPTURE(typeKey, two_words, QStringLiteral("cancion factura"))->Arg(10'000)->Arg(100'000)->Unit(benchmark::kMillisecond)->Iterations(20);
+BENCHMARK_CAPTURE(typeKey, first_letter, QStringLiteral("c"))
+    ->Arg(10'000)
+    ->Arg(100'000)
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(20);
+BENCHMARK_CAPTURE(typeKey, third_letter_common, QStringLiteral("can"))
+    ->Arg(10'000)
+    ->Arg(100'000)
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(20);
+BENCHMARK_CAPTURE(typeKey, rare_word, QStringLiteral("9999"))
+    ->Arg(10'000)
+    ->Arg(100'000)
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(20);
+BENCHMARK_CAPTURE(typeKey, two_words, QStringLiteral("cancion factura"))
+    ->Arg(10'000)
+    ->Arg(100'000)
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(20);
 
 }  // namespace
 }  // namespace nimbrel::bench

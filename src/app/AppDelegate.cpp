@@ -24,7 +24,9 @@ AppDelegate::AppDelegate(Platform& platform, HistoryCipher& cipher, const QStrin
               .imageTexts = imageTexts_,
               .makeId = &QUuid::createUuid}) {}
 
-AppDelegate::~AppDelegate() { applicationWillTerminate(); }
+AppDelegate::~AppDelegate() {
+  applicationWillTerminate();
+}
 
 void AppDelegate::applicationDidFinishLaunching() {
   const auto drawSymbol = [](const QString& name) {
@@ -46,10 +48,13 @@ void AppDelegate::applicationDidFinishLaunching() {
 
 void AppDelegate::registerHotKey(HotKey& hotKey, const HotKeyCombo& combo) {
   if (hotKey.registerCombo(combo)) return;
-  qCCritical(clipboardLog, "No se pudo registrar %s: puede que otra app lo use.", qUtf8Printable(combo.displayString()));
+  qCCritical(clipboardLog, "No se pudo registrar %s: puede que otra app lo use.",
+             qUtf8Printable(combo.displayString()));
 }
 
-void AppDelegate::refreshStatusItem() { statusItem_->show(statusItemState(store_.isPaused(), 0)); }
+void AppDelegate::refreshStatusItem() {
+  statusItem_->show(statusItemState(store_.isPaused(), 0));
+}
 
 void AppDelegate::applicationWillTerminate() {
   if (std::exchange(terminated_, true)) return;

@@ -16,19 +16,20 @@
 
 namespace nimbrel {
 
-/// The composition root: owns every long-lived object, in the order in which they are made, and wires them. Main
-/// thread.
+/// The composition root: owns every long-lived object, in the order in which they are made, and wires them.
+/// Main thread.
 class AppDelegate final : public QObject {
  public:
-  /// Opens the history in a storage directory and starts to capture. The cipher is ready to use without waiting for
-  /// the user; it and the platform outlive the delegate.
+  /// Opens the history in a storage directory and starts to capture. The cipher is ready to use without
+  /// waiting for the user; it and the platform outlive the delegate.
   AppDelegate(Platform& platform, HistoryCipher& cipher, const QString& storageDirectory);
   ~AppDelegate() override;
 
   /// Puts up the status item, the panel and the hot keys.
   void applicationDidFinishLaunching();
 
-  /// Removes what has expired and folds the database's log, *waiting* for the disk. Runs once, however often called.
+  /// Removes what has expired and folds the database's log, *waiting* for the disk. Runs once, however often
+  /// called.
   void applicationWillTerminate();
 
   /// Shows the panel, for a second start of the program.

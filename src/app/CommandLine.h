@@ -20,8 +20,8 @@ struct CommandLine final {
   bool operator==(const CommandLine&) const = default;
 };
 
-/// Reads the arguments after the program's name: none, "--help" or "--version"; anything else is answered with a
-/// message and status 2.
+/// Reads the arguments after the program's name: none, "--help" or "--version"; anything else is answered
+/// with a message and status 2.
 [[nodiscard]] CommandLine parseCommandLine(const QStringList& arguments, const QString& version);
 
 }  // namespace nimbrel

@@ -25,7 +25,8 @@ void drawShadow(QPainter& painter, const QRect& panel) {
   for (int spread = kShadow; spread > 0; spread -= 2) {
     const qreal nearness = 1.0 - static_cast<qreal>(spread) / kShadow;
     painter.setBrush(QColor(0, 0, 0, static_cast<int>(2 + 9 * nearness * nearness)));
-    const QRectF area = QRectF(panel).adjusted(-spread, -spread * 0.6, spread, spread).intersected(painter.window());
+    const QRectF area =
+        QRectF(panel).adjusted(-spread, -spread * 0.6, spread, spread).intersected(painter.window());
     painter.drawRoundedRect(area, kRadius + spread, kRadius + spread);
   }
 }
@@ -44,7 +45,9 @@ FloatingPanel::FloatingPanel() {
   box->setContentsMargins(0, 0, 0, 0);
 }
 
-void FloatingPanel::setContent(QWidget* content) { layout()->addWidget(content); }
+void FloatingPanel::setContent(QWidget* content) {
+  layout()->addWidget(content);
+}
 
 void FloatingPanel::setBlended(bool blended) {
   if (blended == blended_ && testAttribute(Qt::WA_Resized)) return;
@@ -57,16 +60,22 @@ void FloatingPanel::setBlended(bool blended) {
   shape();
 }
 
-int FloatingPanel::shadowMargin() const { return blended_ ? kShadow : 0; }
+int FloatingPanel::shadowMargin() const {
+  return blended_ ? kShadow : 0;
+}
 
 QRect FloatingPanel::panelRect() const {
   const int margin = shadowMargin();
   return rect().adjusted(margin, margin, -margin, -margin);
 }
 
-QSize FloatingPanel::panelSize() const { return panelRect().size(); }
+QSize FloatingPanel::panelSize() const {
+  return panelRect().size();
+}
 
-void FloatingPanel::movePanel(const QPoint& topLeft) { move(topLeft - QPoint(shadowMargin(), shadowMargin())); }
+void FloatingPanel::movePanel(const QPoint& topLeft) {
+  move(topLeft - QPoint(shadowMargin(), shadowMargin()));
+}
 
 void FloatingPanel::paintEvent(QPaintEvent*) {
   const PanelTheme theme = panelTheme(palette());

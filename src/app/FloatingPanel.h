@@ -4,8 +4,8 @@
 
 namespace nimbrel {
 
-/// The history panel's window: a rounded frame around its content, with a soft shadow where the desktop blends
-/// windows. How it floats and takes the keyboard is the platform's affair.
+/// The history panel's window: a rounded frame around its content, with a soft shadow where the desktop
+/// blends windows. How it floats and takes the keyboard is the platform's affair.
 class FloatingPanel final : public QWidget {
  public:
   static constexpr QSize kSize{480, 440};

@@ -39,7 +39,9 @@ PanelController::PanelController(const PanelParts& parts)
   connect(content_, &ContentView::dismissRequested, this, [this] { hidePanel(Focus::giveBack); });
 }
 
-PanelController::~PanelController() { window_->setResignHandler({}); }
+PanelController::~PanelController() {
+  window_->setResignHandler({});
+}
 
 void PanelController::togglePanel() {
   if (isVisible()) return hidePanel(Focus::giveBack);
@@ -75,7 +77,8 @@ void PanelController::hideAndPaste() {
 void PanelController::pasteNow() {
   window_->whenFocusReturned([this](bool returned) {
     if (returned) return parts_.keystrokes.postPaste();
-    qCWarning(clipboardLog, "No se pegó: la ventana de antes no recuperó el teclado; el elemento sigue en el portapapeles");
+    qCWarning(clipboardLog,
+              "No se pegó: la ventana de antes no recuperó el teclado; el elemento sigue en el portapapeles");
   });
 }
 

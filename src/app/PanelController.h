@@ -25,14 +25,15 @@ struct PanelParts final {
   std::function<std::unique_ptr<PanelWindow>(QWidget&)> makeWindow;
 };
 
-/// Shows and hides the panel at the pointer, and pastes into the application that the user was in. Main thread.
+/// Shows and hides the panel at the pointer, and pastes into the application that the user was in. Main
+/// thread.
 class PanelController final : public QObject {
  public:
   explicit PanelController(const PanelParts& parts);
   ~PanelController() override;
 
-  /// Hides the visible panel; shows the hidden one, unless it was hidden less than 0.2 s ago: the click that made it
-  /// lose the keyboard is often the one that asks for it here.
+  /// Hides the visible panel; shows the hidden one, unless it was hidden less than 0.2 s ago: the click that
+  /// made it lose the keyboard is often the one that asks for it here.
   void togglePanel();
 
   /// Shows the panel, whatever came before.

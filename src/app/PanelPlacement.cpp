@@ -12,8 +12,9 @@ constexpr int kMargin = 8;
 
 QPoint panelOrigin(const QSize& panel, const QPoint& pointer, const QList<ScreenFrame>& screens) {
   QPoint origin(pointer.x() - panel.width() / 2, pointer.y() + kGap);
-  const auto screen = std::find_if(screens.begin(), screens.end(),
-                                   [&](const ScreenFrame& candidate) { return candidate.frame.contains(pointer); });
+  const auto screen = std::find_if(screens.begin(), screens.end(), [&](const ScreenFrame& candidate) {
+    return candidate.frame.contains(pointer);
+  });
   if (screen == screens.end()) return origin;
   const QRect& area = screen->visible;
   // The bounds that win when both cannot hold come last: right, and top.

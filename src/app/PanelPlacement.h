@@ -13,10 +13,11 @@ struct ScreenFrame final {
   QRect visible;
 };
 
-/// Where the panel's top-left corner goes: centred under the pointer with its top edge 10 points below it, kept 8
-/// points inside the visible frame of the first screen that contains the pointer. A panel too large for that ends
-/// up at the right and top margins; outside of every screen nothing is kept in. Coordinates grow rightwards and
-/// downwards.
-[[nodiscard]] QPoint panelOrigin(const QSize& panel, const QPoint& pointer, const QList<ScreenFrame>& screens);
+/// Where the panel's top-left corner goes: centred under the pointer with its top edge 10 points below it,
+/// kept 8 points inside the visible frame of the first screen that contains the pointer. A panel too large
+/// for that ends up at the right and top margins; outside of every screen nothing is kept in. Coordinates
+/// grow rightwards and downwards.
+[[nodiscard]] QPoint panelOrigin(const QSize& panel, const QPoint& pointer,
+                                 const QList<ScreenFrame>& screens);
 
 }  // namespace nimbrel

@@ -26,8 +26,8 @@ int print(const CommandLine& command) {
   return command.exitStatus;
 }
 
-/// Looks the history key up on another thread, since the key store may ask the user to unlock it. False when the
-/// program is told to end meanwhile.
+/// Looks the history key up on another thread, since the key store may ask the user to unlock it. False when
+/// the program is told to end meanwhile.
 bool loadKey(HistoryCipher& cipher, TerminationSignal& termination) {
   QEventLoop loop;
   bool ended = false;
@@ -67,7 +67,8 @@ int run(int argc, char** argv) {
   if (!loadKey(cipher, *platform.termination)) return 0;
   AppDelegate delegate(platform, cipher, makeStorageDirectory(userDataFolder()));
   platform.termination->setHandler([] { QApplication::quit(); });
-  QObject::connect(&application, &QCoreApplication::aboutToQuit, &delegate, &AppDelegate::applicationWillTerminate);
+  QObject::connect(&application, &QCoreApplication::aboutToQuit, &delegate,
+                   &AppDelegate::applicationWillTerminate);
   delegate.applicationDidFinishLaunching();
   platform.instance->setShowHandler([&delegate] { delegate.showPanel(); });
   const int status = QApplication::exec();
@@ -79,7 +80,8 @@ int run(int argc, char** argv) {
 }  // namespace nimbrel
 
 int main(int argc, char** argv) {
-  const auto command = nimbrel::parseCommandLine(nimbrel::argumentsOf(argc, argv), QStringLiteral(NIMBREL_VERSION));
+  const auto command =
+      nimbrel::parseCommandLine(nimbrel::argumentsOf(argc, argv), QStringLiteral(NIMBREL_VERSION));
   if (command.action == nimbrel::CommandLine::Action::print) return nimbrel::print(command);
   return nimbrel::run(argc, argv);
 }

@@ -37,8 +37,8 @@ std::optional<ClipSource> allowedSource(const PasteboardSnapshot& snapshot,
   return source;
 }
 
-/// One spelling for each path, whatever the program that copied it escapes: the characters that may stand in a URL's
-/// path (RFC 3986, pchar and "/"), without the semicolon, stay; all others are escaped as UTF-8.
+/// One spelling for each path, whatever the program that copied it escapes: the characters that may stand in
+/// a URL's path (RFC 3986, pchar and "/"), without the semicolon, stay; all others are escaped as UTF-8.
 QString fileUrlString(const QString& path) {
   return QStringLiteral("file://") + QString::fromLatin1(QUrl::toPercentEncoding(path, "!$&'()*+,-./:=@_~"));
 }
@@ -61,7 +61,8 @@ std::optional<RichContent> richContentOf(const PasteboardSnapshot& snapshot) {
     return data && !data->isEmpty() && data->size() <= kMaxRichBytes;
   };
   if (fits(snapshot.rtf)) return RichContent{*snapshot.rtf, QStringLiteral("rtf"), sha256Hex(*snapshot.rtf)};
-  if (fits(snapshot.html)) return RichContent{*snapshot.html, QStringLiteral("html"), sha256Hex(*snapshot.html)};
+  if (fits(snapshot.html))
+    return RichContent{*snapshot.html, QStringLiteral("html"), sha256Hex(*snapshot.html)};
   return std::nullopt;
 }
 
@@ -82,7 +83,8 @@ PasteboardReadPolicy captureReadPolicy(const AppSettings& settings) {
           .wantsRichText = settings.richEnabled};
 }
 
-CaptureDecision decideCapture(const PasteboardSnapshot& snapshot, const std::optional<RunningApplication>& frontmost,
+CaptureDecision decideCapture(const PasteboardSnapshot& snapshot,
+                              const std::optional<RunningApplication>& frontmost,
                               const AppSettings& settings) {
   if (snapshot.types.isEmpty() || carriesIgnoredType(snapshot)) return CaptureNothing{};
   const auto source = allowedSource(snapshot, frontmost, settings);
@@ -97,7 +99,8 @@ CaptureDecision decideCapture(const PasteboardSnapshot& snapshot, const std::opt
                        .rich = settings.richEnabled ? richContentOf(snapshot) : std::nullopt,
                        .source = *source};
   }
-  if (!snapshot.image || snapshot.image->isEmpty() || snapshot.image->size() > kMaxImageBytes) return CaptureNothing{};
+  if (!snapshot.image || snapshot.image->isEmpty() || snapshot.image->size() > kMaxImageBytes)
+    return CaptureNothing{};
   return CaptureImage{.data = *snapshot.image, .source = *source};
 }
 

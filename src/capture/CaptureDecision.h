@@ -46,8 +46,9 @@ using CaptureDecision = std::variant<CaptureNothing, CaptureFiles, CaptureText, 
 /// What capture wants read of a change, and how much of it at most.
 [[nodiscard]] PasteboardReadPolicy captureReadPolicy(const AppSettings& settings);
 
-/// Decides by the marks on the content, its source, and its formats in the order file, text, image. `frontmost` is
-/// the application in front now, used when the snapshot does not say which one was when it was taken.
+/// Decides by the marks on the content, its source, and its formats in the order file, text, image.
+/// `frontmost` is the application in front now, used when the snapshot does not say which one was when it was
+/// taken.
 [[nodiscard]] CaptureDecision decideCapture(const PasteboardSnapshot& snapshot,
                                             const std::optional<RunningApplication>& frontmost,
                                             const AppSettings& settings);

@@ -10,11 +10,17 @@ void NoSideFiles::storeImage(const QByteArray&, std::function<void(std::optional
   done(std::nullopt);
 }
 
-std::optional<QString> NoSideFiles::storeRich(const RichContent&) { return std::nullopt; }
+std::optional<QString> NoSideFiles::storeRich(const RichContent&) {
+  return std::nullopt;
+}
 
-std::optional<QByteArray> NoSideFiles::loadImage(const QString&) { return std::nullopt; }
+std::optional<QByteArray> NoSideFiles::loadImage(const QString&) {
+  return std::nullopt;
+}
 
-std::optional<QByteArray> NoSideFiles::loadRich(const QString&) { return std::nullopt; }
+std::optional<QByteArray> NoSideFiles::loadRich(const QString&) {
+  return std::nullopt;
+}
 
 void NoSideFiles::removeFilesOf(const ClipItem&) {}
 

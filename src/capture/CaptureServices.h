@@ -16,7 +16,8 @@ class TextGrader {
  public:
   virtual ~TextGrader() = default;
 
-  [[nodiscard]] virtual SensitivityLevel classify(const QString& text, const std::optional<QString>& sourceBundleID,
+  [[nodiscard]] virtual SensitivityLevel classify(const QString& text,
+                                                  const std::optional<QString>& sourceBundleID,
                                                   bool detectCodes) const = 0;
 };
 

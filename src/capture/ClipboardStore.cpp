@@ -34,7 +34,9 @@ ClipboardStore::ClipboardStore(const ClipboardStoreParts& parts) : parts_(parts)
   parts_.pasteboard.setChangeHandler([this] { tick(); });
 }
 
-ClipboardStore::~ClipboardStore() { parts_.pasteboard.setChangeHandler({}); }
+ClipboardStore::~ClipboardStore() {
+  parts_.pasteboard.setChangeHandler({});
+}
 
 void ClipboardStore::tick() {
   sweepExpired();
@@ -79,8 +81,8 @@ void ClipboardStore::record(const CaptureText& captured) {
   ClipItem clip = newClip(captured.source);
   const SensitivityLevel grade = parts_.grader.classify(captured.text, captured.source.bundleID, true);
   if (grade != SensitivityLevel::none) {
-    const int expiry =
-        grade == SensitivityLevel::soft ? parts_.settings.softSensitiveExpiry : parts_.settings.sensitiveExpiry;
+    const int expiry = grade == SensitivityLevel::soft ? parts_.settings.softSensitiveExpiry
+                                                       : parts_.settings.sensitiveExpiry;
     if (expiry == 0) return;
     clip.sensitive = true;
     if (expiry > 0) clip.expiresAt = clip.date + std::chrono::seconds(expiry);
@@ -111,9 +113,10 @@ void ClipboardStore::record(const CaptureImage& captured) {
 }
 
 bool ClipboardStore::copyToPasteboard(const ClipItem& clip, bool plainOnly) {
-  const SnippetValues snippets{.now = QDateTime::fromMSecsSinceEpoch(static_cast<qint64>(unixSeconds(now()) * 1000)),
-                               .locale = QLocale::system(),
-                               .clipboard = std::nullopt};
+  const SnippetValues snippets{
+      .now = QDateTime::fromMSecsSinceEpoch(static_cast<qint64>(unixSeconds(now()) * 1000)),
+      .locale = QLocale::system(),
+      .clipboard = std::nullopt};
   const PasteboardContent content = pasteboardContentOf(clip, plainOnly, parts_.files, snippets);
   const auto change = content.isEmpty() ? std::nullopt : parts_.pasteboard.write(content);
   if (!change) return false;
@@ -167,7 +170,9 @@ void ClipboardStore::sweepExpired() {
   removeRows(rows);
 }
 
-Timestamp ClipboardStore::now() const { return parts_.clock.now(); }
+Timestamp ClipboardStore::now() const {
+  return parts_.clock.now();
+}
 
 ClipItem ClipboardStore::newClip(const ClipSource& source) const {
   ClipItem clip;
@@ -214,7 +219,9 @@ void ClipboardStore::moveToTop(qsizetype row) {
   Q_EMIT clipMovedToTop(row);
 }
 
-void ClipboardStore::trim() { removeRows(history_.rowsBeyond(parts_.settings.maxUnpinned)); }
+void ClipboardStore::trim() {
+  removeRows(history_.rowsBeyond(parts_.settings.maxUnpinned));
+}
 
 void ClipboardStore::removeRows(const QList<qsizetype>& rows) {
   if (rows.isEmpty()) return;

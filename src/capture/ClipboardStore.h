@@ -34,8 +34,8 @@ struct ClipboardStoreParts final {
   std::function<QUuid()> makeId;
 };
 
-/// The single owner of the history: watches the pasteboard, keeps the clips, writes them back, and announces each
-/// change once, after the fact. Main thread.
+/// The single owner of the history: watches the pasteboard, keeps the clips, writes them back, and announces
+/// each change once, after the fact. Main thread.
 class ClipboardStore final : public QObject {
   Q_OBJECT
 
@@ -52,10 +52,12 @@ class ClipboardStore final : public QObject {
   [[nodiscard]] quint64 revision() const { return revision_; }
 
   /// The clips that match a query, in history order; valid until the next call.
-  [[nodiscard]] const QList<ClipRef>& search(const QString& query) { return search_.find(query, history_, revision_); }
+  [[nodiscard]] const QList<ClipRef>& search(const QString& query) {
+    return search_.find(query, history_, revision_);
+  }
 
-  /// Puts a clip on the pasteboard, with or without its formatting, so that capture ignores it. False when nothing
-  /// could be written.
+  /// Puts a clip on the pasteboard, with or without its formatting, so that capture ignores it. False when
+  /// nothing could be written.
   bool copyToPasteboard(const ClipItem& clip, bool plainOnly);
 
   /// The plain text on the pasteboard, as far as it has been read.

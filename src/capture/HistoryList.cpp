@@ -25,7 +25,8 @@ QList<ClipRef> HistoryList::clips() const {
 }
 
 std::optional<qsizetype> HistoryList::rowOf(const QUuid& id) const {
-  const auto found = std::find_if(slots_.begin(), slots_.end(), [&](const Slot& slot) { return slot.id == id; });
+  const auto found =
+      std::find_if(slots_.begin(), slots_.end(), [&](const Slot& slot) { return slot.id == id; });
   if (found == slots_.end()) return std::nullopt;
   return found - slots_.begin();
 }
@@ -115,7 +116,8 @@ void HistoryList::note(const IndexedClip& indexed) {
   if (clip.isText() && !clip.textHash) ++unhashed_;
   if (clip.pinned) return;
   ++unpinned_;
-  if (clip.expiresAt) earliestExpiry_ = earliestExpiry_ ? std::min(*earliestExpiry_, *clip.expiresAt) : *clip.expiresAt;
+  if (clip.expiresAt)
+    earliestExpiry_ = earliestExpiry_ ? std::min(*earliestExpiry_, *clip.expiresAt) : *clip.expiresAt;
 }
 
 void HistoryList::forget(const IndexedClip& indexed) {

@@ -10,8 +10,8 @@
 
 namespace nimbrel {
 
-/// The ordered history, newest first: a value that knows its clips and nothing of where they come from or go to.
-/// Finding by id scans 32 bytes a clip; finding by content is a table look-up.
+/// The ordered history, newest first: a value that knows its clips and nothing of where they come from or go
+/// to. Finding by id scans 32 bytes a clip; finding by content is a table look-up.
 class HistoryList final {
  public:
   HistoryList() = default;
@@ -38,8 +38,8 @@ class HistoryList final {
 
   /// The rows of the oldest unpinned clips beyond a capacity, last row first.
   [[nodiscard]] QList<qsizetype> rowsBeyond(qsizetype capacity) const;
-  /// The rows of the unpinned clips whose expiry is at or before a moment, last row first. Costs nothing while no
-  /// expiry can have been reached.
+  /// The rows of the unpinned clips whose expiry is at or before a moment, last row first. Costs nothing
+  /// while no expiry can have been reached.
   [[nodiscard]] QList<qsizetype> rowsExpiredAt(Timestamp moment);
 
  private:

@@ -25,9 +25,11 @@ Query splitQuery(const QString& text) {
   return query;
 }
 
-/// Looks for one term in folded texts. The first byte is searched with the C library's vector code, which for the
-/// short terms that people type beats every table-driven method.
-bool contains(std::string_view body, std::string_view term) { return body.find(term) != std::string_view::npos; }
+/// Looks for one term in folded texts. The first byte is searched with the C library's vector code, which for
+/// the short terms that people type beats every table-driven method.
+bool contains(std::string_view body, std::string_view term) {
+  return body.find(term) != std::string_view::npos;
+}
 
 std::string_view view(const QByteArray& bytes) {
   return {bytes.constData(), static_cast<std::size_t>(bytes.size())};
@@ -53,7 +55,8 @@ QList<ClipRef> filtered(const HistoryList& history, Accepts&& accepts) {
 
 }  // namespace
 
-const QList<ClipRef>& HistorySearch::find(const QString& query, const HistoryList& history, quint64 revision) {
+const QList<ClipRef>& HistorySearch::find(const QString& query, const HistoryList& history,
+                                          quint64 revision) {
   if (cache_ && cache_->query == query && cache_->revision == revision) return cache_->clips;
   const Query split = splitQuery(query);
   const auto found = split.longTerms.isEmpty() ? std::nullopt : database_.search(split.longTerms);

@@ -9,16 +9,18 @@
 
 namespace nimbrel {
 
-/// Finds clips by their text: through the full-text index for terms of three characters and more, in memory for
-/// shorter ones and while the index cannot answer. Sensitive clips are never found. Main thread.
+/// Finds clips by their text: through the full-text index for terms of three characters and more, in memory
+/// for shorter ones and while the index cannot answer. Sensitive clips are never found. Main thread.
 class HistorySearch final {
  public:
   /// The database must outlive the search.
   explicit HistorySearch(ClipDatabase& database) : database_(database) {}
 
-  /// The clips that contain every term of the query, regardless of case and diacritics, in history order; all clips
-  /// that are not sensitive for a query without terms. Answers from its cache while query and revision are the same.
-  [[nodiscard]] const QList<ClipRef>& find(const QString& query, const HistoryList& history, quint64 revision);
+  /// The clips that contain every term of the query, regardless of case and diacritics, in history order; all
+  /// clips that are not sensitive for a query without terms. Answers from its cache while query and revision
+  /// are the same.
+  [[nodiscard]] const QList<ClipRef>& find(const QString& query, const HistoryList& history,
+                                           quint64 revision);
 
  private:
   struct Cached {

@@ -27,7 +27,8 @@ QVariant ClipListModel::data(const QModelIndex& index, int role) const {
 }
 
 std::optional<int> ClipListModel::rowOf(const QUuid& id) const {
-  const auto found = std::find_if(rows_.begin(), rows_.end(), [&](const ClipRef& clip) { return clip->clip.id == id; });
+  const auto found =
+      std::find_if(rows_.begin(), rows_.end(), [&](const ClipRef& clip) { return clip->clip.id == id; });
   if (found == rows_.end()) return std::nullopt;
   return static_cast<int>(found - rows_.begin());
 }

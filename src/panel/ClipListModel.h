@@ -6,8 +6,8 @@
 
 namespace nimbrel {
 
-/// The visible part of the history: all of it, or what matches the query. Follows the store's changes row by row;
-/// only another query rebuilds it.
+/// The visible part of the history: all of it, or what matches the query. Follows the store's changes row by
+/// row; only another query rebuilds it.
 class ClipListModel final : public QAbstractListModel {
  public:
   /// The rows that Command-1 … Command-9 reach.

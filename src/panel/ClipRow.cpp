@@ -29,7 +29,9 @@ QList<Detail> detailsOf(const IndexedClip& indexed, const QDateTime& now) {
   const ClipTraits traits = indexed.readyTraits() ? *indexed.readyTraits() : ClipTraits{};
   const QLocale locale = QLocale::system();
   QList<Detail> details;
-  const auto add = [&](const char* symbol, const QString& text) { details.append({QString::fromLatin1(symbol), text}); };
+  const auto add = [&](const char* symbol, const QString& text) {
+    details.append({QString::fromLatin1(symbol), text});
+  };
   if (isMasked(clip)) add("lock.fill", {});
   if (!isMasked(clip) && traits.isLink) add("link", {});
   if (clip.isFile()) add("folder", {});
@@ -44,7 +46,8 @@ QList<Detail> detailsOf(const IndexedClip& indexed, const QDateTime& now) {
 
 /// A colour of its own for each source, always the same.
 QColor tileColor(const ClipItem& clip) {
-  constexpr std::array kColors{0x3b7dddU, 0x2f9e6eU, 0xe0713aU, 0x7a5bd0U, 0x50555fU, 0xc2467aU, 0x1f8a9eU, 0x8a6d1fU};
+  constexpr std::array kColors{0x3b7dddU, 0x2f9e6eU, 0xe0713aU, 0x7a5bd0U,
+                               0x50555fU, 0xc2467aU, 0x1f8a9eU, 0x8a6d1fU};
   const size_t hash = qHash(clip.sourceBundleID.value_or(QString()), 0);
   return QColor::fromRgb(kColors.at(hash % kColors.size()));
 }
@@ -61,7 +64,8 @@ void drawTile(QPainter& painter, const QRect& square, const ClipItem& clip) {
   }
   painter.setPen(Qt::white);
   painter.setFont(panelFont(12, QFont::Bold));
-  painter.drawText(square, Qt::AlignCenter, name.first(name.at(0).isHighSurrogate() ? qMin(2, name.size()) : 1).toUpper());
+  painter.drawText(square, Qt::AlignCenter,
+                   name.first(name.at(0).isHighSurrogate() ? qMin(2, name.size()) : 1).toUpper());
 }
 
 void drawDetails(QPainter& painter, QRect area, const QList<Detail>& details, const PanelTheme& theme) {

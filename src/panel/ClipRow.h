@@ -6,8 +6,8 @@
 
 namespace nimbrel {
 
-/// Draws one clip of the list: a tile for its source, a line of preview, small labels, its badge and marks. Reads
-/// memory only.
+/// Draws one clip of the list: a tile for its source, a line of preview, small labels, its badge and marks.
+/// Reads memory only.
 class ClipRow final : public QStyledItemDelegate {
  public:
   /// The clock must outlive this.

@@ -11,16 +11,22 @@ namespace {
 
 constexpr qsizetype kPreviewCharacters = 300;
 
-constexpr std::array<QStringView, 7> kTokenPrefixes{u"ghp_",  u"github_pat_", u"sk-",  u"xoxb-",
+constexpr std::array<QStringView, 7> kTokenPrefixes{u"ghp_",  u"github_pat_", u"sk-", u"xoxb-",
                                                     u"xoxp-", u"npm_",        u"AKIA"};
 
-QString tr(const char* text) { return QCoreApplication::translate("ClipRow", text); }
+QString tr(const char* text) {
+  return QCoreApplication::translate("ClipRow", text);
+}
 
-QString bullets(int count) { return QString(count, u'•'); }
+QString bullets(int count) {
+  return QString(count, u'•');
+}
 
 }  // namespace
 
-bool isMasked(const ClipItem& clip) { return clip.isSensitive(); }
+bool isMasked(const ClipItem& clip) {
+  return clip.isSensitive();
+}
 
 QString maskedPreview(const QString& text) {
   for (const QStringView prefix : kTokenPrefixes) {

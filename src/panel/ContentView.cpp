@@ -16,7 +16,6 @@ class ClipListView final : public QListView {
  public:
   explicit ClipListView(QWidget* parent) : QListView(parent) {}
 
-
  protected:
   void paintEvent(QPaintEvent* event) override {
     QListView::paintEvent(event);
@@ -42,7 +41,8 @@ ContentView::ContentView(ClipboardStore& store, const Clock& clock, QWidget* par
   search_->installEventFilter(this);
   connect(search_, &QLineEdit::textChanged, this, &ContentView::setQuery);
   connect(list_, &QListView::clicked, this, [this](const QModelIndex& index) { select(index.row()); });
-  connect(list_, &QListView::doubleClicked, this, [this](const QModelIndex& index) { paste(index.row(), false); });
+  connect(list_, &QListView::doubleClicked, this,
+          [this](const QModelIndex& index) { paste(index.row(), false); });
   applyTheme();
   keepSelection();
 }
@@ -88,7 +88,9 @@ void ContentView::panelDidShow() {
   search_->setFocus(Qt::ActiveWindowFocusReason);
 }
 
-void ContentView::panelDidHide() { search_->clear(); }
+void ContentView::panelDidHide() {
+  search_->clear();
+}
 
 ClipRef ContentView::selectedClip() const {
   const int row = selectedRow();
@@ -133,7 +135,8 @@ void ContentView::moveSelection(Move move) {
 void ContentView::updateState() {
   const ClipRef clip = selectedClip();
   hint_->setText(hintFor(clip ? &clip->clip : nullptr));
-  list_->setProperty("emptyText", store_.items().isEmpty() ? tr("Nada copiado todavía") : tr("Sin resultados"));
+  list_->setProperty("emptyText",
+                     store_.items().isEmpty() ? tr("Nada copiado todavía") : tr("Sin resultados"));
   if (model_->rowCount() == 0) list_->viewport()->update();
 }
 

@@ -13,7 +13,8 @@
 
 namespace nimbrel {
 
-/// The content of the panel: the search field, which keeps the keyboard, the list of clips, and the line of hints.
+/// The content of the panel: the search field, which keeps the keyboard, the list of clips, and the line of
+/// hints.
 class ContentView final : public QWidget {
   Q_OBJECT
 

@@ -9,7 +9,8 @@ namespace nimbrel {
 /// The commands that fit the selected clip, in one of four fixed texts; the last one without a selection.
 [[nodiscard]] QString hintFor(const ClipItem* selected);
 
-/// The line of hints at the foot of the panel: its type shrinks from 11 to 9.5 points before the text is elided.
+/// The line of hints at the foot of the panel: its type shrinks from 11 to 9.5 points before the text is
+/// elided.
 class HintLine final : public QWidget {
  public:
   explicit HintLine(QWidget* parent);

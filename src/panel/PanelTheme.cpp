@@ -36,7 +36,8 @@ PanelTheme darkTheme() {
 }  // namespace
 
 PanelTheme panelTheme(const QPalette& palette) {
-  const bool dark = palette.color(QPalette::Window).lightness() < palette.color(QPalette::WindowText).lightness();
+  const bool dark =
+      palette.color(QPalette::Window).lightness() < palette.color(QPalette::WindowText).lightness();
   return dark ? darkTheme() : lightTheme();
 }
 

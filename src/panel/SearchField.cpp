@@ -42,7 +42,8 @@ SearchField::SearchField(PasteboardText pasteboardText, QWidget* parent)
   clear_->setToolTip(clear_->accessibleName());
   clear_->hide();
   connect(clear_, &QToolButton::clicked, this, &QLineEdit::clear);
-  connect(this, &QLineEdit::textChanged, clear_, [this](const QString& text) { clear_->setVisible(!text.isEmpty()); });
+  connect(this, &QLineEdit::textChanged, clear_,
+          [this](const QString& text) { clear_->setVisible(!text.isEmpty()); });
   applyTheme();
 }
 

@@ -5,7 +5,9 @@
 #include <QSvgRenderer>
 
 // The macro must stand outside of any namespace.
-static void initSymbolResources() { Q_INIT_RESOURCE(symbols); }
+static void initSymbolResources() {
+  Q_INIT_RESOURCE(symbols);
+}
 
 namespace nimbrel::symbols {
 namespace {

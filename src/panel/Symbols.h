@@ -11,8 +11,8 @@ namespace nimbrel {
 /// The program's own symbols, by the names of the system symbols that they stand for, tinted with a colour.
 namespace symbols {
 
-/// A symbol in a square of `size` device-independent pixels, sharp at the given device pixel ratio; rendered once
-/// and then taken from the pixmap cache. A null pixmap for an unknown name.
+/// A symbol in a square of `size` device-independent pixels, sharp at the given device pixel ratio; rendered
+/// once and then taken from the pixmap cache. A null pixmap for an unknown name.
 [[nodiscard]] QPixmap pixmap(const QString& name, int size, const QColor& color, qreal devicePixelRatio);
 
 /// A symbol as an icon in several sizes.

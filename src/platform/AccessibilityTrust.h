@@ -9,7 +9,8 @@ class AccessibilityTrust {
 
   [[nodiscard]] virtual bool isTrusted() const = 0;
 
-  /// Asks the user for trust and opens the place in the system's settings where it is given, where there is one.
+  /// Asks the user for trust and opens the place in the system's settings where it is given, where there is
+  /// one.
   virtual void request() = 0;
 };
 

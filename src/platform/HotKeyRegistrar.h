@@ -18,7 +18,8 @@ class HotKeyRegistrar {
   /// Gives a combination back; an unknown identifier does nothing.
   virtual void unregisterHotKey(quint32 id) = 0;
 
-  /// Called on the main thread with the identifier of each combination pressed; not again while it is held down.
+  /// Called on the main thread with the identifier of each combination pressed; not again while it is held
+  /// down.
   virtual void setPressHandler(std::function<void(quint32 id)> handler) = 0;
 };
 

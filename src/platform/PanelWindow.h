@@ -6,8 +6,8 @@ class QWidget;
 
 namespace nimbrel {
 
-/// Makes a top-level widget a panel that floats above all and takes the keyboard while the application in front
-/// stays the active one. Main thread. The widget outlives the panel window.
+/// Makes a top-level widget a panel that floats above all and takes the keyboard while the application in
+/// front stays the active one. Main thread. The widget outlives the panel window.
 class PanelWindow {
  public:
   virtual ~PanelWindow() = default;
@@ -18,15 +18,16 @@ class PanelWindow {
   /// Shows the widget where it is and gives it the keyboard, remembering who had it.
   virtual void present() = 0;
 
-  /// Takes the panel off the screen. `returnFocus` gives the keyboard back to the window that had it; without it
-  /// the focus stays where the user has put it meanwhile.
+  /// Takes the panel off the screen. `returnFocus` gives the keyboard back to the window that had it; without
+  /// it the focus stays where the user has put it meanwhile.
   virtual void dismiss(bool returnFocus) = 0;
 
-  /// Calls `done` on the main thread with true as soon as the window that had the keyboard before has it again, or
-  /// with false when it has not got it within 300 ms.
+  /// Calls `done` on the main thread with true as soon as the window that had the keyboard before has it
+  /// again, or with false when it has not got it within 300 ms.
   virtual void whenFocusReturned(std::function<void(bool)> done) = 0;
 
-  /// Called on the main thread when the panel loses the keyboard to another window or the user clicks outside it.
+  /// Called on the main thread when the panel loses the keyboard to another window or the user clicks outside
+  /// it.
   virtual void setResignHandler(std::function<void()> handler) = 0;
 };
 

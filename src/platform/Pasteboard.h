@@ -23,13 +23,15 @@ class Pasteboard {
   [[nodiscard]] virtual qint64 changeCount() const = 0;
 
   /// The changes after `count` that are ready, oldest first, the program's own writes left out. What has been
-  /// returned or lies at or before `count` is forgotten. A desktop that keeps only the latest content returns that.
+  /// returned or lies at or before `count` is forgotten. A desktop that keeps only the latest content returns
+  /// that.
   [[nodiscard]] virtual QList<PasteboardSnapshot> changesAfter(qint64 count) = 0;
 
   /// The plain text on the pasteboard at `changeCount`, if it was read and is still there.
   [[nodiscard]] virtual std::optional<QString> currentText() const = 0;
 
-  /// Replaces the content and gives the change count of this write; nothing when the pasteboard cannot be written.
+  /// Replaces the content and gives the change count of this write; nothing when the pasteboard cannot be
+  /// written.
   virtual std::optional<qint64> write(const PasteboardContent& content) = 0;
 
   /// Empties the pasteboard if it still holds the change `count`, and gives the change count of the clearing;

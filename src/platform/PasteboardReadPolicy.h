@@ -6,8 +6,8 @@
 namespace nimbrel {
 
 /// What to read of a change, and how much of it: sizes in bytes. Nothing of a change that carries one of
-/// `ignoredTypes` is read; formats are taken in the order file, text (with its rich forms), image, and the first
-/// that has content ends the reading.
+/// `ignoredTypes` is read; formats are taken in the order file, text (with its rich forms), image, and the
+/// first that has content ends the reading.
 struct PasteboardReadPolicy final {
   QSet<QString> ignoredTypes;
   qint64 maxTextBytes = 0;

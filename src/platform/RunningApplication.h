@@ -7,7 +7,8 @@ namespace nimbrel {
 
 /// An application with a window on the desktop.
 struct RunningApplication final {
-  /// The desktop's identifier for the application (bundle identifier, desktop-file id); empty when it has none.
+  /// The desktop's identifier for the application (bundle identifier, desktop-file id); empty when it has
+  /// none.
   QString identifier;
   /// The name shown to the user.
   QString name;

@@ -22,16 +22,16 @@ struct SecretLookup final {
   int status = 0;
 };
 
-/// The system's key store. May be called from any thread, and may wait there for the user to unlock the store:
-/// never call it on the main thread.
+/// The system's key store. May be called from any thread, and may wait there for the user to unlock the
+/// store: never call it on the main thread.
 class SecretStore {
  public:
   virtual ~SecretStore() = default;
 
   [[nodiscard]] virtual SecretLookup find(const SecretItem& item) = 0;
 
-  /// Stores a new secret, readable on this device only; 0 on success, else the system's error code. Never replaces
-  /// an existing one.
+  /// Stores a new secret, readable on this device only; 0 on success, else the system's error code. Never
+  /// replaces an existing one.
   [[nodiscard]] virtual int add(const SecretItem& item, const QByteArray& secret) = 0;
 };
 

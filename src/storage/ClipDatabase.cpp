@@ -66,8 +66,8 @@ void migrate(SQLiteConnection& disk, std::int64_t version) {
   }
 }
 
-/// Makes a missing file before SQLite would, so that it is never readable for others, not even for a moment; the
-/// log beside it inherits the mode.
+/// Makes a missing file before SQLite would, so that it is never readable for others, not even for a moment;
+/// the log beside it inherits the mode.
 void createPrivately(const QString& path) {
   QFile file(path);
   static_cast<void>(file.open(QIODevice::WriteOnly | QIODevice::NewOnly, kOwnerOnly));
@@ -78,13 +78,16 @@ std::unique_ptr<SQLiteConnection> openAndMigrate(const QString& path) {
   // Before the log is made beside it, which takes over its mode.
   QFile::setPermissions(path, kOwnerOnly);
   auto disk = std::make_unique<SQLiteConnection>(QFile::encodeName(path));
-  // Asked before anything that writes, so that a file that is not ours to change stays byte for byte as it is.
+  // Asked before anything that writes, so that a file that is not ours to change stays byte for byte as it
+  // is.
   const std::int64_t found = disk->integer("PRAGMA user_version");
   if (found > kSchemaVersion) {
     disk->keepLogOnClose();
-    throw SQLError(SQLITE_ERROR, QStringLiteral("la escribió una versión más reciente de Nimbrel (esquema %1)").arg(found));
+    throw SQLError(SQLITE_ERROR,
+                   QStringLiteral("la escribió una versión más reciente de Nimbrel (esquema %1)").arg(found));
   }
-  if (disk->isReadOnly()) throw SQLError(SQLITE_READONLY, QStringLiteral("attempt to write a readonly database"));
+  if (disk->isReadOnly())
+    throw SQLError(SQLITE_READONLY, QStringLiteral("attempt to write a readonly database"));
   disk->execute("PRAGMA auto_vacuum = FULL");
   disk->execute("PRAGMA journal_mode = WAL");
   disk->execute("PRAGMA synchronous = NORMAL");
@@ -215,9 +218,9 @@ bool ClipDatabase::saveMany(const QList<ClipItem>& clips) {
 }
 
 void ClipDatabase::update(const ClipItem& clip) {
-  std::vector<SQLValue> values{
-      unixSeconds(clip.date), sqlBool(clip.pinned),
-      clip.expiresAt ? SQLValue{unixSeconds(*clip.expiresAt)} : SQLValue{SQLNull{}}, sqlText(clipIdText(clip.id))};
+  std::vector<SQLValue> values{unixSeconds(clip.date), sqlBool(clip.pinned),
+                               clip.expiresAt ? SQLValue{unixSeconds(*clip.expiresAt)} : SQLValue{SQLNull{}},
+                               sqlText(clipIdText(clip.id))};
   diskQueue_.post([this, values = std::move(values)] {
     if (!disk_) return;
     try {
@@ -251,7 +254,8 @@ void ClipDatabase::remove(const QList<QUuid>& ids, Traces traces) {
 
 void ClipDatabase::eraseTraces(int attemptsLeft) {
   bool busy = false;
-  disk_->run("PRAGMA wal_checkpoint(TRUNCATE)", {}, [&](sqlite3_stmt* row) { busy = sqlite3_column_int(row, 0) != 0; });
+  disk_->run("PRAGMA wal_checkpoint(TRUNCATE)", {},
+             [&](sqlite3_stmt* row) { busy = sqlite3_column_int(row, 0) != 0; });
   // Each attempt already waits as long as the busy timeout; queueing the next one lets other work pass.
   if (busy && attemptsLeft > 0) {
     diskQueue_.post([this, attemptsLeft] {
@@ -302,11 +306,12 @@ std::optional<QSet<QUuid>> ClipDatabase::search(const QList<QByteArray>& terms) 
     if (!index_) return std::nullopt;
     try {
       QSet<QUuid> ids;
-      index_->run("SELECT id FROM fts WHERE fts MATCH ?", {SQLText{matchExpression(terms)}}, [&](sqlite3_stmt* row) {
-        const auto* const text = reinterpret_cast<const char*>(sqlite3_column_text(row, 0));
-        if (const auto id = clipIdFromText(QString::fromLatin1(text))) ids.insert(*id);
-        if (ids.size() > kMaxAnswer) sqlite3_interrupt(sqlite3_db_handle(row));
-      });
+      index_->run("SELECT id FROM fts WHERE fts MATCH ?", {SQLText{matchExpression(terms)}},
+                  [&](sqlite3_stmt* row) {
+                    const auto* const text = reinterpret_cast<const char*>(sqlite3_column_text(row, 0));
+                    if (const auto id = clipIdFromText(QString::fromLatin1(text))) ids.insert(*id);
+                    if (ids.size() > kMaxAnswer) sqlite3_interrupt(sqlite3_db_handle(row));
+                  });
       return ids;
     } catch (const SQLError& error) {
       if (error.code == SQLITE_INTERRUPT) return std::nullopt;

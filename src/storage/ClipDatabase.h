@@ -24,16 +24,18 @@ struct LoadedHistory final {
   qsizetype unreadableCount = 0;
 };
 
-/// Keeps the clips in one SQLite file, their payloads sealed, and a full-text index of them in memory, which is
-/// the only place where searchable plain text exists.
+/// Keeps the clips in one SQLite file, their payloads sealed, and a full-text index of them in memory, which
+/// is the only place where searchable plain text exists.
 ///
-/// Disk work runs on the queue "Nimbrel.db.disk", index work on "Nimbrel.db.index"; methods marked *waits* wait for
-/// their queue, all others return at once. Failures are logged and absorbed: without a database, writes are dropped
-/// and reads give nothing; without an index, searches give no answer. All methods belong to the main thread.
+/// Disk work runs on the queue "Nimbrel.db.disk", index work on "Nimbrel.db.index"; methods marked *waits*
+/// wait for their queue, all others return at once. Failures are logged and absorbed: without a database,
+/// writes are dropped and reads give nothing; without an index, searches give no answer. All methods belong
+/// to the main thread.
 class ClipDatabase final {
  public:
-  /// Opens the file, created for its owner alone (0600) if missing, and migrates it; *waits*. A file that cannot be
-  /// opened, or that a newer version of the program has written, is left as it is. The cipher must outlive this.
+  /// Opens the file, created for its owner alone (0600) if missing, and migrates it; *waits*. A file that
+  /// cannot be opened, or that a newer version of the program has written, is left as it is. The cipher must
+  /// outlive this.
   ClipDatabase(const QString& path, HistoryCipher& cipher);
   ~ClipDatabase();
   ClipDatabase(const ClipDatabase&) = delete;
@@ -48,8 +50,8 @@ class ClipDatabase final {
   /// Writes a clip's row, new or changed, and indexes it.
   void save(const ClipRef& clip);
 
-  /// Writes many rows in one transaction: all of them (true) or none (false). *Waits*. The caller then rebuilds the
-  /// index.
+  /// Writes many rows in one transaction: all of them (true) or none (false). *Waits*. The caller then
+  /// rebuilds the index.
   [[nodiscard]] bool saveMany(const QList<ClipItem>& clips);
 
   /// Writes a clip's date, pin and expiry; its payload stays as it is.
@@ -72,13 +74,13 @@ class ClipDatabase final {
   /// Fills the index with exactly these clips. Until it is done, searches give no answer.
   void rebuildIndex(const QList<ClipRef>& clips);
 
-  /// The ids of the clips whose body contains every one of the folded terms, each of three characters or more;
-  /// *waits*. Nothing when the index cannot answer, and when the terms are so common that looking at every clip is
-  /// faster than listing those that match.
+  /// The ids of the clips whose body contains every one of the folded terms, each of three characters or
+  /// more; *waits*. Nothing when the index cannot answer, and when the terms are so common that looking at
+  /// every clip is faster than listing those that match.
   [[nodiscard]] std::optional<QSet<QUuid>> search(const QList<QByteArray>& terms);
 
-  /// The names of the files that rows refer to; *waits*. Nothing when they cannot be told, and then no file may be
-  /// deleted.
+  /// The names of the files that rows refer to; *waits*. Nothing when they cannot be told, and then no file
+  /// may be deleted.
   [[nodiscard]] std::optional<QSet<QString>> referencedImageFiles();
   [[nodiscard]] std::optional<QSet<QString>> referencedRichFiles();
 

@@ -9,7 +9,9 @@ namespace {
 
 enum Column { id, date, pinned, imageFile, imageHash, expiresAt, sensitive, payload, richFile };
 
-bool isNull(sqlite3_stmt* row, int column) { return sqlite3_column_type(row, column) == SQLITE_NULL; }
+bool isNull(sqlite3_stmt* row, int column) {
+  return sqlite3_column_type(row, column) == SQLITE_NULL;
+}
 
 QString text(sqlite3_stmt* row, int column) {
   const auto* const bytes = reinterpret_cast<const char*>(sqlite3_column_text(row, column));

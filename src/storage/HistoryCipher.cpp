@@ -22,16 +22,25 @@ struct CipherDeleter {
 };
 using Context = std::unique_ptr<EVP_CIPHER_CTX, ContextDeleter>;
 
-SecretItem historyKeyItem() { return {QStringLiteral("Nimbrel.history-key"), QStringLiteral("history")}; }
+SecretItem historyKeyItem() {
+  return {QStringLiteral("Nimbrel.history-key"), QStringLiteral("history")};
+}
 
-const unsigned char* unsignedBytes(const char* bytes) { return reinterpret_cast<const unsigned char*>(bytes); }
-unsigned char* unsignedBytes(char* bytes) { return reinterpret_cast<unsigned char*>(bytes); }
+const unsigned char* unsignedBytes(const char* bytes) {
+  return reinterpret_cast<const unsigned char*>(bytes);
+}
+unsigned char* unsignedBytes(char* bytes) {
+  return reinterpret_cast<unsigned char*>(bytes);
+}
 
-void wipe(QByteArray& bytes) { OPENSSL_cleanse(bytes.data(), static_cast<std::size_t>(bytes.size())); }
+void wipe(QByteArray& bytes) {
+  OPENSSL_cleanse(bytes.data(), static_cast<std::size_t>(bytes.size()));
+}
 
 }  // namespace
 
-/// The key's bytes, wiped when they go, and the algorithm, fetched once because fetching costs more than a clip.
+/// The key's bytes, wiped when they go, and the algorithm, fetched once because fetching costs more than a
+/// clip.
 struct HistoryCipher::Key {
   explicit Key(QByteArray keyBytes)
       : bytes(std::move(keyBytes)), algorithm(EVP_CIPHER_fetch(nullptr, "AES-256-GCM", nullptr)) {}
@@ -43,7 +52,8 @@ struct HistoryCipher::Key {
   std::unique_ptr<EVP_CIPHER, CipherDeleter> algorithm;
 };
 
-HistoryCipher::HistoryCipher(SecretStore& secrets, RandomSource& random) : secrets_(secrets), random_(random) {}
+HistoryCipher::HistoryCipher(SecretStore& secrets, RandomSource& random)
+    : secrets_(secrets), random_(random) {}
 
 HistoryCipher::~HistoryCipher() = default;
 
@@ -97,7 +107,9 @@ std::optional<QByteArray> HistoryCipher::open(const QByteArray& data) {
   return plain;
 }
 
-bool HistoryCipher::hasKey() { return key() != nullptr; }
+bool HistoryCipher::hasKey() {
+  return key() != nullptr;
+}
 
 const HistoryCipher::Key* HistoryCipher::key() {
   std::call_once(loaded_, [this] {
@@ -110,7 +122,8 @@ const HistoryCipher::Key* HistoryCipher::key() {
 QByteArray HistoryCipher::loadOrCreateKey() {
   SecretLookup lookup = secrets_.find(historyKeyItem());
   if (lookup.outcome == SecretLookup::Outcome::notFound) return createKey();
-  if (lookup.outcome == SecretLookup::Outcome::found && lookup.secret.size() == kKeyBytes) return lookup.secret;
+  if (lookup.outcome == SecretLookup::Outcome::found && lookup.secret.size() == kKeyBytes)
+    return lookup.secret;
   wipe(lookup.secret);
   qCCritical(clipboardLog, "Llavero: no se pudo leer la clave (OSStatus %d)", lookup.status);
   return {};

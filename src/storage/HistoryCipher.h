@@ -10,14 +10,15 @@
 
 namespace nimbrel {
 
-/// Seals what is written to disk and opens what is read back, with AES-256-GCM (NIST SP 800-38D) under the history
-/// key, which is looked up in the key store once, on first use, and made there when there is none yet.
+/// Seals what is written to disk and opens what is read back, with AES-256-GCM (NIST SP 800-38D) under the
+/// history key, which is looked up in the key store once, on first use, and made there when there is none
+/// yet.
 ///
-/// The envelope: the five bytes "BRVN1", a random nonce of 12 bytes, the ciphertext, a tag of 16 bytes. Without a
-/// key everything is written in plaintext; plaintext is always readable.
+/// The envelope: the five bytes "BRVN1", a random nonce of 12 bytes, the ciphertext, a tag of 16 bytes.
+/// Without a key everything is written in plaintext; plaintext is always readable.
 ///
-/// All methods may be called from any thread. The first one waits for the key store, so it must not be on the main
-/// thread.
+/// All methods may be called from any thread. The first one waits for the key store, so it must not be on the
+/// main thread.
 class HistoryCipher final {
  public:
   /// Both must outlive the cipher.
@@ -26,12 +27,12 @@ class HistoryCipher final {
   HistoryCipher(const HistoryCipher&) = delete;
   HistoryCipher& operator=(const HistoryCipher&) = delete;
 
-  /// The envelope of the data, or the data itself when there is no key. Nothing when encryption fails; then the
-  /// data must not be written.
+  /// The envelope of the data, or the data itself when there is no key. Nothing when encryption fails; then
+  /// the data must not be written.
   [[nodiscard]] std::optional<QByteArray> seal(const QByteArray& data);
 
-  /// The content of an envelope; data without the envelope's first five bytes is returned as it is. Nothing when
-  /// there is no key, when the envelope is too short, or when it was altered.
+  /// The content of an envelope; data without the envelope's first five bytes is returned as it is. Nothing
+  /// when there is no key, when the envelope is too short, or when it was altered.
   [[nodiscard]] std::optional<QByteArray> open(const QByteArray& data);
 
   /// Whether there is a history key: the history is encrypted at rest.

@@ -27,12 +27,16 @@ struct SQLNull final {
 /// A value to bind to a statement's parameter: int, double, text, blob or null.
 using SQLValue = std::variant<std::int64_t, double, SQLText, SQLBlob, SQLNull>;
 
-[[nodiscard]] inline SQLValue sqlText(const QString& text) { return SQLText{text.toUtf8()}; }
+[[nodiscard]] inline SQLValue sqlText(const QString& text) {
+  return SQLText{text.toUtf8()};
+}
 
 [[nodiscard]] inline SQLValue sqlText(const std::optional<QString>& text) {
   return text ? sqlText(*text) : SQLValue{SQLNull{}};
 }
 
-[[nodiscard]] inline SQLValue sqlBool(bool value) { return std::int64_t{value ? 1 : 0}; }
+[[nodiscard]] inline SQLValue sqlBool(bool value) {
+  return std::int64_t{value ? 1 : 0};
+}
 
 }  // namespace nimbrel

@@ -39,12 +39,14 @@ class Binder final {
 
 }  // namespace
 
-void SQLiteConnection::Closer::operator()(sqlite3* handle) const { sqlite3_close_v2(handle); }
+void SQLiteConnection::Closer::operator()(sqlite3* handle) const {
+  sqlite3_close_v2(handle);
+}
 
 SQLiteConnection::SQLiteConnection(const QByteArray& path) {
   sqlite3* opened = nullptr;
-  const int code = sqlite3_open_v2(path.constData(), &opened,
-                                   SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_FULLMUTEX, nullptr);
+  const int code = sqlite3_open_v2(
+      path.constData(), &opened, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_FULLMUTEX, nullptr);
   std::unique_ptr<sqlite3, Closer> handle(opened);
   if (!handle) throw SQLError(code, QStringLiteral("sin memoria"));
   if (code != SQLITE_OK) throw SQLError(code, QString::fromUtf8(sqlite3_errmsg(handle.get())));
@@ -88,7 +90,9 @@ std::int64_t SQLiteConnection::integer(const char* sql) {
   return value;
 }
 
-bool SQLiteConnection::isReadOnly() const { return sqlite3_db_readonly(handle_.get(), "main") == 1; }
+bool SQLiteConnection::isReadOnly() const {
+  return sqlite3_db_readonly(handle_.get(), "main") == 1;
+}
 
 void SQLiteConnection::keepLogOnClose() {
   sqlite3_db_config(handle_.get(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);

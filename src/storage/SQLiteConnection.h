@@ -13,20 +13,21 @@ struct sqlite3_stmt;
 
 namespace nimbrel {
 
-/// One SQLite database handle. Every failure is thrown as `SQLError`. Belongs to one serial queue; the handle is
-/// opened fully serialised as a second guard. Closed, with the deferred close, when the object goes.
+/// One SQLite database handle. Every failure is thrown as `SQLError`. Belongs to one serial queue; the handle
+/// is opened fully serialised as a second guard. Closed, with the deferred close, when the object goes.
 class SQLiteConnection final {
  public:
   using RowHandler = std::function<void(sqlite3_stmt*)>;
 
-  /// Opens a file, created if missing, or ":memory:". Waits at most 2 s for another process's lock from then on.
+  /// Opens a file, created if missing, or ":memory:". Waits at most 2 s for another process's lock from then
+  /// on.
   explicit SQLiteConnection(const QByteArray& path);
 
   /// Runs one or more statements separated by semicolons; stops at the first that fails.
   void execute(const char* sql);
 
-  /// Prepares one statement, binds the values to its parameters in order, steps it to its end and hands each row to
-  /// `onRow`. Rows delivered before a failure stay delivered.
+  /// Prepares one statement, binds the values to its parameters in order, steps it to its end and hands each
+  /// row to `onRow`. Rows delivered before a failure stay delivered.
   void run(const char* sql, const std::vector<SQLValue>& bindings = {}, const RowHandler& onRow = {});
 
   /// The first column of the first row as an integer; 0 without a row.

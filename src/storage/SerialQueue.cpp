@@ -24,11 +24,14 @@ void SerialQueue::post(std::function<void()> task) {
   wake_.notify_one();
 }
 
-bool SerialQueue::isCurrent() const { return std::this_thread::get_id() == thread_.get_id(); }
+bool SerialQueue::isCurrent() const {
+  return std::this_thread::get_id() == thread_.get_id();
+}
 
 void SerialQueue::run(const QString& label, Priority priority) {
   QThread::currentThread()->setObjectName(label);
-  QThread::currentThread()->setPriority(priority == Priority::utility ? QThread::LowPriority : QThread::NormalPriority);
+  QThread::currentThread()->setPriority(priority == Priority::utility ? QThread::LowPriority
+                                                                      : QThread::NormalPriority);
   std::unique_lock lock(mutex_);
   while (true) {
     wake_.wait(lock, [this] { return stopping_ || !tasks_.empty(); });

@@ -10,8 +10,9 @@
 
 namespace nimbrel {
 
-/// Runs tasks one after the other, in the order they were posted, on a thread of its own. Destruction runs what is
-/// still queued and then ends the thread. All methods may be called from any thread; tasks must not throw.
+/// Runs tasks one after the other, in the order they were posted, on a thread of its own. Destruction runs
+/// what is still queued and then ends the thread. All methods may be called from any thread; tasks must not
+/// throw.
 class SerialQueue final {
  public:
   enum class Priority { utility, userInitiated };

@@ -24,7 +24,9 @@ QString makeStorageDirectory(const QString& dataFolder) {
   return path;
 }
 
-QString userDataFolder() { return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation); }
+QString userDataFolder() {
+  return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+}
 
 QString databasePath(const QString& storageDirectory) {
   return QDir(storageDirectory).filePath(QStringLiteral("brevin.sqlite"));

@@ -4,8 +4,9 @@
 
 namespace nimbrel {
 
-/// The folder of the history: "Nimbrel" in the user's folder for application data. Making it also makes "Images"
-/// and "Rich" inside; all three are for their owner alone (0700). Errors are left to the first write to report.
+/// The folder of the history: "Nimbrel" in the user's folder for application data. Making it also makes
+/// "Images" and "Rich" inside; all three are for their owner alone (0700). Errors are left to the first write
+/// to report.
 [[nodiscard]] QString makeStorageDirectory(const QString& dataFolder);
 
 /// The user's folder for application data, from the desktop's conventions.

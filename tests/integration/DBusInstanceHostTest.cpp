@@ -38,7 +38,10 @@ TEST(DBusInstanceHost, KeepsARequestThatComesTooEarly) {
 }
 
 TEST(DBusInstanceHost, GivesTheNameBackWhenItGoes) {
-  { DBusInstanceHost host; ASSERT_EQ(host.claim(), InstanceHost::Claim::first); }
+  {
+    DBusInstanceHost host;
+    ASSERT_EQ(host.claim(), InstanceHost::Claim::first);
+  }
   EXPECT_NE(askToShow(), 0);
 }
 

@@ -18,8 +18,8 @@ using namespace Qt::StringLiterals;
 class LibsecretStoreTest : public ::testing::Test {
  protected:
   /// A name of its own for each test, since the key store lives as long as the desktop.
-  SecretItem item{u"Nimbrel.test"_s, QString::fromLatin1(
-                                         ::testing::UnitTest::GetInstance()->current_test_info()->name())};
+  SecretItem item{u"Nimbrel.test"_s,
+                  QString::fromLatin1(::testing::UnitTest::GetInstance()->current_test_info()->name())};
   LibsecretStore store;
 };
 

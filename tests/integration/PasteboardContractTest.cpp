@@ -56,7 +56,8 @@ class PasteboardContract : public ::testing::Test {
   void copy(const QString& text) {
     const qint64 before = pasteboard.changeCount();
     subject.copyElsewhere(text);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return pasteboard.changeCount() > before && pasteboard.currentText() == text; }));
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] { return pasteboard.changeCount() > before && pasteboard.currentText() == text; }));
   }
 
   Kind subject;

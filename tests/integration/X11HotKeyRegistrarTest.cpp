@@ -18,7 +18,9 @@ class X11HotKeyRegistrarTest : public ::testing::Test {
   X11HotKeyRegistrarTest() {
     registrar.setPressHandler([this](quint32 id) { pressed.append(id); });
   }
-  static void xdotool(const QStringList& arguments) { ASSERT_EQ(QProcess::execute(u"xdotool"_s, arguments), 0); }
+  static void xdotool(const QStringList& arguments) {
+    ASSERT_EQ(QProcess::execute(u"xdotool"_s, arguments), 0);
+  }
   static void key(const QString& chord) { xdotool({u"key"_s, chord}); }
 
   X11Session session;
@@ -81,20 +83,23 @@ TEST_F(X11HotKeyRegistrarTest, ReportsNothingOnceItIsGivenBack) {
 TEST_F(X11HotKeyRegistrarTest, GoesByThePositionInEveryLayout) {
   for (const QString& layout : {u"es"_s, u"fr"_s, u"de"_s, u"dvorak"_s, u"us"_s}) {
     ASSERT_EQ(QProcess::execute(u"setxkbmap"_s, {layout == u"dvorak" ? u"us"_s : layout, u"-variant"_s,
-                                                 layout == u"dvorak" ? u"dvorak"_s : QString()}), 0);
+                                                 layout == u"dvorak" ? u"dvorak"_s : QString()}),
+              0);
     X11Session fresh;
     X11HotKeyRegistrar theirs(fresh);
     int presses = 0;
     theirs.setPressHandler([&](quint32) { ++presses; });
     ASSERT_TRUE(theirs.registerHotKey(1, 9, kShiftCommand)) << layout.toStdString();
     // 55 is where V is printed on an ANSI keyboard, whatever the layout makes of it.
-    xdotool({u"keydown"_s, u"shift"_s, u"keydown"_s, u"super"_s, u"key"_s, u"55"_s, u"keyup"_s, u"super"_s, u"keyup"_s,
-             u"shift"_s});
+    xdotool({u"keydown"_s, u"shift"_s, u"keydown"_s, u"super"_s, u"key"_s, u"55"_s, u"keyup"_s, u"super"_s,
+             u"keyup"_s, u"shift"_s});
     EXPECT_TRUE(QTest::qWaitFor([&] { return presses == 1; })) << layout.toStdString();
   }
 }
 
-TEST_F(X11HotKeyRegistrarTest, RefusesKeysThatDoNotExist) { EXPECT_FALSE(registrar.registerHotKey(7, 4000, kShiftCommand)); }
+TEST_F(X11HotKeyRegistrarTest, RefusesKeysThatDoNotExist) {
+  EXPECT_FALSE(registrar.registerHotKey(7, 4000, kShiftCommand));
+}
 
 TEST(X11HotKeyRegistrarWithoutServer, RefusesEverything) {
   X11Session session(":9999");

@@ -29,7 +29,8 @@ class X11PasteboardFixture : public ::testing::Test {
   [[nodiscard]] bool captured(const QString& text) {
     return QTest::qWaitFor([&] {
       collect();
-      return std::any_of(seen.begin(), seen.end(), [&](const PasteboardSnapshot& snapshot) { return snapshot.text == text; });
+      return std::any_of(seen.begin(), seen.end(),
+                         [&](const PasteboardSnapshot& snapshot) { return snapshot.text == text; });
     });
   }
   /// Waits until so many changes have been seen.

@@ -11,8 +11,8 @@ using namespace Qt::StringLiterals;
 using testing::Manners;
 using testing::SelectionOwner;
 
-/// Programs that behave badly. Whatever they do, the next honest copy is captured, by events alone: no test here
-/// waits for a deadline unless it says so.
+/// Programs that behave badly. Whatever they do, the next honest copy is captured, by events alone: no test
+/// here waits for a deadline unless it says so.
 class HostilePasteboard : public testing::X11PasteboardFixture {
  protected:
   /// Lets the bad owner have its way until it has been asked for something, then copies honestly.
@@ -81,7 +81,8 @@ TEST_F(HostilePasteboard, AnOwnerThatNeverStopsSendingIsRefusedAtTheBudget) {
 }
 
 TEST_F(HostilePasteboard, AnOwnerThatLiesAboutItsTargetsGivesNothing) {
-  const SelectionOwner lying({{u"UTF8_STRING"_s, "x"}, {u"image/png"_s, "x"}, {u"text/uri-list"_s, "x"}}, Manners::lies);
+  const SelectionOwner lying({{u"UTF8_STRING"_s, "x"}, {u"image/png"_s, "x"}, {u"text/uri-list"_s, "x"}},
+                             Manners::lies);
   ASSERT_TRUE(sawChanges(1));
   EXPECT_FALSE(seen.at(0).text || seen.at(0).image);
   expectNextCopyCaptured(lying);
@@ -103,7 +104,9 @@ TEST_F(HostilePasteboard, AnOwnerThatDiesWhileItIsReadGivesNothing) {
 }
 
 TEST_F(HostilePasteboard, InvalidTextIsReadAsFarAsItIsText) {
-  const auto owner = copy("a\xff\xfe\xc3" "b");
+  const auto owner = copy(
+      "a\xff\xfe\xc3"
+      "b");
   ASSERT_TRUE(sawChanges(1));
   ASSERT_TRUE(seen.at(0).text);
   EXPECT_TRUE(seen.at(0).text->startsWith(u'a') && seen.at(0).text->endsWith(u'b'));
@@ -113,8 +116,8 @@ TEST_F(HostilePasteboard, AThousandChangesInASecondDoNotKeepTheLastOneOut) {
   xcb_connection_t* const x = requestor.connection();
   AtomTable atoms(x);
   const xcb_window_t window = xcb_generate_id(x);
-  xcb_create_window(x, XCB_COPY_FROM_PARENT, window, rootWindow(x), 0, 0, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY,
-                    XCB_COPY_FROM_PARENT, 0, nullptr);
+  xcb_create_window(x, XCB_COPY_FROM_PARENT, window, rootWindow(x), 0, 0, 1, 1, 0,
+                    XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
   for (int i = 0; i < 1000; ++i)
     xcb_set_selection_owner(x, window, atoms.atom(u"CLIPBOARD"_s), XCB_CURRENT_TIME);
   xcb_flush(x);

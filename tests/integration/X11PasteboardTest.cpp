@@ -44,7 +44,8 @@ TEST_F(X11PasteboardTest, ReadsFilesBeforeText) {
 }
 
 TEST_F(X11PasteboardTest, ReadsTextWithItsRtf) {
-  const SelectionOwner owner({{u"UTF8_STRING"_s, "a"}, {u"text/rtf"_s, "{\\rtf1 a}"}, {u"image/png"_s, "png"}});
+  const SelectionOwner owner(
+      {{u"UTF8_STRING"_s, "a"}, {u"text/rtf"_s, "{\\rtf1 a}"}, {u"image/png"_s, "png"}});
   ASSERT_TRUE(sawChanges(1));
   EXPECT_EQ(seen.at(0).text, u"a"_s);
   EXPECT_EQ(seen.at(0).rtf, QByteArray("{\\rtf1 a}"));
@@ -77,7 +78,10 @@ TEST_F(X11PasteboardTest, DoesNotReportWhatWasThereBefore) {
 }
 
 TEST_F(X11PasteboardTest, SeesThatASelectionWasCleared) {
-  { const auto owner = copy("fugaz"); ASSERT_TRUE(captured(u"fugaz"_s)); }
+  {
+    const auto owner = copy("fugaz");
+    ASSERT_TRUE(captured(u"fugaz"_s));
+  }
   ASSERT_TRUE(sawChanges(2));
   EXPECT_TRUE(seen.at(1).types.isEmpty());
   EXPECT_FALSE(pasteboard.currentText());

@@ -4,8 +4,9 @@
 
 namespace nimbrel::testing {
 
-/// Makes SQLite's file operations fail on demand, below everything that is tested: a VFS in front of the system's
-/// own, the default one while this lives. Databases must be opened after it is made and closed before it goes.
+/// Makes SQLite's file operations fail on demand, below everything that is tested: a VFS in front of the
+/// system's own, the default one while this lives. Databases must be opened after it is made and closed
+/// before it goes.
 class FailingVfs final {
  public:
   FailingVfs();

@@ -9,7 +9,9 @@
 namespace nimbrel::testing {
 namespace {
 
-QString keyOf(const SecretItem& item) { return item.service + u'/' + item.account; }
+QString keyOf(const SecretItem& item) {
+  return item.service + u'/' + item.account;
+}
 
 }  // namespace
 
@@ -48,7 +50,8 @@ void FakePasteboard::copyText(const QString& copied) {
 
 bool FakeHotKeyRegistrar::registerHotKey(quint32 id, quint32 keyCode, quint32 modifiers) {
   const Combo combo{keyCode, modifiers};
-  const bool held = std::any_of(registered.begin(), registered.end(), [&](const Combo& other) { return other == combo; });
+  const bool held =
+      std::any_of(registered.begin(), registered.end(), [&](const Combo& other) { return other == combo; });
   if (held || taken.contains(combo) || registered.contains(id)) return false;
   registered.insert(id, combo);
   return true;
@@ -68,7 +71,9 @@ int FakeSecretStore::add(const SecretItem& item, const QByteArray& secret) {
   return addStatus;
 }
 
-void FakePanelWindow::present() { widget_.show(); }
+void FakePanelWindow::present() {
+  widget_.show();
+}
 
 void FakePanelWindow::dismiss(bool returnFocus) {
   dismissals.append(returnFocus);
@@ -83,7 +88,8 @@ SensitivityLevel FakeTextGrader::classify(const QString& text, const std::option
 }
 
 void FakeSideFiles::storeImage(const QByteArray& data, std::function<void(std::optional<StoredImage>)> done) {
-  const QString hash = QString::fromLatin1(QCryptographicHash::hash(data, QCryptographicHash::Sha256).toHex());
+  const QString hash =
+      QString::fromLatin1(QCryptographicHash::hash(data, QCryptographicHash::Sha256).toHex());
   const QString file = hash.left(8) + QStringLiteral(".png");
   images.insert(file, data);
   done(StoredImage{file, hash});
@@ -105,6 +111,8 @@ std::optional<QByteArray> FakeSideFiles::loadRich(const QString& file) {
   return rich.value(file);
 }
 
-void FakeSideFiles::removeFilesOf(const ClipItem& clip) { removedFilesOf.append(clip.id); }
+void FakeSideFiles::removeFilesOf(const ClipItem& clip) {
+  removedFilesOf.append(clip.id);
+}
 
 }  // namespace nimbrel::testing

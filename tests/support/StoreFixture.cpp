@@ -14,7 +14,9 @@ ClipItem textClip(const QString& text, double secondsSince1970) {
 }
 
 StoreFixture::StoreFixture() = default;
-StoreFixture::~StoreFixture() { quit(); }
+StoreFixture::~StoreFixture() {
+  quit();
+}
 
 ClipboardStore& StoreFixture::launch() {
   cipher_ = std::make_unique<HistoryCipher>(secrets, random);

@@ -5,7 +5,9 @@ namespace nimbrel {
 HotKey::HotKey(HotKeyDispatcher& dispatcher, std::function<void()> handler)
     : dispatcher_(dispatcher), id_(dispatcher.nextId()), handler_(std::move(handler)) {}
 
-HotKey::~HotKey() { dispatcher_.remove(id_); }
+HotKey::~HotKey() {
+  dispatcher_.remove(id_);
+}
 
 bool HotKey::registerCombo(const HotKeyCombo& combo) {
   return dispatcher_.add(id_, combo.keyCode, combo.modifiers, handler_);

@@ -7,7 +7,8 @@
 
 namespace nimbrel {
 
-/// One system-wide key combination and what it does, idle until registered; unregistered when destroyed. Main thread.
+/// One system-wide key combination and what it does, idle until registered; unregistered when destroyed. Main
+/// thread.
 class HotKey final {
  public:
   /// The dispatcher must outlive the hot key.
@@ -16,8 +17,8 @@ class HotKey final {
   HotKey(const HotKey&) = delete;
   HotKey& operator=(const HotKey&) = delete;
 
-  /// Registers the combination in place of the one registered before. False when it is refused; then nothing is
-  /// registered any more.
+  /// Registers the combination in place of the one registered before. False when it is refused; then nothing
+  /// is registered any more.
   [[nodiscard]] bool registerCombo(const HotKeyCombo& combo);
 
   [[nodiscard]] quint32 id() const { return id_; }

@@ -19,11 +19,15 @@ QString HotKeyCombo::displayString() const {
 }
 
 HotKeyCombo defaultHotKey() {
-  return {.keyCode = 9, .modifiers = hotKeyModifier::command | hotKeyModifier::shift, .keyLabel = QStringLiteral("V")};
+  return {.keyCode = 9,
+          .modifiers = hotKeyModifier::command | hotKeyModifier::shift,
+          .keyLabel = QStringLiteral("V")};
 }
 
 HotKeyCombo defaultNextHotKey() {
-  return {.keyCode = 45, .modifiers = hotKeyModifier::command | hotKeyModifier::shift, .keyLabel = QStringLiteral("N")};
+  return {.keyCode = 45,
+          .modifiers = hotKeyModifier::command | hotKeyModifier::shift,
+          .keyLabel = QStringLiteral("N")};
 }
 
 }  // namespace nimbrel

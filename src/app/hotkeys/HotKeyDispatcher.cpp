@@ -8,11 +8,14 @@ namespace nimbrel {
 HotKeyDispatcher::HotKeyDispatcher(HotKeyRegistrar& registrar) : registrar_(registrar) {
   // Looked up only when the queued call runs: a press of a hot key that is gone by then runs nothing.
   registrar_.setPressHandler([this](quint32 id) {
-    QMetaObject::invokeMethod(this, [this, id] { run(id); }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        this, [this, id] { run(id); }, Qt::QueuedConnection);
   });
 }
 
-HotKeyDispatcher::~HotKeyDispatcher() { registrar_.setPressHandler({}); }
+HotKeyDispatcher::~HotKeyDispatcher() {
+  registrar_.setPressHandler({});
+}
 
 quint32 HotKeyDispatcher::nextId() {
   if (lastId_ == std::numeric_limits<quint32>::max()) std::terminate();

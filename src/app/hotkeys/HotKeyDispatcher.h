@@ -18,8 +18,8 @@ class HotKeyDispatcher final : public QObject {
   /// A number that no other hot key of the process has: 1, 2, 3 …
   [[nodiscard]] quint32 nextId();
 
-  /// Registers a combination and its action under an identifier, in place of what it had before. False when the
-  /// combination is refused; then the identifier has neither combination nor action.
+  /// Registers a combination and its action under an identifier, in place of what it had before. False when
+  /// the combination is refused; then the identifier has neither combination nor action.
   [[nodiscard]] bool add(quint32 id, quint32 keyCode, quint32 modifiers, std::function<void()> handler);
 
   void remove(quint32 id);

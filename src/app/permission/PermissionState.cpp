@@ -12,6 +12,8 @@ void PermissionState::recheck() {
   Q_EMIT changed();
 }
 
-void PermissionState::requestAccessibility() { trust_.request(); }
+void PermissionState::requestAccessibility() {
+  trust_.request();
+}
 
 }  // namespace nimbrel

@@ -15,7 +15,9 @@ void put(QJsonObject& object, const QString& key, const std::optional<Value>& va
   if (value) object.insert(key, QJsonValue(*value));
 }
 
-QJsonValue dateToJson(Timestamp date) { return unixSeconds(date) - kReferenceDate; }
+QJsonValue dateToJson(Timestamp date) {
+  return unixSeconds(date) - kReferenceDate;
+}
 
 /// Reads one object key by key and remembers whether any of them held something else than its type.
 class FieldReader final {
@@ -72,7 +74,9 @@ std::optional<RemoteDeviceType> readDevice(FieldReader& fields) {
 
 }  // namespace
 
-QString clipIdText(const QUuid& id) { return id.toString(QUuid::WithoutBraces).toUpper(); }
+QString clipIdText(const QUuid& id) {
+  return id.toString(QUuid::WithoutBraces).toUpper();
+}
 
 std::optional<QUuid> clipIdFromText(const QString& text) {
   // QUuid also reads braces and some malformed texts; only the canonical 36 characters are an id.

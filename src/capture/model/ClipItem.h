@@ -17,12 +17,14 @@ using Timestamp = std::chrono::time_point<std::chrono::system_clock, std::chrono
   return Timestamp{std::chrono::duration<double>{seconds}};
 }
 
-[[nodiscard]] constexpr double unixSeconds(Timestamp moment) { return moment.time_since_epoch().count(); }
+[[nodiscard]] constexpr double unixSeconds(Timestamp moment) {
+  return moment.time_since_epoch().count();
+}
 
 /// One entry of the history, a plain value identified by `id`.
 ///
-/// Equality compares every field, so that a changed clip is always seen as changed. A clip is an image clip when
-/// it has an `imageFile`, a file clip when it has a `fileURLString`, and a text clip otherwise.
+/// Equality compares every field, so that a changed clip is always seen as changed. A clip is an image clip
+/// when it has an `imageFile`, a file clip when it has a `fileURLString`, and a text clip otherwise.
 struct ClipItem final {
   QUuid id;
   QString text;
@@ -58,12 +60,12 @@ struct ClipItem final {
 /// The inverse of `clipIdText`, in either letter case; nothing when the text is no UUID in that form.
 [[nodiscard]] std::optional<QUuid> clipIdFromText(const QString& text);
 
-/// The serialised form of a clip: exactly its seventeen field names as keys, absent optionals left out, dates as
-/// seconds since 2001-01-01 UTC (the reference date of the older history files).
+/// The serialised form of a clip: exactly its seventeen field names as keys, absent optionals left out, dates
+/// as seconds since 2001-01-01 UTC (the reference date of the older history files).
 [[nodiscard]] QJsonObject clipToJson(const ClipItem& clip);
 
-/// Reads `clipToJson`'s form. Nothing when a required key is missing or any key holds the wrong type; unknown keys
-/// are ignored, and a null counts as absent.
+/// Reads `clipToJson`'s form. Nothing when a required key is missing or any key holds the wrong type; unknown
+/// keys are ignored, and a null counts as absent.
 [[nodiscard]] std::optional<ClipItem> clipFromJson(const QJsonObject& object);
 
 }  // namespace nimbrel

@@ -11,7 +11,7 @@ namespace {
 
 struct OptionalField {
   const char* key;
-  std::optional<QString> ClipPayload::* member;
+  std::optional<QString> ClipPayload::*member;
 };
 
 constexpr std::array<OptionalField, 7> kOptionalFields{{

@@ -31,8 +31,8 @@ void applyPayload(ClipPayload payload, ClipItem& clip);
 /// cannot hold, become replacement characters.
 [[nodiscard]] QByteArray encodePayload(const ClipPayload& payload);
 
-/// Accepts any key order and ignores unknown keys. Nothing when the bytes are no JSON object in valid UTF-8, when
-/// "text" is missing, or when a known key holds something other than a string (a null counts as absent).
+/// Accepts any key order and ignores unknown keys. Nothing when the bytes are no JSON object in valid UTF-8,
+/// when "text" is missing, or when a known key holds something other than a string (a null counts as absent).
 [[nodiscard]] std::optional<ClipPayload> decodePayload(const QByteArray& json);
 
 }  // namespace nimbrel

@@ -20,13 +20,17 @@ constexpr std::array<DeviceNames, 4> kDevices{{
     {RemoteDeviceType::universal, u"universal", u"Continuidad"},
 }};
 
-const DeviceNames& namesOf(RemoteDeviceType device) { return kDevices.at(static_cast<std::size_t>(device)); }
+const DeviceNames& namesOf(RemoteDeviceType device) {
+  return kDevices.at(static_cast<std::size_t>(device));
+}
 
 constexpr QStringView kContinuityPrefix = u"com.apple.continuity.";
 
 }  // namespace
 
-QString remoteDeviceRaw(RemoteDeviceType device) { return namesOf(device).raw.toString(); }
+QString remoteDeviceRaw(RemoteDeviceType device) {
+  return namesOf(device).raw.toString();
+}
 
 std::optional<RemoteDeviceType> remoteDeviceFromRaw(const QString& raw) {
   for (const auto& names : kDevices) {
@@ -35,7 +39,9 @@ std::optional<RemoteDeviceType> remoteDeviceFromRaw(const QString& raw) {
   return std::nullopt;
 }
 
-QString remoteDeviceDefaultName(RemoteDeviceType device) { return namesOf(device).displayName.toString(); }
+QString remoteDeviceDefaultName(RemoteDeviceType device) {
+  return namesOf(device).displayName.toString();
+}
 
 ClipSource remoteSource(RemoteDeviceType device, std::optional<QString> name) {
   return {.bundleID = kContinuityPrefix.toString() + remoteDeviceRaw(device).toLower(),
@@ -43,6 +49,8 @@ ClipSource remoteSource(RemoteDeviceType device, std::optional<QString> name) {
           .remoteDevice = device};
 }
 
-bool isRemoteSourceID(const QString& bundleID) { return bundleID.startsWith(kContinuityPrefix); }
+bool isRemoteSourceID(const QString& bundleID) {
+  return bundleID.startsWith(kContinuityPrefix);
+}
 
 }  // namespace nimbrel

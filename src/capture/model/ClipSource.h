@@ -16,8 +16,8 @@ struct ClipSource final {
   bool operator==(const ClipSource&) const = default;
 };
 
-/// The source of a clip received from another device: the continuity identifier of its kind, and the given name or
-/// the kind's default one.
+/// The source of a clip received from another device: the continuity identifier of its kind, and the given
+/// name or the kind's default one.
 [[nodiscard]] ClipSource remoteSource(RemoteDeviceType device, std::optional<QString> name = std::nullopt);
 
 /// Whether a stored `sourceBundleID` marks a clip received from another device.

@@ -10,8 +10,9 @@
 
 namespace nimbrel {
 
-/// The text that search sees of a clip: the first 50,000 characters of its text and of its recognised text, each
-/// if not empty, joined with a line feed and folded. Nothing for a sensitive clip and for one without any text.
+/// The text that search sees of a clip: the first 50,000 characters of its text and of its recognised text,
+/// each if not empty, joined with a line feed and folded. Nothing for a sensitive clip and for one without
+/// any text.
 [[nodiscard]] std::optional<QByteArray> searchBody(const ClipItem& clip);
 
 /// What a row shows of a clip that takes a look at its whole text.
@@ -21,7 +22,8 @@ struct ClipTraits final {
   bool isTemplate = false;
 };
 
-/// An immutable clip together with what is derived from its text, computed once, by whichever thread asks first.
+/// An immutable clip together with what is derived from its text, computed once, by whichever thread asks
+/// first.
 class IndexedClip final {
  public:
   explicit IndexedClip(ClipItem value) : clip(std::move(value)) {}
@@ -32,8 +34,8 @@ class IndexedClip final {
   /// Any thread; takes its time over a long text.
   [[nodiscard]] const ClipTraits& traits() const;
 
-  /// The traits if they are there or cost next to nothing; null for a long text that nobody has looked at yet. For
-  /// painting.
+  /// The traits if they are there or cost next to nothing; null for a long text that nobody has looked at
+  /// yet. For painting.
   [[nodiscard]] const ClipTraits* readyTraits() const;
 
   const ClipItem clip;

@@ -36,9 +36,9 @@ QString expandSnippets(const ClipItem& clip, const SnippetValues& values) {
 }
 
 bool isTemplate(const ClipItem& clip) {
-  return qualifiesForSnippets(clip) && std::any_of(kPlaceholders.begin(), kPlaceholders.end(), [&](QStringView word) {
-           return clip.text.contains(word, Qt::CaseInsensitive);
-         });
+  return qualifiesForSnippets(clip) &&
+         std::any_of(kPlaceholders.begin(), kPlaceholders.end(),
+                     [&](QStringView word) { return clip.text.contains(word, Qt::CaseInsensitive); });
 }
 
 }  // namespace nimbrel

@@ -21,9 +21,9 @@ struct SnippetValues final {
 /// Whether a clip's placeholders may be expanded: a text clip, not sensitive, with both a "{" and a "}".
 [[nodiscard]] bool qualifiesForSnippets(const ClipItem& clip);
 
-/// The clip's text with every placeholder replaced, whatever its letter case: {fecha} {date} {hora} {time} {año}
-/// {year} {clipboard}. The replacements run one after the other, each over the whole text. A clip that does not
-/// qualify gives its text unchanged.
+/// The clip's text with every placeholder replaced, whatever its letter case: {fecha} {date} {hora} {time}
+/// {año} {year} {clipboard}. The replacements run one after the other, each over the whole text. A clip that
+/// does not qualify gives its text unchanged.
 [[nodiscard]] QString expandSnippets(const ClipItem& clip, const SnippetValues& values);
 
 /// Whether a clip is a template: it qualifies and holds at least one placeholder.

@@ -66,7 +66,8 @@ QByteArray foldedByDecomposition(QStringView text) {
   stripped.reserve(decomposed.size());
   for (qsizetype i = 0; i < decomposed.size(); ++i) {
     const QChar unit = decomposed[i];
-    const bool pair = unit.isHighSurrogate() && i + 1 < decomposed.size() && decomposed[i + 1].isLowSurrogate();
+    const bool pair =
+        unit.isHighSurrogate() && i + 1 < decomposed.size() && decomposed[i + 1].isLowSurrogate();
     const char32_t codePoint = pair ? QChar::surrogateToUcs4(unit, decomposed[i + 1]) : unit.unicode();
     if (!isCombiningMark(codePoint)) {
       stripped += codePoint == 0 ? QChar(u' ') : unit;
@@ -110,21 +111,28 @@ QByteArray foldedByTable(QStringView text) {
 QStringView trimmedWhitespace(QStringView text) {
   qsizetype begin = 0;
   qsizetype end = text.size();
-  while (begin < end && text[begin].isSpace()) ++begin;
-  while (end > begin && text[end - 1].isSpace()) --end;
+  while (begin < end && text[begin].isSpace())
+    ++begin;
+  while (end > begin && text[end - 1].isSpace())
+    --end;
   return text.sliced(begin, end - begin);
 }
 
-qsizetype characterCount(QStringView text) { return advance(text, text.size()).characters; }
+qsizetype characterCount(QStringView text) {
+  return advance(text, text.size()).characters;
+}
 
-bool hasCharacters(QStringView text, qsizetype count) { return advance(text, count).characters >= count; }
+bool hasCharacters(QStringView text, qsizetype count) {
+  return advance(text, count).characters >= count;
+}
 
 QStringView firstCharacters(QStringView text, qsizetype count) {
   return text.first(advance(text, count).offset);
 }
 
 QByteArray foldedText(QStringView text) {
-  const bool simple = std::all_of(text.begin(), text.end(), [](QChar c) { return c.unicode() < kFirstCombining; });
+  const bool simple =
+      std::all_of(text.begin(), text.end(), [](QChar c) { return c.unicode() < kFirstCombining; });
   return simple ? foldedByTable(text) : foldedByDecomposition(text);
 }
 

@@ -22,8 +22,8 @@ namespace nimbrel {
 [[nodiscard]] QStringView firstCharacters(QStringView text, qsizetype count);
 
 /// The text folded for search: canonically decomposed, combining marks removed, case folded, as UTF-8.
-/// The one function behind index bodies, queries and matching in memory. NUL becomes a space, since neither SQLite
-/// nor a search field can hold it.
+/// The one function behind index bodies, queries and matching in memory. NUL becomes a space, since neither
+/// SQLite nor a search field can hold it.
 [[nodiscard]] QByteArray foldedText(QStringView text);
 
 /// Splits an already folded query at Unicode white space, dropping empty pieces.

@@ -16,19 +16,22 @@ QByteArray take(xcb_connection_t* connection, xcb_get_property_cookie_t cookie) 
   const XcbPointer<xcb_get_property_reply_t> reply(xcb_get_property_reply(connection, cookie, &error));
   const XcbPointer<xcb_generic_error_t> owned(error);
   if (!reply) return {};
-  return {static_cast<const char*>(xcb_get_property_value(reply.get())), xcb_get_property_value_length(reply.get())};
+  return {static_cast<const char*>(xcb_get_property_value(reply.get())),
+          xcb_get_property_value_length(reply.get())};
 }
 
 std::uint32_t cardinal(const QByteArray& bytes) {
   std::uint32_t value = 0;
-  if (bytes.size() >= static_cast<qsizetype>(sizeof value)) std::copy_n(bytes.constData(), sizeof value, reinterpret_cast<char*>(&value));
+  if (bytes.size() >= static_cast<qsizetype>(sizeof value))
+    std::copy_n(bytes.constData(), sizeof value, reinterpret_cast<char*>(&value));
   return value;
 }
 
 }  // namespace
 
 xcb_window_t ActiveApplication::activeWindow() {
-  const auto cookie = ask(connection_, rootWindow(connection_), atoms_.atom(QStringLiteral("_NET_ACTIVE_WINDOW")));
+  const auto cookie =
+      ask(connection_, rootWindow(connection_), atoms_.atom(QStringLiteral("_NET_ACTIVE_WINDOW")));
   return cardinal(take(connection_, cookie));
 }
 

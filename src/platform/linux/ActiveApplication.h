@@ -9,7 +9,8 @@
 
 namespace nimbrel {
 
-/// Tells which application a window belongs to. Asks the X server only. Belongs to the thread of its connection.
+/// Tells which application a window belongs to. Asks the X server only. Belongs to the thread of its
+/// connection.
 class ActiveApplication final {
  public:
   /// All must outlive this.

@@ -8,7 +8,8 @@ namespace nimbrel {
 xcb_atom_t AtomTable::atom(const QString& name) {
   if (const auto known = atoms_.constFind(name); known != atoms_.constEnd()) return *known;
   const QByteArray utf8 = name.toUtf8();
-  const auto cookie = xcb_intern_atom(connection_, 0, static_cast<std::uint16_t>(utf8.size()), utf8.constData());
+  const auto cookie =
+      xcb_intern_atom(connection_, 0, static_cast<std::uint16_t>(utf8.size()), utf8.constData());
   const XcbPointer<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(connection_, cookie, nullptr));
   if (!reply) return XCB_ATOM_NONE;
   atoms_.insert(name, reply->atom);

@@ -9,8 +9,8 @@
 
 namespace nimbrel {
 
-/// Translates between atoms and their names, remembering each. Asks only the X server, never another client. Belongs
-/// to the thread of its connection.
+/// Translates between atoms and their names, remembering each. Asks only the X server, never another client.
+/// Belongs to the thread of its connection.
 class AtomTable final {
  public:
   explicit AtomTable(xcb_connection_t* connection) : connection_(connection) {}

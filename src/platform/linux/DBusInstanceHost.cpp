@@ -46,7 +46,8 @@ InstanceHost::Claim DBusInstanceHost::claim() {
 bool DBusInstanceHost::askToShow() {
   const QDBusMessage call = QDBusMessage::createMethodCall(QLatin1String(kService), QLatin1String(kPath),
                                                            QLatin1String(kService), QStringLiteral("Show"));
-  const QDBusMessage answer = QDBusConnection::sessionBus().call(call, QDBus::Block, kCallTimeoutMilliseconds);
+  const QDBusMessage answer =
+      QDBusConnection::sessionBus().call(call, QDBus::Block, kCallTimeoutMilliseconds);
   return answer.type() == QDBusMessage::ReplyMessage;
 }
 

@@ -18,8 +18,8 @@ struct DesktopEntry final {
   bool operator==(const DesktopEntry&) const = default;
 };
 
-/// The applications that are installed, by desktop-file id and window class (Desktop Entry Specification: keys Name
-/// and StartupWMClass). Read once; any thread.
+/// The applications that are installed, by desktop-file id and window class (Desktop Entry Specification:
+/// keys Name and StartupWMClass). Read once; any thread.
 class DesktopEntries final {
  public:
   /// `folders` hold the "applications" folders, most important first.
@@ -28,8 +28,8 @@ class DesktopEntries final {
   /// The folders of this user's session.
   [[nodiscard]] static QStringList userFolders();
 
-  /// The application with this id or window class; one that has no desktop file, or any before the files have been
-  /// read, is named by its class. Never waits.
+  /// The application with this id or window class; one that has no desktop file, or any before the files have
+  /// been read, is named by its class. Never waits.
   [[nodiscard]] DesktopEntry find(const QString& applicationId, const QString& windowClass);
 
   /// Reads the files; takes as long as the disk does.

@@ -1,6 +1,7 @@
 #include "platform/linux/LibsecretStore.h"
 
-// GLib has parameters named like Qt's keywords; the keywords are off, but the header must come first all the same.
+// GLib has parameters named like Qt's keywords; the keywords are off, but the header must come first all the
+// same.
 #include <libsecret/secret.h>
 
 #include <memory>
@@ -47,18 +48,20 @@ Attributes attributesOf(const SecretItem& item) {
 }
 
 /// The error's code, never 0, which would look like success.
-int statusOf(const Error& error) { return error && error->code != 0 ? error->code : -1; }
+int statusOf(const Error& error) {
+  return error && error->code != 0 ? error->code : -1;
+}
 
 SecretLookup failed(const Error& error) {
   return {.outcome = SecretLookup::Outcome::failed, .secret = {}, .status = statusOf(error)};
 }
 
-/// The bytes that were stored: what is no Base64 text was not stored by this program and is given back as it is.
+/// The bytes that were stored: what is no Base64 text was not stored by this program and is given back as it
+/// is.
 QByteArray decoded(const QByteArray& stored) {
   const auto result = QByteArray::fromBase64Encoding(stored, QByteArray::AbortOnBase64DecodingErrors);
   return result ? *result : stored;
 }
-
 
 /// Makes the item readable, which may ask the user, and reads it.
 SecretLookup readStored(SecretService* service, ::SecretItem* item) {
@@ -91,8 +94,8 @@ SecretLookup LibsecretStore::find(const SecretItem& item) {
   raw = nullptr;
   // Locked items count as existing: a second key must never be made beside one that is only out of reach.
   const Attributes attributes = attributesOf(item);
-  const Items items(
-      secret_service_search_sync(service.get(), schema(), attributes.get(), SECRET_SEARCH_NONE, nullptr, &raw));
+  const Items items(secret_service_search_sync(service.get(), schema(), attributes.get(), SECRET_SEARCH_NONE,
+                                               nullptr, &raw));
   const Error searchError(raw);
   if (searchError) return failed(searchError);
   if (!items) return {.outcome = SecretLookup::Outcome::notFound, .secret = {}, .status = 0};
@@ -104,8 +107,8 @@ int LibsecretStore::add(const SecretItem& item, const QByteArray& secret) {
   const QByteArray text = secret.toBase64();
   const Value value(secret_value_new(text.constData(), text.size(), "text/plain"));
   const Attributes attributes = attributesOf(item);
-  const bool stored = secret_password_storev_binary_sync(schema(), attributes.get(), SECRET_COLLECTION_DEFAULT,
-                                                         "Nimbrel", value.get(), nullptr, &raw);
+  const bool stored = secret_password_storev_binary_sync(
+      schema(), attributes.get(), SECRET_COLLECTION_DEFAULT, "Nimbrel", value.get(), nullptr, &raw);
   const Error error(raw);
   if (!stored) return statusOf(error);
   // Believed only when it can be read back.

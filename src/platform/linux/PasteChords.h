@@ -14,7 +14,8 @@ enum class PasteChord {
   shiftInsertPrimary,
 };
 
-/// The paste command of an application, by its identifier (desktop-file id or window class, in any letter case).
+/// The paste command of an application, by its identifier (desktop-file id or window class, in any letter
+/// case).
 [[nodiscard]] PasteChord pasteChordOf(const QString& applicationIdentifier);
 
 }  // namespace nimbrel

@@ -87,7 +87,8 @@ QStringList candidateTargets(PasteboardFormat format, const QStringList& targets
 
 QString decodeText(const QString& target, const QByteArray& bytes) {
   qsizetype length = bytes.size();
-  while (length > 0 && bytes.at(length - 1) == '\0') --length;
+  while (length > 0 && bytes.at(length - 1) == '\0')
+    --length;
   const QByteArrayView view = QByteArrayView(bytes).first(length);
   return target == u"STRING" ? QString::fromLatin1(view) : QString::fromUtf8(view);
 }

@@ -15,8 +15,8 @@ namespace nimbrel {
 
 enum class PasteboardFormat { files, text, rtf, html, image };
 
-/// The uniform type identifiers of what is offered. Targets without a counterpart keep their own name; a password
-/// manager's hint becomes the concealed mark.
+/// The uniform type identifiers of what is offered. Targets without a counterpart keep their own name; a
+/// password manager's hint becomes the concealed mark.
 [[nodiscard]] QStringList typesOfTargets(const QStringList& targets);
 
 /// The offered targets that carry a format, best first.

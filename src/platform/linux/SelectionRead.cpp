@@ -18,12 +18,14 @@ constexpr qint64 kMaxTargetBytes = 1024 * sizeof(xcb_atom_t);
 /// What is fetched of a property before its full length is known.
 constexpr qint64 kFirstFetchBytes = 256 * 1024;
 
-std::uint32_t inWords(qint64 bytes) { return static_cast<std::uint32_t>((bytes + 3) / 4); }
+std::uint32_t inWords(qint64 bytes) {
+  return static_cast<std::uint32_t>((bytes + 3) / 4);
+}
 
 }  // namespace
 
-SelectionRead::SelectionRead(xcb_connection_t* connection, AtomTable& atoms, const PasteboardReadPolicy& policy,
-                             xcb_timestamp_t time, TimePoint now)
+SelectionRead::SelectionRead(xcb_connection_t* connection, AtomTable& atoms,
+                             const PasteboardReadPolicy& policy, xcb_timestamp_t time, TimePoint now)
     : connection_(connection),
       atoms_(atoms),
       time_(time),
@@ -37,14 +39,17 @@ SelectionRead::SelectionRead(xcb_connection_t* connection, AtomTable& atoms, con
   convert(QStringLiteral("TARGETS"));
 }
 
-SelectionRead::~SelectionRead() { xcb_destroy_window(connection_, window_); }
+SelectionRead::~SelectionRead() {
+  xcb_destroy_window(connection_, window_);
+}
 
 void SelectionRead::convert(const QString& target) {
   property_ = atoms_.atom(QStringLiteral("_NIMBREL_SELECTION_%1").arg(conversions_++));
   target_ = atoms_.atom(target);
   incremental_ = false;
   collected_.clear();
-  xcb_convert_selection(connection_, window_, atoms_.atom(QStringLiteral("CLIPBOARD")), target_, property_, time_);
+  xcb_convert_selection(connection_, window_, atoms_.atom(QStringLiteral("CLIPBOARD")), target_, property_,
+                        time_);
 }
 
 void SelectionRead::proceed() {
@@ -80,7 +85,8 @@ void SelectionRead::handle(const xcb_property_notify_event_t& event, TimePoint n
 }
 
 void SelectionRead::expire(TimePoint now) {
-  if (state_ == State::reading && now >= deadline()) end(plan_.hasContent() ? State::finished : State::failed);
+  if (state_ == State::reading && now >= deadline())
+    end(plan_.hasContent() ? State::finished : State::failed);
 }
 
 void SelectionRead::takeTargets() {
@@ -108,7 +114,8 @@ void SelectionRead::takeValue() {
 }
 
 void SelectionRead::beginIncremental(const QByteArray& announcedSize) {
-  // The announced size is a lower bound (ICCCM 2.7.2): what is too large by its own account is not even begun.
+  // The announced size is a lower bound (ICCCM 2.7.2): what is too large by its own account is not even
+  // begun.
   std::uint32_t announced = 0;
   if (announcedSize.size() >= static_cast<qsizetype>(sizeof announced))
     std::memcpy(&announced, announcedSize.constData(), sizeof announced);
@@ -141,16 +148,16 @@ bool SelectionRead::isIncremental(const Property& property) const {
 
 std::optional<SelectionRead::Property> SelectionRead::takeProperty(qint64 budget) const {
   const auto fetch = [this](std::uint32_t offsetWords, std::uint32_t lengthWords, bool remove) {
-    const auto cookie =
-        xcb_get_property(connection_, remove, window_, property_, XCB_GET_PROPERTY_TYPE_ANY, offsetWords, lengthWords);
+    const auto cookie = xcb_get_property(connection_, remove, window_, property_, XCB_GET_PROPERTY_TYPE_ANY,
+                                         offsetWords, lengthWords);
     return XcbPointer<xcb_get_property_reply_t>(xcb_get_property_reply(connection_, cookie, nullptr));
   };
   const auto bytesOf = [](const xcb_get_property_reply_t& reply) {
     return QByteArray(static_cast<const char*>(xcb_get_property_value(&reply)),
                       xcb_get_property_value_length(&reply));
   };
-  // Deleting takes effect only when nothing is left, which is what a protocol between strangers needs: a value that
-  // is over the budget stays with the server and goes with the window.
+  // Deleting takes effect only when nothing is left, which is what a protocol between strangers needs: a
+  // value that is over the budget stays with the server and goes with the window.
   const auto head = fetch(0, inWords(std::min(kFirstFetchBytes, std::max<qint64>(budget, 4))), true);
   if (!head || head->type == XCB_ATOM_NONE) return std::nullopt;
   Property property{head->type, head->format, bytesOf(*head), false};

@@ -12,9 +12,9 @@
 
 namespace nimbrel {
 
-/// Reads one change of a selection from its owner without ever waiting for it: events drive it forward, deadlines
-/// end it. It has a window of its own, which goes with it, so that a transfer that is broken off leaves nothing
-/// behind, neither here nor in the X server. Belongs to the thread of its connection.
+/// Reads one change of a selection from its owner without ever waiting for it: events drive it forward,
+/// deadlines end it. It has a window of its own, which goes with it, so that a transfer that is broken off
+/// leaves nothing behind, neither here nor in the X server. Belongs to the thread of its connection.
 class SelectionRead final {
  public:
   using TimePoint = std::chrono::steady_clock::time_point;

@@ -22,8 +22,9 @@ void SelectionReadPlan::setTargets(const std::optional<QStringList>& targets) {
   targetsKnown_ = targets.has_value();
   targets_ = targets.value_or(QStringList{QStringLiteral("UTF8_STRING"), QStringLiteral("STRING")});
   if (targetsKnown_) snapshot_.types = typesOfTargets(targets_);
-  const bool ignored = std::any_of(snapshot_.types.begin(), snapshot_.types.end(),
-                                   [this](const QString& type) { return policy_.ignoredTypes.contains(type); });
+  const bool ignored =
+      std::any_of(snapshot_.types.begin(), snapshot_.types.end(),
+                  [this](const QString& type) { return policy_.ignoredTypes.contains(type); });
   if (!ignored) begin(PasteboardFormat::files);
 }
 
@@ -69,7 +70,9 @@ void SelectionReadPlan::reportOversized() {
   leave(format_);
 }
 
-bool SelectionReadPlan::hasContent() const { return !snapshot_.fileUrls.isEmpty() || hasText() || snapshot_.image; }
+bool SelectionReadPlan::hasContent() const {
+  return !snapshot_.fileUrls.isEmpty() || hasText() || snapshot_.image;
+}
 
 void SelectionReadPlan::begin(PasteboardFormat format) {
   format_ = format;
@@ -92,7 +95,9 @@ void SelectionReadPlan::leave(PasteboardFormat format) {
   }
 }
 
-bool SelectionReadPlan::hasText() const { return snapshot_.text && !isBlank(*snapshot_.text); }
+bool SelectionReadPlan::hasText() const {
+  return snapshot_.text && !isBlank(*snapshot_.text);
+}
 
 qint64 SelectionReadPlan::budgetOf(PasteboardFormat format) const {
   switch (format) {

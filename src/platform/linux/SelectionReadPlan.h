@@ -20,8 +20,8 @@ struct ReadStep final {
   bool operator==(const ReadStep&) const = default;
 };
 
-/// Decides which conversions to ask for, one after the other, and turns their answers into a snapshot: file, then
-/// text with one rich form, then image; the first that has content ends the reading. Knows nothing of X.
+/// Decides which conversions to ask for, one after the other, and turns their answers into a snapshot: file,
+/// then text with one rich form, then image; the first that has content ends the reading. Knows nothing of X.
 class SelectionReadPlan final {
  public:
   explicit SelectionReadPlan(PasteboardReadPolicy policy) : policy_(std::move(policy)) {}

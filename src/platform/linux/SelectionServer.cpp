@@ -22,7 +22,8 @@ constexpr std::uint32_t kMaxMultiplePairs = 64;
 
 /// Whether a request made at `time` belongs to an ownership that began at `since`. Server time wraps around.
 bool isInTime(xcb_timestamp_t time, xcb_timestamp_t since) {
-  return time == XCB_CURRENT_TIME || since == XCB_CURRENT_TIME || static_cast<std::int32_t>(time - since) >= 0;
+  return time == XCB_CURRENT_TIME || since == XCB_CURRENT_TIME ||
+         static_cast<std::int32_t>(time - since) >= 0;
 }
 
 }  // namespace
@@ -72,8 +73,8 @@ bool SelectionServer::answer(const Offer& offer, xcb_atom_t target, Place place,
     return true;
   }
   if (target == atoms_.atom(QStringLiteral("TIMESTAMP"))) {
-    xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, place.requestor, place.property, XCB_ATOM_INTEGER, 32, 1,
-                        &offer.since);
+    xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, place.requestor, place.property, XCB_ATOM_INTEGER,
+                        32, 1, &offer.since);
     return true;
   }
   if (target == atoms_.atom(QStringLiteral("MULTIPLE"))) return answerMultiple(offer, place, now);
@@ -92,8 +93,8 @@ void SelectionServer::sendTargets(const Offer& offer, Place place) {
 
 bool SelectionServer::answerMultiple(const Offer& offer, Place place, TimePoint now) {
   const xcb_atom_t multiple = atoms_.atom(QStringLiteral("MULTIPLE"));
-  const auto cookie = xcb_get_property(connection_, 0, place.requestor, place.property, XCB_GET_PROPERTY_TYPE_ANY, 0,
-                                       kMaxMultiplePairs * 2);
+  const auto cookie = xcb_get_property(connection_, 0, place.requestor, place.property,
+                                       XCB_GET_PROPERTY_TYPE_ANY, 0, kMaxMultiplePairs * 2);
   xcb_generic_error_t* error = nullptr;
   const XcbPointer<xcb_get_property_reply_t> reply(xcb_get_property_reply(connection_, cookie, &error));
   const XcbPointer<xcb_generic_error_t> owned(error);
@@ -104,7 +105,8 @@ bool SelectionServer::answerMultiple(const Offer& offer, Place place, TimePoint 
   for (std::size_t i = 0; i + 1 < pairs.size(); i += 2) {
     const bool nested = pairs[i] == multiple;
     const bool named = pairs[i + 1] != XCB_ATOM_NONE;
-    if (nested || !named || !answer(offer, pairs[i], {place.requestor, pairs[i + 1]}, now)) pairs[i + 1] = XCB_ATOM_NONE;
+    if (nested || !named || !answer(offer, pairs[i], {place.requestor, pairs[i + 1]}, now))
+      pairs[i + 1] = XCB_ATOM_NONE;
   }
   xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, place.requestor, place.property,
                       atoms_.atom(QStringLiteral("ATOM_PAIR")), 32, static_cast<std::uint32_t>(pairs.size()),
@@ -117,8 +119,8 @@ bool SelectionServer::sendValue(const Offer& offer, xcb_atom_t target, Place pla
   if (found == offer.values.constEnd()) return false;
   const QByteArray bytes = *found;
   if (bytes.size() <= kChunkBytes) {
-    xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, place.requestor, place.property, typeFor(target), 8,
-                        static_cast<std::uint32_t>(bytes.size()), bytes.constData());
+    xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, place.requestor, place.property, typeFor(target),
+                        8, static_cast<std::uint32_t>(bytes.size()), bytes.constData());
     return true;
   }
   if (transfers_.size() >= kMaxTransfers) return false;
@@ -149,8 +151,9 @@ void SelectionServer::handle(const xcb_property_notify_event_t& event, TimePoint
 
 void SelectionServer::sendNextChunk(Transfer& transfer, TimePoint now) {
   const qsizetype length = std::min(kChunkBytes, transfer.bytes.size() - transfer.sent);
-  xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, transfer.place.requestor, transfer.place.property, transfer.type, 8,
-                      static_cast<std::uint32_t>(length), transfer.bytes.constData() + transfer.sent);
+  xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, transfer.place.requestor, transfer.place.property,
+                      transfer.type, 8, static_cast<std::uint32_t>(length),
+                      transfer.bytes.constData() + transfer.sent);
   transfer.sent += length;
   transfer.deadline = now + kStallTimeout;
 }
@@ -160,8 +163,9 @@ void SelectionServer::handle(const xcb_destroy_notify_event_t& event) {
 }
 
 std::optional<SelectionServer::TimePoint> SelectionServer::deadline() const {
-  const auto first = std::min_element(transfers_.begin(), transfers_.end(),
-                                      [](const Transfer& a, const Transfer& b) { return a.deadline < b.deadline; });
+  const auto first =
+      std::min_element(transfers_.begin(), transfers_.end(),
+                       [](const Transfer& a, const Transfer& b) { return a.deadline < b.deadline; });
   if (first == transfers_.end()) return std::nullopt;
   return first->deadline;
 }
@@ -178,8 +182,9 @@ void SelectionServer::expire(TimePoint now) {
 }
 
 void SelectionServer::stopWatching(xcb_window_t requestor) {
-  const bool stillNeeded = std::any_of(transfers_.begin(), transfers_.end(),
-                                       [&](const Transfer& transfer) { return transfer.place.requestor == requestor; });
+  const bool stillNeeded = std::any_of(transfers_.begin(), transfers_.end(), [&](const Transfer& transfer) {
+    return transfer.place.requestor == requestor;
+  });
   const std::uint32_t mask = XCB_EVENT_MASK_NO_EVENT;
   if (!stillNeeded) xcb_change_window_attributes(connection_, requestor, XCB_CW_EVENT_MASK, &mask);
 }

@@ -12,9 +12,9 @@
 
 namespace nimbrel {
 
-/// Gives content to the programs that ask for it, as ICCCM section 2 has it: TARGETS, TIMESTAMP, MULTIPLE, and large
-/// values in pieces (INCR). A requestor that stalls or dies costs its own transfer and nothing else. Belongs to the
-/// thread of its connection.
+/// Gives content to the programs that ask for it, as ICCCM section 2 has it: TARGETS, TIMESTAMP, MULTIPLE,
+/// and large values in pieces (INCR). A requestor that stalls or dies costs its own transfer and nothing
+/// else. Belongs to the thread of its connection.
 class SelectionServer final {
  public:
   using TimePoint = std::chrono::steady_clock::time_point;

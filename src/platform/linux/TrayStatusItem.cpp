@@ -14,7 +14,8 @@ void TrayStatusItem::setActivationHandler(std::function<void()> handler) {
   QObject::connect(&tray_, &QSystemTrayIcon::activated, &tray_,
                    [handler = std::move(handler)](QSystemTrayIcon::ActivationReason reason) {
                      // A double click comes with a click of its own.
-                     const bool click = reason == QSystemTrayIcon::Trigger || reason == QSystemTrayIcon::MiddleClick;
+                     const bool click =
+                         reason == QSystemTrayIcon::Trigger || reason == QSystemTrayIcon::MiddleClick;
                      if (click) handler();
                    });
 }

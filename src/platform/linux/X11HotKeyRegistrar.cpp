@@ -34,9 +34,9 @@ void askForDetectableRepeat(X11Session& session) {
       xcb_xkb_use_extension_reply,
       xcb_xkb_use_extension(session.connection(), XCB_XKB_MAJOR_VERSION, XCB_XKB_MINOR_VERSION)));
   constexpr std::uint32_t kDetectable = XCB_XKB_PER_CLIENT_FLAG_DETECTABLE_AUTO_REPEAT;
-  static_cast<void>(session.reply(
-      xcb_xkb_per_client_flags_reply,
-      xcb_xkb_per_client_flags(session.connection(), XCB_XKB_ID_USE_CORE_KBD, kDetectable, kDetectable, 0, 0, 0)));
+  static_cast<void>(session.reply(xcb_xkb_per_client_flags_reply,
+                                  xcb_xkb_per_client_flags(session.connection(), XCB_XKB_ID_USE_CORE_KBD,
+                                                           kDetectable, kDetectable, 0, 0, 0)));
 }
 
 }  // namespace
@@ -64,7 +64,8 @@ bool X11HotKeyRegistrar::registerHotKey(quint32 id, quint32 keyCode, quint32 mod
   if (!session_.isConnected() || !key || grabs_.contains(id)) return false;
   const Grab grab{*key, x11Mask(modifiers, modifiers_)};
   // The server lets one client grab a key twice, and release it twice with one call.
-  const bool isHeld = std::any_of(grabs_.cbegin(), grabs_.cend(), [&](const Grab& other) { return other == grab; });
+  const bool isHeld =
+      std::any_of(grabs_.cbegin(), grabs_.cend(), [&](const Grab& other) { return other == grab; });
   if (isHeld) return false;
   QList<xcb_void_cookie_t> cookies;
   for (const std::uint16_t locks : lockStates()) {
@@ -73,8 +74,9 @@ bool X11HotKeyRegistrar::registerHotKey(quint32 id, quint32 keyCode, quint32 mod
                                         XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));
   }
   // Every answer must be taken, whatever the first one says.
-  const auto refused = std::count_if(cookies.begin(), cookies.end(),
-                                     [this](xcb_void_cookie_t cookie) { return !session_.succeeded(cookie); });
+  const auto refused = std::count_if(cookies.begin(), cookies.end(), [this](xcb_void_cookie_t cookie) {
+    return !session_.succeeded(cookie);
+  });
   if (refused > 0) {
     release(grab);
     session_.flush();
@@ -94,7 +96,8 @@ void X11HotKeyRegistrar::unregisterHotKey(quint32 id) {
 
 void X11HotKeyRegistrar::release(const Grab& grab) {
   for (const std::uint16_t locks : lockStates())
-    xcb_ungrab_key(session_.connection(), grab.key, session_.root(), static_cast<std::uint16_t>(grab.modifiers | locks));
+    xcb_ungrab_key(session_.connection(), grab.key, session_.root(),
+                   static_cast<std::uint16_t>(grab.modifiers | locks));
 }
 
 void X11HotKeyRegistrar::forget(xcb_keycode_t released) {

@@ -5,8 +5,8 @@
 
 namespace nimbrel {
 
-/// The X key code at the position of a macOS virtual key code; nothing for keys that PC keyboards lack. X key codes
-/// are the kernel's plus 8, and number positions, not letters.
+/// The X key code at the position of a macOS virtual key code; nothing for keys that PC keyboards lack. X key
+/// codes are the kernel's plus 8, and number positions, not letters.
 [[nodiscard]] std::optional<quint8> x11KeyCode(quint32 virtualKeyCode);
 
 }  // namespace nimbrel

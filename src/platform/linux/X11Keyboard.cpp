@@ -11,8 +11,8 @@ constexpr xcb_keysym_t kNumLock = 0xff7f;
 constexpr xcb_keysym_t kAltLeft = 0xffe9;
 constexpr xcb_keysym_t kSuperLeft = 0xffeb;
 
-/// The symbols of every key: row `key - first`, `perKey` columns; columns 0 and 1 are the first layout's levels, 2
-/// and 3 the second's.
+/// The symbols of every key: row `key - first`, `perKey` columns; columns 0 and 1 are the first layout's
+/// levels, 2 and 3 the second's.
 struct KeyMap {
   xcb_keycode_t first = 0;
   int perKey = 0;

@@ -28,7 +28,8 @@ class X11Keyboard final {
 
   [[nodiscard]] X11Modifiers modifiers();
 
-  /// The key that gives a symbol without modifiers in the layout in use, else in any other; nothing when none does.
+  /// The key that gives a symbol without modifiers in the layout in use, else in any other; nothing when none
+  /// does.
   [[nodiscard]] std::optional<xcb_keycode_t> keyFor(xcb_keysym_t symbol);
 
   /// The modifier keys that are down now.

@@ -6,7 +6,6 @@
 
 #include "platform/linux/X11KeyCodes.h"
 
-
 namespace nimbrel {
 namespace {
 
@@ -37,7 +36,8 @@ bool isXtestUsable(X11Session& session) {
   return extension && extension->present;
 }
 
-X11KeystrokePoster::X11KeystrokePoster(X11Session& session, DesktopEntries& entries, X11Pasteboard& pasteboard)
+X11KeystrokePoster::X11KeystrokePoster(X11Session& session, DesktopEntries& entries,
+                                       X11Pasteboard& pasteboard)
     : session_(session),
       keyboard_(session),
       active_(session.connection(), session.atoms(), entries),
@@ -47,7 +47,8 @@ std::optional<RunningApplication> X11KeystrokePoster::focusedApplication() {
   // The focus may be on an inner window; the application is named on its top-level one.
   constexpr int kMaxDepth = 8;
   xcb_window_t window = session_.focusWindow();
-  for (int depth = 0; depth < kMaxDepth && window > XCB_INPUT_FOCUS_POINTER_ROOT && window != session_.root(); ++depth) {
+  for (int depth = 0; depth < kMaxDepth && window > XCB_INPUT_FOCUS_POINTER_ROOT && window != session_.root();
+       ++depth) {
     if (auto application = active_.applicationOf(window)) return application;
     const auto tree = session_.reply(xcb_query_tree_reply, xcb_query_tree(session_.connection(), window));
     if (!tree) break;
@@ -79,7 +80,8 @@ void X11KeystrokePoster::press(const QList<xcb_keycode_t>& chord) {
     xcb_test_fake_input(session_.connection(), type, key, XCB_CURRENT_TIME, session_.root(), 0, 0, 0);
   };
   const QList<xcb_keycode_t> held = keyboard_.heldModifiers();
-  // One batch, which the server works off without a pause: the user has no time to let go of a key in the middle.
+  // One batch, which the server works off without a pause: the user has no time to let go of a key in the
+  // middle.
   for (const xcb_keycode_t key : held)
     fake(XCB_KEY_RELEASE, key);
   for (const xcb_keycode_t key : chord)

@@ -17,7 +17,8 @@ class X11KeystrokePoster final : public KeystrokePoster {
   void postPaste() override;
 
  private:
-  /// The application whose window has the keyboard; what is known of the window is found on it or its ancestors.
+  /// The application whose window has the keyboard; what is known of the window is found on it or its
+  /// ancestors.
   [[nodiscard]] std::optional<RunningApplication> focusedApplication();
   void press(const QList<xcb_keycode_t>& chord);
 

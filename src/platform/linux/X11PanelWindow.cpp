@@ -22,7 +22,9 @@ constexpr int kGrabAttempts = 10;
 constexpr auto kGrabIdleTimeout = 30s;
 
 /// Buttons 4 to 7 are the wheel.
-bool isClick(std::uint32_t button) { return button < 4 || button > 7; }
+bool isClick(std::uint32_t button) {
+  return button < 4 || button > 7;
+}
 
 xcb_connection_t* qtConnection() {
   auto* const x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
@@ -52,7 +54,9 @@ X11PanelWindow::~X11PanelWindow() {
   qApp->removeEventFilter(this);
 }
 
-xcb_window_t X11PanelWindow::window() const { return static_cast<xcb_window_t>(widget_.winId()); }
+xcb_window_t X11PanelWindow::window() const {
+  return static_cast<xcb_window_t>(widget_.winId());
+}
 
 bool X11PanelWindow::blendsWithDesktop() {
   if (!session_.isConnected()) return false;
@@ -158,11 +162,13 @@ void X11PanelWindow::checkFocus() {
 bool X11PanelWindow::focusIsBack() {
   constexpr int kMaxDepth = 8;
   // Without a window that had the keyboard there is none that the keystroke is meant for.
-  if (presented_ || previousFocus_ <= XCB_INPUT_FOCUS_POINTER_ROOT || previousFocus_ == session_.root()) return false;
+  if (presented_ || previousFocus_ <= XCB_INPUT_FOCUS_POINTER_ROOT || previousFocus_ == session_.root())
+    return false;
   xcb_window_t window = session_.focusWindow();
   if (window == previousFocus_) return true;
   // Some programs put the focus on a window inside their own as soon as they get it.
-  for (int depth = 0; depth < kMaxDepth && window > XCB_INPUT_FOCUS_POINTER_ROOT && window != session_.root(); ++depth) {
+  for (int depth = 0; depth < kMaxDepth && window > XCB_INPUT_FOCUS_POINTER_ROOT && window != session_.root();
+       ++depth) {
     const auto tree = session_.reply(xcb_query_tree_reply, xcb_query_tree(session_.connection(), window));
     if (!tree) return false;
     window = tree->parent;
@@ -177,7 +183,8 @@ bool X11PanelWindow::eventFilter(QObject* watched, QEvent* event) {
   const bool menuClosed = event->type() == QEvent::Hide && watched != &widget_ && watched->isWidgetType() &&
                           static_cast<QWidget*>(watched)->windowType() == Qt::Popup;
   if (menuClosed && loan_ == Loan::keyboard)
-    QMetaObject::invokeMethod(this, [this] { takeKeyboard(kGrabAttempts); }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        this, [this] { takeKeyboard(kGrabAttempts); }, Qt::QueuedConnection);
   return QObject::eventFilter(watched, event);
 }
 

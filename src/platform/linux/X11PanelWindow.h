@@ -9,12 +9,12 @@
 
 namespace nimbrel {
 
-/// A window that the window manager does not manage, with the keyboard grabbed, as menus do it: input focus and
-/// active window stay where they are, so the application in front keeps looking active, and giving the keyboard back
-/// is letting go of it.
+/// A window that the window manager does not manage, with the keyboard grabbed, as menus do it: input focus
+/// and active window stay where they are, so the application in front keeps looking active, and giving the
+/// keyboard back is letting go of it.
 ///
-/// Where the keyboard cannot be grabbed, and after half a minute without a key, so that a screen lock finds the
-/// keyboard free, the panel borrows the input focus instead and gives it back to the same window.
+/// Where the keyboard cannot be grabbed, and after half a minute without a key, so that a screen lock finds
+/// the keyboard free, the panel borrows the input focus instead and gives it back to the same window.
 class X11PanelWindow final : public QObject, public PanelWindow, private QAbstractNativeEventFilter {
  public:
   /// Both must outlive this.

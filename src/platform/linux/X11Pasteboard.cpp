@@ -12,8 +12,8 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// How long a write waits for the X server to confirm it. The server answers in well under a millisecond; one that
-/// is held up by somebody must not hold up the main thread.
+/// How long a write waits for the X server to confirm it. The server answers in well under a millisecond; one
+/// that is held up by somebody must not hold up the main thread.
 constexpr auto kWriteTimeout = 12ms;
 
 }  // namespace
@@ -94,7 +94,9 @@ std::optional<qint64> X11Pasteboard::clearIfUnchanged(qint64 count) {
   return cleared;
 }
 
-void X11Pasteboard::setChangeHandler(std::function<void()> handler) { handler_ = std::move(handler); }
+void X11Pasteboard::setChangeHandler(std::function<void()> handler) {
+  handler_ = std::move(handler);
+}
 
 bool X11Pasteboard::offerAsPrimary() {
   std::unique_lock lock(shared_.mutex);
@@ -110,7 +112,11 @@ void X11Pasteboard::wakeWorker() {
 
 void X11Pasteboard::announce() {
   QMetaObject::invokeMethod(
-      &context_, [this] { if (handler_) handler_(); }, Qt::QueuedConnection);
+      &context_,
+      [this] {
+        if (handler_) handler_();
+      },
+      Qt::QueuedConnection);
 }
 
 }  // namespace nimbrel

@@ -13,12 +13,13 @@
 
 namespace nimbrel {
 
-/// The CLIPBOARD selection (ICCCM 2.6.1.3), read and served on a thread and X connection of its own, so that no other
-/// program can hold anybody up. Each change becomes a snapshot as soon as its owner has answered; the main thread
-/// only ever looks at finished ones.
+/// The CLIPBOARD selection (ICCCM 2.6.1.3), read and served on a thread and X connection of its own, so that
+/// no other program can hold anybody up. Each change becomes a snapshot as soon as its owner has answered;
+/// the main thread only ever looks at finished ones.
 class X11Pasteboard final : public Pasteboard {
  public:
-  /// `display` as in the DISPLAY variable, or empty for that variable's own value. The entries must outlive this.
+  /// `display` as in the DISPLAY variable, or empty for that variable's own value. The entries must outlive
+  /// this.
   explicit X11Pasteboard(DesktopEntries& entries, const QByteArray& display = {});
   ~X11Pasteboard() override;
 
@@ -30,9 +31,9 @@ class X11Pasteboard final : public Pasteboard {
   std::optional<qint64> clearIfUnchanged(qint64 count) override;
   void setChangeHandler(std::function<void()> handler) override;
 
-  /// Offers the program's own content as the PRIMARY selection too, for terminals that paste from there. False when
-  /// it could not be had: the content on the pasteboard is somebody else's, or the server does not answer. Main
-  /// thread.
+  /// Offers the program's own content as the PRIMARY selection too, for terminals that paste from there.
+  /// False when it could not be had: the content on the pasteboard is somebody else's, or the server does not
+  /// answer. Main thread.
   [[nodiscard]] bool offerAsPrimary();
 
  private:

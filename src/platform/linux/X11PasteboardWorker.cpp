@@ -26,8 +26,8 @@ qint64 sizeOf(const PasteboardSnapshot& snapshot) {
   qint64 names = snapshot.fileUrls.size() * 512;
   for (const QString& type : snapshot.types)
     names += type.size() * 2;
-  return names + (snapshot.text ? snapshot.text->size() * 2 : 0) + bytes(snapshot.rtf) + bytes(snapshot.html) +
-         bytes(snapshot.image);
+  return names + (snapshot.text ? snapshot.text->size() * 2 : 0) + bytes(snapshot.rtf) +
+         bytes(snapshot.html) + bytes(snapshot.image);
 }
 
 }  // namespace
@@ -52,8 +52,8 @@ bool X11Pasteboard::Worker::prepare() {
   selectionEvent_ = extension->first_event + XCB_XFIXES_SELECTION_NOTIFY;
   window_ = xcb_generate_id(x);
   const std::uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE;
-  xcb_create_window(x, XCB_COPY_FROM_PARENT, window_, rootWindow(x), 0, 0, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY,
-                    XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK, &mask);
+  xcb_create_window(x, XCB_COPY_FROM_PARENT, window_, rootWindow(x), 0, 0, 1, 1, 0,
+                    XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK, &mask);
   clipboard_ = atoms_.atom(QStringLiteral("CLIPBOARD"));
   return clipboard_ != XCB_ATOM_NONE;
 }
@@ -65,7 +65,8 @@ void X11Pasteboard::Worker::watchSelection() {
                                       XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE;
   xcb_xfixes_select_selection_input(x, window_, clipboard_, selectionMask);
   // A round trip, so that from here on no change can escape.
-  const XcbPointer<xcb_get_input_focus_reply_t> synced(xcb_get_input_focus_reply(x, xcb_get_input_focus(x), nullptr));
+  const XcbPointer<xcb_get_input_focus_reply_t> synced(
+      xcb_get_input_focus_reply(x, xcb_get_input_focus(x), nullptr));
 }
 
 void X11Pasteboard::Worker::run() {
@@ -79,8 +80,8 @@ void X11Pasteboard::Worker::run() {
     if (read_) read_->expire(now);
     settleRead();
     server_.expire(now);
-    // Sending can read events into the library's queue, where poll does not see them: they are looked for after it,
-    // and nothing is sent between that look and the wait.
+    // Sending can read events into the library's queue, where poll does not see them: they are looked for
+    // after it, and nothing is sent between that look and the wait.
     xcb_flush(connection_.get());
     if (!handleEvents()) waitForWork();
   }
@@ -140,7 +141,8 @@ std::optional<X11Pasteboard::Worker::TimePoint> X11Pasteboard::Worker::nextDeadl
 void X11Pasteboard::Worker::waitForWork() {
   int timeout = -1;
   if (const auto deadline = nextDeadline()) {
-    const auto left = std::chrono::ceil<std::chrono::milliseconds>(*deadline - std::chrono::steady_clock::now());
+    const auto left =
+        std::chrono::ceil<std::chrono::milliseconds>(*deadline - std::chrono::steady_clock::now());
     timeout = static_cast<int>(std::max<qint64>(0, left.count()));
   }
   pollfd descriptors[] = {{xcb_get_file_descriptor(connection_.get()), POLLIN, 0},
@@ -185,7 +187,8 @@ void X11Pasteboard::Worker::reportDone(bool primaryIsOurs) {
 
 void X11Pasteboard::Worker::askServerTime() {
   // Changing a property, even by nothing, makes the server tell its time (ICCCM 2.1).
-  xcb_change_property(connection_.get(), XCB_PROP_MODE_APPEND, window_, XCB_ATOM_WM_NAME, XCB_ATOM_STRING, 8, 0, nullptr);
+  xcb_change_property(connection_.get(), XCB_PROP_MODE_APPEND, window_, XCB_ATOM_WM_NAME, XCB_ATOM_STRING, 8,
+                      0, nullptr);
 }
 
 void X11Pasteboard::Worker::applyOwnChange(xcb_timestamp_t time) {
@@ -249,7 +252,8 @@ void X11Pasteboard::Worker::dispatch(const xcb_generic_event_t& event) {
     case XCB_PROPERTY_NOTIFY: {
       const auto& notify = eventAs<xcb_property_notify_event_t>(event);
       if (notify.window == window_) {
-        if (notify.atom == XCB_ATOM_WM_NAME && (ownChange_.clipboard || ownChange_.primary)) applyOwnChange(notify.time);
+        if (notify.atom == XCB_ATOM_WM_NAME && (ownChange_.clipboard || ownChange_.primary))
+          applyOwnChange(notify.time);
         return;
       }
       if (read_ && notify.window == read_->window()) {
@@ -284,7 +288,8 @@ void X11Pasteboard::Worker::ownerChanged(const xcb_generic_event_t& event) {
   ownerTime_ = notify.selection_timestamp;
   frontAtChange_ = activeApplication_.current();
   changedAt_ = std::chrono::steady_clock::now();
-  const bool taken = notify.subtype == XCB_XFIXES_SELECTION_EVENT_SET_SELECTION_OWNER && notify.owner != XCB_WINDOW_NONE;
+  const bool taken =
+      notify.subtype == XCB_XFIXES_SELECTION_EVENT_SET_SELECTION_OWNER && notify.owner != XCB_WINDOW_NONE;
   if (taken) return beginRead(notify.selection_timestamp);
   PasteboardSnapshot nothing;
   nothing.changedAt = changedAt_;
@@ -320,7 +325,8 @@ void X11Pasteboard::Worker::beginRead(xcb_timestamp_t time) {
     const std::lock_guard lock(owner_.shared_.mutex);
     policy = owner_.shared_.policy;
   }
-  read_ = std::make_unique<SelectionRead>(connection_.get(), atoms_, policy, time, std::chrono::steady_clock::now());
+  read_ = std::make_unique<SelectionRead>(connection_.get(), atoms_, policy, time,
+                                          std::chrono::steady_clock::now());
 }
 
 void X11Pasteboard::Worker::settleRead() {

@@ -12,7 +12,8 @@
 
 namespace nimbrel {
 
-/// The pasteboard's thread: waits for X events, for the main thread's wishes and for deadlines, and for nothing else.
+/// The pasteboard's thread: waits for X events, for the main thread's wishes and for deadlines, and for
+/// nothing else.
 class X11Pasteboard::Worker final {
  public:
   Worker(X11Pasteboard& owner, const QByteArray& display);

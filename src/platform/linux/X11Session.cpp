@@ -12,10 +12,13 @@ X11Session::X11Session(const QByteArray& display)
       atoms_(connection_.get()) {
   if (!connected_) return;
   root_ = rootWindow(connection_.get());
-  notifier_ = std::make_unique<QSocketNotifier>(xcb_get_file_descriptor(connection_.get()), QSocketNotifier::Read);
+  notifier_ =
+      std::make_unique<QSocketNotifier>(xcb_get_file_descriptor(connection_.get()), QSocketNotifier::Read);
   connect(notifier_.get(), &QSocketNotifier::activated, this, [this] { deliver(); });
-  // Waiting for a reply or sending can read events into the library's queue, where the socket does not show them.
-  connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, this, [this] { deliver(); });
+  // Waiting for a reply or sending can read events into the library's queue, where the socket does not show
+  // them.
+  connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, this,
+          [this] { deliver(); });
   const auto* const extension = xcb_get_extension_data(connection(), &xcb_input_id);
   if (!extension || !extension->present) return;
   inputExtension_ = extension->major_opcode;

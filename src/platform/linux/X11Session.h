@@ -12,8 +12,8 @@
 
 namespace nimbrel {
 
-/// The main thread's own X connection, beside Qt's, for hot keys, focus and keystrokes. Asks the X server only, never
-/// another client.
+/// The main thread's own X connection, beside Qt's, for hot keys, focus and keystrokes. Asks the X server
+/// only, never another client.
 class X11Session final : public QObject {
  public:
   using EventHandler = std::function<void(const xcb_generic_event_t&)>;
@@ -33,8 +33,8 @@ class X11Session final : public QObject {
   /// Gives every handler an event that came to the program by another connection.
   void distribute(const xcb_generic_event_t& event);
 
-  /// Asks for raw input events (XInput 2) of a kind, or for no more of them; they come whoever has the keyboard or the
-  /// pointer. `rawEventType` tells which kind an event is of, 0 for all others.
+  /// Asks for raw input events (XInput 2) of a kind, or for no more of them; they come whoever has the
+  /// keyboard or the pointer. `rawEventType` tells which kind an event is of, 0 for all others.
   void watchRawEvents(std::uint32_t mask, bool watch);
   [[nodiscard]] int rawEventType(const xcb_generic_event_t& event) const;
 

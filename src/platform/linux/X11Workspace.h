@@ -13,7 +13,9 @@ class X11Workspace final : public Workspace {
   X11Workspace(X11Session& session, DesktopEntries& entries)
       : active_(session.connection(), session.atoms(), entries) {}
 
-  [[nodiscard]] std::optional<RunningApplication> frontmostApplication() const override { return active_.current(); }
+  [[nodiscard]] std::optional<RunningApplication> frontmostApplication() const override {
+    return active_.current();
+  }
 
  private:
   mutable ActiveApplication active_;

@@ -27,7 +27,9 @@ using XcbConnection = std::unique_ptr<xcb_connection_t, XcbDisconnect>;
 }
 
 /// An event's type without the bit that marks events sent by other clients.
-[[nodiscard]] inline int eventType(const xcb_generic_event_t& event) { return event.response_type & 0x7f; }
+[[nodiscard]] inline int eventType(const xcb_generic_event_t& event) {
+  return event.response_type & 0x7f;
+}
 
 template <typename Event>
 [[nodiscard]] const Event& eventAs(const xcb_generic_event_t& event) {

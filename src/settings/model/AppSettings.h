@@ -7,7 +7,8 @@
 
 namespace nimbrel {
 
-/// The user's choices, with their defaults. Expiries are in seconds: 0 keeps nothing, −1 keeps without expiry.
+/// The user's choices, with their defaults. Expiries are in seconds: 0 keeps nothing, −1 keeps without
+/// expiry.
 struct AppSettings final {
   int maxUnpinned = 100;
   int sensitiveExpiry = 300;

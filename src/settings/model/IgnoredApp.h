@@ -5,7 +5,8 @@
 
 namespace nimbrel {
 
-/// An application whose copies are never recorded. `bundleID` alone identifies it, exactly and case-sensitively.
+/// An application whose copies are never recorded. `bundleID` alone identifies it, exactly and
+/// case-sensitively.
 struct IgnoredApp final {
   QString bundleID;
   QString name;

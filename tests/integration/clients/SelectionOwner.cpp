@@ -7,7 +7,9 @@
 
 namespace nimbrel::testing {
 
-QHash<QString, QByteArray> textContent(const QByteArray& utf8) { return {{QStringLiteral("UTF8_STRING"), utf8}}; }
+QHash<QString, QByteArray> textContent(const QByteArray& utf8) {
+  return {{QStringLiteral("UTF8_STRING"), utf8}};
+}
 
 SelectionOwner::SelectionOwner(QHash<QString, QByteArray> content, Manners manners)
     : content_(std::move(content)),
@@ -16,8 +18,8 @@ SelectionOwner::SelectionOwner(QHash<QString, QByteArray> content, Manners manne
       atoms_(connection_.get()),
       window_(xcb_generate_id(connection_.get())) {
   xcb_connection_t* const x = connection_.get();
-  xcb_create_window(x, XCB_COPY_FROM_PARENT, window_, rootWindow(x), 0, 0, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY,
-                    XCB_COPY_FROM_PARENT, 0, nullptr);
+  xcb_create_window(x, XCB_COPY_FROM_PARENT, window_, rootWindow(x), 0, 0, 1, 1, 0,
+                    XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
   xcb_set_selection_owner(x, window_, atoms_.atom(QStringLiteral("CLIPBOARD")), XCB_CURRENT_TIME);
   // The selection is this owner's when the constructor returns.
   free(xcb_get_input_focus_reply(x, xcb_get_input_focus(x), nullptr));

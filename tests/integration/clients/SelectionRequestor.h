@@ -17,7 +17,8 @@ class SelectionRequestor final {
   SelectionRequestor();
 
   /// The selection's bytes as a target; nothing when it is refused or not answered within the time.
-  [[nodiscard]] std::optional<QByteArray> paste(const QString& target, const QString& selection = QStringLiteral("CLIPBOARD"),
+  [[nodiscard]] std::optional<QByteArray> paste(const QString& target,
+                                                const QString& selection = QStringLiteral("CLIPBOARD"),
                                                 std::chrono::milliseconds patience = std::chrono::seconds(3));
   [[nodiscard]] QStringList targets();
   /// Several targets at once (MULTIPLE); empty bytes for a refused one.
@@ -34,9 +35,11 @@ class SelectionRequestor final {
     QByteArray bytes;
   };
 
-  [[nodiscard]] XcbPointer<xcb_generic_event_t> waitFor(int type, std::chrono::steady_clock::time_point deadline);
+  [[nodiscard]] XcbPointer<xcb_generic_event_t> waitFor(int type,
+                                                        std::chrono::steady_clock::time_point deadline);
   [[nodiscard]] std::optional<Property> take(xcb_atom_t property);
-  [[nodiscard]] std::optional<QByteArray> collect(xcb_atom_t property, std::chrono::steady_clock::time_point deadline);
+  [[nodiscard]] std::optional<QByteArray> collect(xcb_atom_t property,
+                                                  std::chrono::steady_clock::time_point deadline);
 
   XcbConnection connection_;
   AtomTable atoms_;

@@ -13,7 +13,8 @@ TEST(CommandLine, WithoutArgumentsRuns) {
 
 TEST(CommandLine, PrintsItsVersion) {
   for (const QString& option : {u"--version"_s, u"-v"_s})
-    EXPECT_EQ(parseCommandLine({option}, u"1.2.3"_s), (CommandLine{CommandLine::Action::print, u"nimbrel 1.2.3\n"_s, 0}));
+    EXPECT_EQ(parseCommandLine({option}, u"1.2.3"_s),
+              (CommandLine{CommandLine::Action::print, u"nimbrel 1.2.3\n"_s, 0}));
 }
 
 TEST(CommandLine, PrintsItsHelp) {

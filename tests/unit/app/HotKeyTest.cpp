@@ -85,7 +85,8 @@ TEST_F(HotKeyTest, RunsNothingOnceItIsDestroyed) {
 
 TEST(HotKeyCombo, ShowsItsModifiersInTheFixedOrder) {
   EXPECT_EQ(defaultHotKey().displayString(), u"⇧⌘V"_s);
-  EXPECT_EQ((HotKeyCombo{96, hotKeyModifier::option | hotKeyModifier::control, u"F5"_s}.displayString()), u"⌃⌥F5"_s);
+  EXPECT_EQ((HotKeyCombo{96, hotKeyModifier::option | hotKeyModifier::control, u"F5"_s}.displayString()),
+            u"⌃⌥F5"_s);
   EXPECT_EQ((HotKeyCombo{9, 256 | 512 | 2048 | 4096, u"V"_s}.displayString()), u"⌃⌥⇧⌘V"_s);
 }
 

@@ -17,19 +17,23 @@ class PanelControllerTest : public testing::StoreFixture {
   PanelControllerTest() {
     launch();
     copyText(u"hola"_s);
-    controller = std::make_unique<PanelController>(PanelParts{.store = store(),
-                                                              .permission = permission,
-                                                              .keystrokes = keystrokes,
-                                                              .clock = clock,
-                                                              .makeWindow = [this](QWidget& widget) {
-                                                                auto made = std::make_unique<testing::FakePanelWindow>(widget);
-                                                                window = made.get();
-                                                                return made;
-                                                              }});
+    controller =
+        std::make_unique<PanelController>(PanelParts{.store = store(),
+                                                     .permission = permission,
+                                                     .keystrokes = keystrokes,
+                                                     .clock = clock,
+                                                     .makeWindow = [this](QWidget& widget) {
+                                                       auto made =
+                                                           std::make_unique<testing::FakePanelWindow>(widget);
+                                                       window = made.get();
+                                                       return made;
+                                                     }});
   }
   ~PanelControllerTest() override { controller.reset(); }
 
-  void press(Qt::Key key) { QTest::keyClick(controller->content().findChild<QLineEdit*>(u"searchField"_s), key); }
+  void press(Qt::Key key) {
+    QTest::keyClick(controller->content().findChild<QLineEdit*>(u"searchField"_s), key);
+  }
 
   testing::FakeAccessibilityTrust trust;
   PermissionState permission{trust};

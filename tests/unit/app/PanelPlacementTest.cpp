@@ -10,11 +10,17 @@ constexpr QSize kPanel(480, 440);
 const QList<ScreenFrame> kScreens{{QRect(0, 0, 1920, 1080), QRect(0, 30, 1920, 1050)},
                                   {QRect(1920, 0, 1280, 800), QRect(1970, 0, 1230, 800)}};
 
-QPoint origin(int x, int y) { return panelOrigin(kPanel, QPoint(x, y), kScreens); }
+QPoint origin(int x, int y) {
+  return panelOrigin(kPanel, QPoint(x, y), kScreens);
+}
 
-TEST(PanelPlacement, HangsCentredJustUnderThePointer) { EXPECT_EQ(origin(900, 300), QPoint(660, 310)); }
+TEST(PanelPlacement, HangsCentredJustUnderThePointer) {
+  EXPECT_EQ(origin(900, 300), QPoint(660, 310));
+}
 
-TEST(PanelPlacement, AtTheTopLeftKeepsTheMarginsOfTheVisibleFrame) { EXPECT_EQ(origin(0, 0), QPoint(8, 38)); }
+TEST(PanelPlacement, AtTheTopLeftKeepsTheMarginsOfTheVisibleFrame) {
+  EXPECT_EQ(origin(0, 0), QPoint(8, 38));
+}
 
 TEST(PanelPlacement, AtTheBottomRightKeepsTheMarginsOfTheVisibleFrame) {
   EXPECT_EQ(origin(1919, 1079), QPoint(1920 - 480 - 8, 1080 - 440 - 8));

@@ -12,7 +12,8 @@ TEST(StatusItemState, IsPlainByDefault) {
 }
 
 TEST(StatusItemState, ShowsTheQueue) {
-  EXPECT_EQ(statusItemState(false, 3), (StatusItemState{u"doc.on.clipboard"_s, u"Nimbrel: 3 en cola"_s, u"3"_s}));
+  EXPECT_EQ(statusItemState(false, 3),
+            (StatusItemState{u"doc.on.clipboard"_s, u"Nimbrel: 3 en cola"_s, u"3"_s}));
 }
 
 TEST(StatusItemState, ShowsThePauseAndKeepsTheNumber) {

@@ -32,7 +32,9 @@ class CaptureDecisionTest : public ::testing::Test {
   AppSettings settings;
 };
 
-TEST_F(CaptureDecisionTest, OfNothingIsNothing) { EXPECT_TRUE(nothing()); }
+TEST_F(CaptureDecisionTest, OfNothingIsNothing) {
+  EXPECT_TRUE(nothing());
+}
 
 TEST_F(CaptureDecisionTest, TakesTextUntrimmedWithItsSource) {
   offerText(u"  hola\n"_s);
@@ -96,7 +98,8 @@ TEST_F(CaptureDecisionTest, PrefersFilesToText) {
 
 TEST_F(CaptureDecisionTest, SpellsTheSameFileTheSameWay) {
   snapshot.types = {pasteboardType::fileUrl.toString()};
-  snapshot.fileUrls = {QUrl::fromEncoded("file:///tmp/a%21;b~c%7Ed"), QUrl::fromEncoded("file:///tmp/a!%3Bb%7Ec~d")};
+  snapshot.fileUrls = {QUrl::fromEncoded("file:///tmp/a%21;b~c%7Ed"),
+                       QUrl::fromEncoded("file:///tmp/a!%3Bb%7Ec~d")};
   EXPECT_EQ(decided<CaptureFiles>()->urls, u"file:///tmp/a!%3Bb~c~d\nfile:///tmp/a!%3Bb~c~d"_s);
 }
 

@@ -187,7 +187,8 @@ TEST_F(History, WritesFilesAsUrlsAndPaths) {
   ClipItem item = testing::textClip(u"/tmp/a b"_s);
   item.fileURLString = u"file:///tmp/a%20b\nfile:///tmp/c"_s;
   store().copyToPasteboard(item, false);
-  EXPECT_EQ(pasteboard.writes.last().fileUrls, (QList<QUrl>{QUrl(u"file:///tmp/a%20b"_s), QUrl(u"file:///tmp/c"_s)}));
+  EXPECT_EQ(pasteboard.writes.last().fileUrls,
+            (QList<QUrl>{QUrl(u"file:///tmp/a%20b"_s), QUrl(u"file:///tmp/c"_s)}));
   EXPECT_EQ(pasteboard.writes.last().text, u"/tmp/a b\n/tmp/c"_s);
 }
 

@@ -10,7 +10,9 @@ namespace {
 using namespace Qt::StringLiterals;
 using testing::textClip;
 
-ClipRef ref(const ClipItem& clip) { return std::make_shared<const IndexedClip>(clip); }
+ClipRef ref(const ClipItem& clip) {
+  return std::make_shared<const IndexedClip>(clip);
+}
 
 QStringList textsOf(const HistoryList& list) {
   QStringList texts;
@@ -68,8 +70,8 @@ TEST(HistoryList, FindsImagesByHash) {
 }
 
 TEST(HistoryList, NamesTheOldestUnpinnedClipsBeyondTheCapacity) {
-  const HistoryList list({ref(textClip(u"0"_s)), ref(pinnedClip(u"1"_s)), ref(textClip(u"2"_s)), ref(textClip(u"3"_s)),
-                          ref(pinnedClip(u"4"_s))});
+  const HistoryList list({ref(textClip(u"0"_s)), ref(pinnedClip(u"1"_s)), ref(textClip(u"2"_s)),
+                          ref(textClip(u"3"_s)), ref(pinnedClip(u"4"_s))});
   EXPECT_TRUE(list.rowsBeyond(3).isEmpty());
   EXPECT_EQ(list.rowsBeyond(1), (QList<qsizetype>{3, 2}));
   EXPECT_EQ(list.rowsBeyond(0), (QList<qsizetype>{3, 2, 0}));
@@ -78,7 +80,8 @@ TEST(HistoryList, NamesTheOldestUnpinnedClipsBeyondTheCapacity) {
 TEST(HistoryList, NamesTheUnpinnedClipsWhoseTimeHasCome) {
   ClipItem pinned = expiringClip(u"1"_s, 5);
   pinned.pinned = true;
-  HistoryList list({ref(expiringClip(u"0"_s, 10)), ref(pinned), ref(expiringClip(u"2"_s, 20)), ref(textClip(u"3"_s))});
+  HistoryList list(
+      {ref(expiringClip(u"0"_s, 10)), ref(pinned), ref(expiringClip(u"2"_s, 20)), ref(textClip(u"3"_s))});
   EXPECT_TRUE(list.rowsExpiredAt(timestampFromUnixSeconds(9.75)).isEmpty());
   EXPECT_EQ(list.rowsExpiredAt(timestampFromUnixSeconds(10)), QList<qsizetype>{0});
   EXPECT_EQ(list.rowsExpiredAt(timestampFromUnixSeconds(20)), (QList<qsizetype>{2, 0}));

@@ -35,10 +35,11 @@ ClipItem fullClip() {
 }
 
 TEST(ClipItem, SerialisesExactlyItsSeventeenFields) {
-  const QStringList keys{u"collection"_s,   u"date"_s,       u"expiresAt"_s, u"fileURLString"_s, u"id"_s,
-                         u"imageFile"_s,    u"imageHash"_s,  u"ocrText"_s,   u"pinned"_s,        u"remoteDevice"_s,
-                         u"richFile"_s,     u"richHash"_s,   u"sensitive"_s, u"sourceBundleID"_s, u"sourceName"_s,
-                         u"text"_s,         u"textHash"_s};
+  const QStringList keys{u"collection"_s, u"date"_s,           u"expiresAt"_s,  u"fileURLString"_s,
+                         u"id"_s,         u"imageFile"_s,      u"imageHash"_s,  u"ocrText"_s,
+                         u"pinned"_s,     u"remoteDevice"_s,   u"richFile"_s,   u"richHash"_s,
+                         u"sensitive"_s,  u"sourceBundleID"_s, u"sourceName"_s, u"text"_s,
+                         u"textHash"_s};
   EXPECT_EQ(clipToJson(fullClip()).keys(), keys);
 }
 
@@ -128,7 +129,8 @@ TEST(ClipKind, TellsTextImagesFilesAndPinnedClipsApart) {
   ClipItem pinnedImage = image;
   pinnedImage.pinned = true;
   EXPECT_TRUE(passesKind(text, ClipKind::all) && passesKind(image, ClipKind::all));
-  EXPECT_TRUE(passesKind(text, ClipKind::text) && !passesKind(image, ClipKind::text) && !passesKind(file, ClipKind::text));
+  EXPECT_TRUE(passesKind(text, ClipKind::text) && !passesKind(image, ClipKind::text) &&
+              !passesKind(file, ClipKind::text));
   EXPECT_TRUE(passesKind(image, ClipKind::image) && !passesKind(text, ClipKind::image));
   EXPECT_TRUE(passesKind(file, ClipKind::files) && !passesKind(text, ClipKind::files));
   EXPECT_TRUE(passesKind(pinnedImage, ClipKind::pinned) && !passesKind(image, ClipKind::pinned));
@@ -152,8 +154,8 @@ TEST(RemoteSource, HasAnIdentifierAndADefaultNameForEachDevice) {
 }
 
 TEST(RemoteDeviceType, IsStoredByItsRawValue) {
-  for (const auto device : {RemoteDeviceType::iPhone, RemoteDeviceType::iPad, RemoteDeviceType::mac,
-                            RemoteDeviceType::universal})
+  for (const auto device :
+       {RemoteDeviceType::iPhone, RemoteDeviceType::iPad, RemoteDeviceType::mac, RemoteDeviceType::universal})
     EXPECT_EQ(remoteDeviceFromRaw(remoteDeviceRaw(device)), device);
   EXPECT_EQ(remoteDeviceRaw(RemoteDeviceType::iPhone), u"iPhone"_s);
   EXPECT_FALSE(remoteDeviceFromRaw(u"IPHONE"_s));

@@ -28,8 +28,9 @@ TEST(ClipPayload, KeepsRecognisedTextUnderItsShortKey) {
 
 TEST(ClipPayload, WritesItsKeysInOrderAndNeverANull) {
   const ClipPayload all{u"t"_s, u"o"_s, u"h"_s, u"b"_s, u"n"_s, u"r"_s, u"c"_s, u"f"_s};
-  EXPECT_EQ(encodePayload(all),
-            R"({"text":"t","ocr":"o","textHash":"h","sourceBundleID":"b","sourceName":"n","richHash":"r","collection":"c","fileURLString":"f"})");
+  EXPECT_EQ(
+      encodePayload(all),
+      R"({"text":"t","ocr":"o","textHash":"h","sourceBundleID":"b","sourceName":"n","richHash":"r","collection":"c","fileURLString":"f"})");
   EXPECT_EQ(encodePayload({.text = u"t"_s}), R"({"text":"t"})");
 }
 
@@ -48,9 +49,9 @@ TEST(ClipPayload, AcceptsAnyOrderAndIgnoresUnknownKeys) {
 }
 
 TEST(ClipPayload, RefusesWhatIsNoSuchObject) {
-  for (const QByteArray& bytes : {QByteArray(), QByteArray("[]"), QByteArray("\"text\""), QByteArray("{\"text\":1}"),
-                                  QByteArray("{\"text\":\"a\",\"ocr\":[]}"), QByteArray("{\"text\":\"\xff\"}"),
-                                  QByteArray("{\"text\":\"a\"} x")})
+  for (const QByteArray& bytes : {QByteArray(), QByteArray("[]"), QByteArray("\"text\""),
+                                  QByteArray("{\"text\":1}"), QByteArray("{\"text\":\"a\",\"ocr\":[]}"),
+                                  QByteArray("{\"text\":\"\xff\"}"), QByteArray("{\"text\":\"a\"} x")})
     EXPECT_FALSE(decodePayload(bytes)) << bytes.toStdString();
 }
 

@@ -21,7 +21,8 @@ TEST(MaskedPreview, ShowsAKnownPrefixAndSixteenBullets) {
   EXPECT_EQ(previewText(secret(u"sk-abcdef"_s)), u"sk-"_s + QString(16, u'•'));
   EXPECT_EQ(previewText(secret(u"github_pat_x"_s)), u"github_pat_"_s + QString(16, u'•'));
   for (const auto* prefix : {u"ghp_", u"xoxb-", u"xoxp-", u"npm_", u"AKIA"})
-    EXPECT_EQ(previewText(secret(QString::fromUtf16(prefix) + u"x"_s)), QString::fromUtf16(prefix) + QString(16, u'•'));
+    EXPECT_EQ(previewText(secret(QString::fromUtf16(prefix) + u"x"_s)),
+              QString::fromUtf16(prefix) + QString(16, u'•'));
 }
 
 TEST(MaskedPreview, ShowsTwentyBulletsForEverythingElse) {
@@ -92,14 +93,16 @@ TEST(LengthLabel, OfALongTextWaitsUntilItHasBeenCounted) {
 }
 
 TEST(Hint, FollowsTheSelectedClip) {
-  const QString other = u"↑↓ elegir   ↩ pegar   ⌘1–9 directo   ⌘⌫ borrar   ⌘P fijar   ␣ vista rápida   ⌘↩ sin formato"_s;
+  const QString other =
+      u"↑↓ elegir   ↩ pegar   ⌘1–9 directo   ⌘⌫ borrar   ⌘P fijar   ␣ vista rápida   ⌘↩ sin formato"_s;
   EXPECT_EQ(hintFor(nullptr), other);
   ClipItem clip;
   clip.text = u"hola"_s;
   EXPECT_EQ(hintFor(&clip), other);
   clip.text = u"https://example.org"_s;
-  EXPECT_EQ(hintFor(&clip),
-            u"↑↓ elegir   ↩ pegar   ⌘O abrir enlace   ⌘↩ sin formato   ⌘⌫ borrar   ⌘P fijar   ␣ vista rápida"_s);
+  EXPECT_EQ(
+      hintFor(&clip),
+      u"↑↓ elegir   ↩ pegar   ⌘O abrir enlace   ⌘↩ sin formato   ⌘⌫ borrar   ⌘P fijar   ␣ vista rápida"_s);
   clip.fileURLString = u"file:///a"_s;
   EXPECT_EQ(hintFor(&clip), u"↑↓ elegir   ↩ pegar archivo   ⌘⌫ borrar   ⌘P fijar   ␣ vista rápida"_s);
   clip.fileURLString.reset();

@@ -22,8 +22,8 @@ class ContentViewTest : public testing::StoreFixture {
     for (int i = count; i >= 1; --i)
       copyText(QString::number(i));
     view = std::make_unique<ContentView>(store(), clock, nullptr);
-    tester = std::make_unique<QAbstractItemModelTester>(list()->model(),
-                                                        QAbstractItemModelTester::FailureReportingMode::Fatal);
+    tester = std::make_unique<QAbstractItemModelTester>(
+        list()->model(), QAbstractItemModelTester::FailureReportingMode::Fatal);
     view->resize(480, 440);
     view->show();
     view->panelDidShow();
@@ -34,9 +34,13 @@ class ContentViewTest : public testing::StoreFixture {
   }
   QLineEdit* field() { return view->findChild<QLineEdit*>(u"searchField"_s); }
   QListView* list() { return view->findChild<QListView*>(u"clipList"_s); }
-  void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) { QTest::keyClick(field(), key, modifiers); }
+  void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+    QTest::keyClick(field(), key, modifiers);
+  }
   QString selected() { return view->selectedClip() ? view->selectedClip()->clip.text : QString(); }
-  QString pasted() { return pasteboard.writes.isEmpty() ? QString() : pasteboard.writes.last().text.value_or(QString()); }
+  QString pasted() {
+    return pasteboard.writes.isEmpty() ? QString() : pasteboard.writes.last().text.value_or(QString());
+  }
 
   std::unique_ptr<ContentView> view;
   std::unique_ptr<QAbstractItemModelTester> tester;
@@ -236,7 +240,8 @@ TEST_F(ContentViewTest, BeginsANewUseAfresh) {
 
 TEST_F(ContentViewTest, PaintsLongAndStrangeTexts) {
   launch();
-  for (const QString& text : {QString(100'000, u'W'), u"שלום עולם"_s, u"👩‍👩‍👧\t\n\u0301"_s, QString(QChar(0xd800)), QString(u'\0')})
+  for (const QString& text : {QString(100'000, u'W'), u"שלום עולם"_s, u"👩‍👩‍👧\t\n\u0301"_s,
+                              QString(QChar(0xd800)), QString(u'\0')})
     copyText(text + u'x');
   view = std::make_unique<ContentView>(store(), clock, nullptr);
   view->resize(340, 440);

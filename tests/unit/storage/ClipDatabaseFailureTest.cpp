@@ -18,7 +18,9 @@ namespace {
 using namespace Qt::StringLiterals;
 using testing::textClip;
 
-ClipRef indexed(const ClipItem& clip) { return std::make_shared<const IndexedClip>(clip); }
+ClipRef indexed(const ClipItem& clip) {
+  return std::make_shared<const IndexedClip>(clip);
+}
 
 /// The database over a disk that fails when told to.
 class ClipDatabaseFailure : public ::testing::Test {
@@ -48,7 +50,8 @@ class ClipDatabaseFailure : public ::testing::Test {
     EXPECT_EQ(log.lines().size(), 1) << log.lines().join(u'\n').toStdString();
   }
 
-  static constexpr auto kCannotOpen = u"No se pudo abrir la base de datos (el historial no se guardará): SQLite ";
+  static constexpr auto kCannotOpen =
+      u"No se pudo abrir la base de datos (el historial no se guardará): SQLite ";
 
   testing::LogRecorder log;
   testing::FailingVfs disk;
@@ -222,7 +225,8 @@ TEST_F(ClipDatabaseFailure, OfSealingWritesNothing) {
   EXPECT_TRUE(log.has(u"No se pudo guardar: "_s));
 }
 
-/// Makes the trigram index impossible, or breaks it later, from inside SQLite: an authoriser on every connection.
+/// Makes the trigram index impossible, or breaks it later, from inside SQLite: an authoriser on every
+/// connection.
 class IndexFailure : public ClipDatabaseFailure {
  protected:
   IndexFailure() {
@@ -234,7 +238,9 @@ class IndexFailure : public ClipDatabaseFailure {
     sqlite3_cancel_auto_extension(reinterpret_cast<void (*)()>(&IndexFailure::install));
   }
 
-  static int install(sqlite3* handle, char**, const void*) { return sqlite3_set_authorizer(handle, &authorise, nullptr); }
+  static int install(sqlite3* handle, char**, const void*) {
+    return sqlite3_set_authorizer(handle, &authorise, nullptr);
+  }
   static int authorise(void*, int action, const char* table, const char*, const char*, const char*) {
     const bool isIndex = table && QByteArrayView(table) == QByteArrayView("fts");
     return action == denied && isIndex ? SQLITE_DENY : SQLITE_OK;

@@ -17,7 +17,9 @@ namespace {
 using namespace Qt::StringLiterals;
 using testing::textClip;
 
-ClipRef indexed(const ClipItem& clip) { return std::make_shared<const IndexedClip>(clip); }
+ClipRef indexed(const ClipItem& clip) {
+  return std::make_shared<const IndexedClip>(clip);
+}
 
 class ClipDatabaseTest : public ::testing::Test {
  protected:
@@ -53,7 +55,8 @@ class ClipDatabaseTest : public ::testing::Test {
 TEST_F(ClipDatabaseTest, MakesANewFileOfTheCurrentVersion) {
   database->flush();
   EXPECT_EQ(ask("PRAGMA user_version"), 2);
-  EXPECT_EQ(ask("SELECT COUNT(*) FROM sqlite_master WHERE name IN ('clips', 'clips_date', 'clips_image_hash')"), 3);
+  EXPECT_EQ(
+      ask("SELECT COUNT(*) FROM sqlite_master WHERE name IN ('clips', 'clips_date', 'clips_image_hash')"), 3);
   EXPECT_EQ(ask("SELECT COUNT(*) FROM pragma_table_info('clips') WHERE name = 'rich_file'"), 1);
   EXPECT_EQ(ask("PRAGMA auto_vacuum"), 1);
   EXPECT_TRUE(log.lines().isEmpty());
@@ -65,8 +68,9 @@ TEST_F(ClipDatabaseTest, KeepsItsFilesForTheirOwnerAlone) {
   for (const QString& suffix : {u""_s, u"-wal"_s, u"-shm"_s}) {
     const QFileInfo info(path + suffix);
     ASSERT_TRUE(info.exists()) << suffix.toStdString();
-    EXPECT_EQ(info.permissions() & (QFile::ReadGroup | QFile::ReadOther | QFile::WriteGroup | QFile::WriteOther),
-              QFile::Permissions());
+    EXPECT_EQ(
+        info.permissions() & (QFile::ReadGroup | QFile::ReadOther | QFile::WriteGroup | QFile::WriteOther),
+        QFile::Permissions());
   }
 }
 
@@ -84,7 +88,8 @@ TEST_F(ClipDatabaseTest, BringsAVersionOneFileUpToDate) {
   {
     SQLiteConnection old(path.toUtf8());
     old.execute(
-        "CREATE TABLE clips(id TEXT PRIMARY KEY NOT NULL, date REAL NOT NULL, pinned INTEGER NOT NULL DEFAULT 0,"
+        "CREATE TABLE clips(id TEXT PRIMARY KEY NOT NULL, date REAL NOT NULL, pinned INTEGER NOT NULL "
+        "DEFAULT 0,"
         " image_file TEXT, image_hash TEXT, expires_at REAL, sensitive INTEGER, payload BLOB NOT NULL);"
         "PRAGMA user_version = 1");
     old.run("INSERT INTO clips VALUES(?, 5.5, 1, NULL, NULL, NULL, NULL, ?)",
@@ -165,9 +170,12 @@ TEST_F(ClipDatabaseTest, CountsRowsWithBadIdsAndBadPayloadsAsUnreadable) {
     SQLiteConnection other(path.toUtf8());
     other.execute(
         "INSERT INTO clips(id, date, payload) VALUES('nada', 1, '{\"text\":\"a\"}');"
-        "INSERT INTO clips(id, date, payload) VALUES('0F8FAD5B-D9CB-469F-A165-70867728950E', 1, 'no es json');"
-        "INSERT INTO clips(id, date, payload) VALUES('1F8FAD5B-D9CB-469F-A165-70867728950E', 1, 'BRVN1corto');"
-        "INSERT INTO clips(id, date, payload) VALUES('2F8FAD5B-D9CB-469F-A165-70867728950E', 'mañana', '{\"text\":\"b\"}')");
+        "INSERT INTO clips(id, date, payload) VALUES('0F8FAD5B-D9CB-469F-A165-70867728950E', 1, 'no es "
+        "json');"
+        "INSERT INTO clips(id, date, payload) VALUES('1F8FAD5B-D9CB-469F-A165-70867728950E', 1, "
+        "'BRVN1corto');"
+        "INSERT INTO clips(id, date, payload) VALUES('2F8FAD5B-D9CB-469F-A165-70867728950E', 'mañana', "
+        "'{\"text\":\"b\"}')");
   }
   const LoadedHistory loaded = database->loadAll();
   EXPECT_EQ(loaded.unreadableCount, 3);
@@ -282,7 +290,9 @@ TEST_F(ClipDatabaseTest, DoesNotIndexAClipWithoutAnyText) {
   EXPECT_EQ(database->search({"aaa"}), QSet<QUuid>{});
 }
 
-TEST_F(ClipDatabaseTest, HasNoAnswerToAnEmptyList) { EXPECT_FALSE(database->search({})); }
+TEST_F(ClipDatabaseTest, HasNoAnswerToAnEmptyList) {
+  EXPECT_FALSE(database->search({}));
+}
 
 TEST_F(ClipDatabaseTest, RebuildsTheIndexFromExactlyTheGivenClips) {
   database->save(indexed(textClip(u"palabra vieja"_s)));

@@ -11,7 +11,8 @@ namespace {
 using namespace Qt::StringLiterals;
 
 TEST(EnvelopeInteroperability, IsOpenedByAnotherProgram) {
-  const QByteArray key = QByteArray::fromHex("000102030405060708090a0b0c0d0e0f101112131415161718191a1b1c1d1e1f");
+  const QByteArray key =
+      QByteArray::fromHex("000102030405060708090a0b0c0d0e0f101112131415161718191a1b1c1d1e1f");
   testing::FakeSecretStore secrets;
   secrets.secrets.insert(u"Nimbrel.history-key/history"_s, key);
   SystemRandom random;
@@ -19,7 +20,8 @@ TEST(EnvelopeInteroperability, IsOpenedByAnotherProgram) {
   const QByteArray content = u"canción \"secreta\"\n"_s.toUtf8();
   QProcess opener;
   // Debian's own interpreter, which has the cryptography module; others on the path may not.
-  opener.start(u"/usr/bin/python3"_s, {QStringLiteral(NIMBREL_OPEN_ENVELOPE), QString::fromLatin1(key.toHex())});
+  opener.start(u"/usr/bin/python3"_s,
+               {QStringLiteral(NIMBREL_OPEN_ENVELOPE), QString::fromLatin1(key.toHex())});
   opener.write(*cipher.seal(content));
   opener.closeWriteChannel();
   ASSERT_TRUE(opener.waitForFinished());

@@ -46,15 +46,16 @@ TEST(SQLiteConnection, RunsAnUpdateWithoutBindingsOnce) {
 
 TEST(SQLiteConnection, BindsEveryKindOfValueInOrder) {
   SQLiteConnection connection(":memory:");
-  connection.run("SELECT ?, ?, ?, ?, ?",
-                 {std::int64_t{-9'000'000'000}, 0.25, sqlText(u"añil"_s), SQLBlob{"a\0b"_ba.left(3)}, SQLNull{}},
-                 [](sqlite3_stmt* row) {
-                   EXPECT_EQ(sqlite3_column_int64(row, 0), -9'000'000'000);
-                   EXPECT_EQ(sqlite3_column_double(row, 1), 0.25);
-                   EXPECT_STREQ(reinterpret_cast<const char*>(sqlite3_column_text(row, 2)), "añil");
-                   EXPECT_EQ(sqlite3_column_type(row, 3), SQLITE_BLOB);
-                   EXPECT_EQ(sqlite3_column_type(row, 4), SQLITE_NULL);
-                 });
+  connection.run(
+      "SELECT ?, ?, ?, ?, ?",
+      {std::int64_t{-9'000'000'000}, 0.25, sqlText(u"añil"_s), SQLBlob{"a\0b"_ba.left(3)}, SQLNull{}},
+      [](sqlite3_stmt* row) {
+        EXPECT_EQ(sqlite3_column_int64(row, 0), -9'000'000'000);
+        EXPECT_EQ(sqlite3_column_double(row, 1), 0.25);
+        EXPECT_STREQ(reinterpret_cast<const char*>(sqlite3_column_text(row, 2)), "añil");
+        EXPECT_EQ(sqlite3_column_type(row, 3), SQLITE_BLOB);
+        EXPECT_EQ(sqlite3_column_type(row, 4), SQLITE_NULL);
+      });
 }
 
 TEST(SQLiteConnection, StoresAnEmptyBlobAsABlob) {
@@ -70,14 +71,14 @@ TEST(SQLiteConnection, StoresAnEmptyBlobAsABlob) {
 TEST(SQLiteConnection, KeepsABlobsExactLength) {
   SQLiteConnection connection(":memory:");
   const QByteArray bytes("a\0b\0", 4);
-  connection.run("SELECT ?", {SQLBlob{bytes}}, [](sqlite3_stmt* row) { EXPECT_EQ(sqlite3_column_bytes(row, 0), 4); });
+  connection.run("SELECT ?", {SQLBlob{bytes}},
+                 [](sqlite3_stmt* row) { EXPECT_EQ(sqlite3_column_bytes(row, 0), 4); });
 }
 
 TEST(SQLiteConnection, CutsTextAtItsFirstNul) {
   SQLiteConnection connection(":memory:");
-  connection.run("SELECT ?", {SQLText{QByteArray("ab\0cd", 5)}}, [](sqlite3_stmt* row) {
-    EXPECT_EQ(sqlite3_column_bytes(row, 0), 2);
-  });
+  connection.run("SELECT ?", {SQLText{QByteArray("ab\0cd", 5)}},
+                 [](sqlite3_stmt* row) { EXPECT_EQ(sqlite3_column_bytes(row, 0), 2); });
 }
 
 TEST(SQLiteConnection, StaysUsableAfterAConstraintViolation) {
@@ -93,7 +94,8 @@ TEST(SQLiteConnection, StaysUsableAfterAConstraintViolation) {
 
 TEST(SQLiteConnection, StopsAtTheFirstStatementThatFails) {
   SQLiteConnection connection(":memory:");
-  const SQLError error = errorOf([&] { connection.execute("CREATE TABLE a(x); NONSENSE; CREATE TABLE b(x)"); });
+  const SQLError error =
+      errorOf([&] { connection.execute("CREATE TABLE a(x); NONSENSE; CREATE TABLE b(x)"); });
   EXPECT_EQ(error.code, SQLITE_ERROR);
   EXPECT_TRUE(error.message.contains(u"NONSENSE"));
   EXPECT_EQ(connection.integer("SELECT COUNT(*) FROM sqlite_master"), 1);
@@ -114,7 +116,8 @@ TEST(SQLiteConnection, KeepsTheRowsDeliveredBeforeAFailure) {
   SQLiteConnection connection(":memory:");
   int rows = 0;
   const SQLError error = errorOf([&] {
-    connection.run("SELECT 1 UNION ALL SELECT abs(-9223372036854775807 - 1)", {}, [&](sqlite3_stmt*) { ++rows; });
+    connection.run("SELECT 1 UNION ALL SELECT abs(-9223372036854775807 - 1)", {},
+                   [&](sqlite3_stmt*) { ++rows; });
   });
   EXPECT_EQ(error.code, SQLITE_ERROR);
   EXPECT_EQ(rows, 1);

@@ -22,7 +22,8 @@ TEST(SerialQueue, RunsTasksInTheOrderOfTheirPosting) {
 }
 
 TEST(SerialQueue, WaitsForAResultBehindWhatWasPostedBefore) {
-  const auto queue = std::make_unique<SerialQueue>(QStringLiteral("test"), SerialQueue::Priority::userInitiated);
+  const auto queue =
+      std::make_unique<SerialQueue>(QStringLiteral("test"), SerialQueue::Priority::userInitiated);
   std::atomic<int> done = 0;
   for (int i = 0; i < 50; ++i)
     queue->post([&done] { ++done; });

@@ -20,8 +20,8 @@ TEST(StorageDirectory, IsForItsOwnerAloneAndHoldsTheSideFolders) {
   for (const QString& folder : {path, path + u"/Images"_s, path + u"/Rich"_s}) {
     const QFileInfo info(folder);
     EXPECT_TRUE(info.isDir());
-    EXPECT_FALSE(info.permissions() & (QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup | QFile::ReadOther |
-                                       QFile::WriteOther | QFile::ExeOther));
+    EXPECT_FALSE(info.permissions() & (QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup |
+                                       QFile::ReadOther | QFile::WriteOther | QFile::ExeOther));
   }
   EXPECT_EQ(databasePath(path), path + u"/brevin.sqlite"_s);
 }

@@ -13,18 +13,21 @@ TEST(PasteboardTargets, BecomeTypesEachOnce) {
 }
 
 TEST(PasteboardTargets, OfAPasswordManagerBecomeTheConcealedMark) {
-  EXPECT_EQ(typesOfTargets({u"x-kde-passwordManagerHint"_s}), QStringList{u"org.nspasteboard.ConcealedType"_s});
+  EXPECT_EQ(typesOfTargets({u"x-kde-passwordManagerHint"_s}),
+            QStringList{u"org.nspasteboard.ConcealedType"_s});
 }
 
 TEST(PasteboardTargets, KeepMarksThatComeUnderTheirOwnName) {
-  EXPECT_EQ(typesOfTargets({u"org.nspasteboard.TransientType"_s}), QStringList{u"org.nspasteboard.TransientType"_s});
+  EXPECT_EQ(typesOfTargets({u"org.nspasteboard.TransientType"_s}),
+            QStringList{u"org.nspasteboard.TransientType"_s});
 }
 
 TEST(PasteboardTargets, AreTriedBestFirst) {
   const QStringList offered{u"STRING"_s, u"image/tiff"_s, u"text/plain"_s, u"UTF8_STRING"_s, u"image/png"_s};
   EXPECT_EQ(candidateTargets(PasteboardFormat::text, offered),
             (QStringList{u"UTF8_STRING"_s, u"text/plain"_s, u"STRING"_s}));
-  EXPECT_EQ(candidateTargets(PasteboardFormat::image, offered), (QStringList{u"image/png"_s, u"image/tiff"_s}));
+  EXPECT_EQ(candidateTargets(PasteboardFormat::image, offered),
+            (QStringList{u"image/png"_s, u"image/tiff"_s}));
   EXPECT_TRUE(candidateTargets(PasteboardFormat::files, offered).isEmpty());
 }
 
@@ -34,7 +37,10 @@ TEST(DecodeText, FollowsTheTargetsEncoding) {
 }
 
 TEST(DecodeText, PutsAReplacementForInvalidBytes) {
-  EXPECT_EQ(decodeText(u"UTF8_STRING"_s, "a\xff" "b"), u"a\ufffdb"_s);
+  EXPECT_EQ(decodeText(u"UTF8_STRING"_s,
+                       "a\xff"
+                       "b"),
+            u"a\ufffdb"_s);
 }
 
 TEST(DecodeText, LeavesClosingNulsOut) {
@@ -46,7 +52,8 @@ TEST(DecodeText, LeavesClosingNulsOut) {
 TEST(DecodeUrls, ReadsBothKindsOfLists) {
   EXPECT_EQ(decodeUrls("# comentario\r\nfile:///a%20b\r\nhttps://example.org/\r\n"),
             (QList<QUrl>{QUrl(u"file:///a%20b"_s), QUrl(u"https://example.org/"_s)}));
-  EXPECT_EQ(decodeUrls("copy\nfile:///a\nfile:///b"), (QList<QUrl>{QUrl(u"file:///a"_s), QUrl(u"file:///b"_s)}));
+  EXPECT_EQ(decodeUrls("copy\nfile:///a\nfile:///b"),
+            (QList<QUrl>{QUrl(u"file:///a"_s), QUrl(u"file:///b"_s)}));
   EXPECT_EQ(decodeUrls("cut\nfile:///a"), QList<QUrl>{QUrl(u"file:///a"_s)});
   EXPECT_TRUE(decodeUrls("ni una\nsola\nurl").isEmpty());
   EXPECT_TRUE(decodeUrls({}).isEmpty());

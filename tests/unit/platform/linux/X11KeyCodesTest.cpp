@@ -8,14 +8,14 @@ namespace nimbrel {
 namespace {
 
 TEST(X11KeyCodes, AreThePositionsOfTheVirtualKeyCodes) {
-  EXPECT_EQ(x11KeyCode(9), 55);    // V
-  EXPECT_EQ(x11KeyCode(45), 57);   // N
-  EXPECT_EQ(x11KeyCode(49), 65);   // Space
-  EXPECT_EQ(x11KeyCode(53), 9);    // Escape
-  EXPECT_EQ(x11KeyCode(0), 38);    // A
-  EXPECT_EQ(x11KeyCode(36), 36);   // Return
-  EXPECT_EQ(x11KeyCode(122), 67);  // F1
-  EXPECT_EQ(x11KeyCode(126), 111); // Up
+  EXPECT_EQ(x11KeyCode(9), 55);     // V
+  EXPECT_EQ(x11KeyCode(45), 57);    // N
+  EXPECT_EQ(x11KeyCode(49), 65);    // Space
+  EXPECT_EQ(x11KeyCode(53), 9);     // Escape
+  EXPECT_EQ(x11KeyCode(0), 38);     // A
+  EXPECT_EQ(x11KeyCode(36), 36);    // Return
+  EXPECT_EQ(x11KeyCode(122), 67);   // F1
+  EXPECT_EQ(x11KeyCode(126), 111);  // Up
 }
 
 TEST(X11KeyCodes, AreDifferentForEveryKey) {
