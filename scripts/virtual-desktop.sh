@@ -7,6 +7,7 @@
 # NIMBREL_WM      window manager: openbox (default), xfwm4, or none
 # NIMBREL_TRAY    "yes" starts a tray
 # NIMBREL_KEYRING "no" starts no key store
+# NIMBREL_QPA     Qt's platform: xcb (default), or offscreen for programs that speak X themselves
 # NIMBREL_SCREEN  size and depth, 1280x900x24 by default
 set -euo pipefail
 
@@ -26,7 +27,7 @@ cleanup() {
 trap cleanup EXIT
 
 export HOME=$home XDG_DATA_HOME=$home/data XDG_CONFIG_HOME=$home/config XDG_CACHE_HOME=$home/cache
-export XDG_RUNTIME_DIR=$home/run NO_AT_BRIDGE=1 QT_QPA_PLATFORM=xcb QT_QPA_PLATFORMTHEME= GDK_BACKEND=x11
+export XDG_RUNTIME_DIR=$home/run NO_AT_BRIDGE=1 QT_QPA_PLATFORM=${NIMBREL_QPA:-xcb} QT_QPA_PLATFORMTHEME= GDK_BACKEND=x11
 unset WAYLAND_DISPLAY XAUTHORITY
 mkdir -p "$XDG_DATA_HOME" "$XDG_CONFIG_HOME" "$XDG_CACHE_HOME" "$XDG_RUNTIME_DIR"
 chmod 700 "$XDG_RUNTIME_DIR"

@@ -17,6 +17,8 @@ namespace nimbrel::testing {
 class X11PasteboardFixture : public ::testing::Test {
  protected:
   X11PasteboardFixture() {
+    // The owner of the test before is gone, but the server may not have noticed yet.
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !requestor.hasOwner(); }));
     pasteboard.setReadPolicy(captureReadPolicy(AppSettings{}));
     pasteboard.setChangeHandler([this] { collect(); });
   }

@@ -70,7 +70,7 @@ void SelectionRead::handle(const xcb_selection_notify_event_t& event, TimePoint 
       plan_.setTargets(std::nullopt);
     else
       takeTargets();
-    return proceed();
+    return state_ == State::reading ? proceed() : void();
   }
   if (!refused) return takeValue();
   plan_.refuse();
@@ -91,7 +91,9 @@ void SelectionRead::expire(TimePoint now) {
 
 void SelectionRead::takeTargets() {
   const auto property = takeProperty(kMaxTargetBytes);
-  if (!property || property->format != 32 || isIncremental(*property)) return plan_.setTargets(std::nullopt);
+  // Without the whole list nobody knows whether the content is marked; then it is left alone.
+  if (!property || property->format != 32 || property->exceedsBudget || isIncremental(*property))
+    return end(State::failed);
   std::vector<xcb_atom_t> targets(static_cast<std::size_t>(property->bytes.size()) / sizeof(xcb_atom_t));
   std::memcpy(targets.data(), property->bytes.constData(), targets.size() * sizeof(xcb_atom_t));
   plan_.setTargets(atoms_.names(targets));

@@ -37,8 +37,10 @@ X11Pasteboard::~X11Pasteboard() {
 void X11Pasteboard::setReadPolicy(const PasteboardReadPolicy& policy) {
   const std::lock_guard lock(shared_.mutex);
   shared_.policy = policy;
-  // Nothing can be read before it is known what to read.
-  if (shared_.connected && !thread_.joinable()) thread_ = std::thread([this] { worker_->run(); });
+  if (!shared_.connected || thread_.joinable()) return;
+  // Nothing can be read before it is known what to read; from here on every change counts.
+  worker_->watchSelection();
+  thread_ = std::thread([this] { worker_->run(); });
 }
 
 qint64 X11Pasteboard::changeCount() const {

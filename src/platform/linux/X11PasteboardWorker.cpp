@@ -70,7 +70,6 @@ void X11Pasteboard::Worker::watchSelection() {
 }
 
 void X11Pasteboard::Worker::run() {
-  watchSelection();
   readInitialContent();
   // Beside the loop: a slow disk must not keep anybody's copy waiting.
   std::thread entriesLoader([this] { owner_.entries_.load(); });

@@ -21,6 +21,9 @@ class X11Pasteboard::Worker final {
   /// Whether the X server has been reached and can report selection changes.
   [[nodiscard]] bool isConnected() const { return connected_; }
 
+  /// Asks the X server to tell of every change from now on; before `run`.
+  void watchSelection();
+
   /// Runs until the owner asks for the end or the connection breaks.
   void run();
 
@@ -34,7 +37,6 @@ class X11Pasteboard::Worker final {
   };
 
   [[nodiscard]] bool prepare();
-  void watchSelection();
   void readInitialContent();
   [[nodiscard]] bool isStopping() const;
   /// Handles some of what has arrived; whether there was anything.

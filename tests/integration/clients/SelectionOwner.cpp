@@ -1,7 +1,7 @@
 #include "integration/clients/SelectionOwner.h"
 
 #include <poll.h>
-#include <unistd.h>
+#include <sys/socket.h>
 
 #include <vector>
 
@@ -62,11 +62,12 @@ void SelectionOwner::answer(const xcb_selection_request_event_t& request) {
                         static_cast<std::uint32_t>(targets.size()), targets.data());
     return notify(request, request.property);
   }
+  ++contentRequests_;
   switch (manners_) {
     case Manners::silentAfterTargets:
       return;
     case Manners::dies:
-      close(xcb_get_file_descriptor(x));
+      shutdown(xcb_get_file_descriptor(x), SHUT_RDWR);
       stopping_ = true;
       return;
     case Manners::lies:

@@ -48,6 +48,8 @@ class SelectionOwner final {
 
   /// How many conversions it was asked for.
   [[nodiscard]] int requests() const { return requests_; }
+  /// How many of them were for more than its targets.
+  [[nodiscard]] int contentRequests() const { return contentRequests_; }
   [[nodiscard]] bool stillOwns() const { return owns_; }
 
  private:
@@ -64,6 +66,7 @@ class SelectionOwner final {
   QByteArray transfer_;
   xcb_atom_t transferType_ = XCB_ATOM_NONE;
   std::atomic<int> requests_ = 0;
+  std::atomic<int> contentRequests_ = 0;
   std::atomic<bool> owns_ = true;
   std::atomic<bool> stopping_ = false;
   std::thread thread_;
