@@ -316,17 +316,7 @@ class CopyingClient {
                           static_cast<std::uint32_t>(text_.size()), text_.data());
     else
       property = XCB_ATOM_NONE;
-    union {
-      xcb_selection_notify_event_t notify;
-      char wire[32];
-    } event{};
-    event.notify.response_type = XCB_SELECTION_NOTIFY;
-    event.notify.time = request.time;
-    event.notify.requestor = request.requestor;
-    event.notify.selection = request.selection;
-    event.notify.target = request.target;
-    event.notify.property = property;
-    xcb_send_event(observer_.x.get(), 0, request.requestor, 0, event.wire);
+    sendSelectionNotify(observer_.x.get(), request, property);
     xcb_flush(observer_.x.get());
   }
 
@@ -359,6 +349,31 @@ void copyToDisk(benchmark::State& state) {
   }
 }
 BENCHMARK(copyToDisk)->Arg(10'000)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(50);
+
+/// The same while the owner before has never answered.
+void copyAfterMuteOwner(benchmark::State& state) {
+  Observer observer;
+  Observer mute;
+  Program program(10'000);
+  program.start(observer);
+  usleep(1'500'000);
+  CopyingClient client(observer);
+  CopyingClient silent(mute);
+  SQLiteConnection disk(program.path.toUtf8());
+  int number = 0;
+  for (auto _ : state) {
+    silent.copy("nunca contesta");
+    usleep(100'000);
+    const auto before = disk.integer("SELECT MAX(rowid) FROM clips");
+    const auto begin = Clock::now();
+    client.copy("tras un dueño mudo " + std::to_string(number++));
+    if (!client.serve(2s, [&] { return disk.integer("SELECT MAX(rowid) FROM clips") > before; }))
+      state.SkipWithError("lost");
+    state.SetIterationTime(seconds(Clock::now() - begin));
+    client.serve(20ms, [] { return false; });
+  }
+}
+BENCHMARK(copyAfterMuteOwner)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(20);
 
 void quickCopies(benchmark::State& state) {
   Observer observer;

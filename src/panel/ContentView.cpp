@@ -2,6 +2,7 @@
 
 #include <QKeyEvent>
 #include <QPainter>
+#include <QScrollBar>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -26,6 +27,19 @@ class ClipListView final : public QListView {
     painter.drawText(viewport()->rect(), Qt::AlignCenter, property("emptyText").toString());
   }
 };
+
+/// A slim bar without arrows, like the panel's own lines.
+QString scrollBarStyle(const PanelTheme& theme) {
+  QColor handle = theme.secondaryText;
+  handle.setAlpha(110);
+  return QStringLiteral(
+             "QScrollBar:vertical { background: transparent; width: 8px; margin: 0; }"
+             "QScrollBar::handle:vertical { background: %1; border-radius: 3px; margin: 0 1px; min-height: "
+             "24px; }"
+             "QScrollBar::add-line:vertical, QScrollBar::sub-line:vertical { height: 0; }"
+             "QScrollBar::add-page:vertical, QScrollBar::sub-page:vertical { background: none; }")
+      .arg(handle.name(QColor::HexArgb));
+}
 
 }  // namespace
 
@@ -212,6 +226,7 @@ void ContentView::applyTheme() {
   QPalette colors = list_->palette();
   colors.setColor(QPalette::Base, Qt::transparent);
   if (colors != list_->palette()) list_->setPalette(colors);
+  list_->verticalScrollBar()->setStyleSheet(scrollBarStyle(panelTheme(palette())));
 }
 
 }  // namespace nimbrel

@@ -18,8 +18,8 @@ struct DesktopEntry final {
   bool operator==(const DesktopEntry&) const = default;
 };
 
-/// The applications that are installed, by desktop-file id and window class (Desktop Entry Specification:
-/// keys Name and StartupWMClass). Read once; any thread.
+/// The applications that are installed, by desktop-file id and window class (freedesktop.org's desktop
+/// entries: keys Name and StartupWMClass). Read once; any thread.
 class DesktopEntries final {
  public:
   /// `folders` hold the "applications" folders, most important first.

@@ -51,18 +51,7 @@ void SelectionServer::handle(const xcb_selection_request_event_t& event, TimePoi
   const auto offer = offers_.constFind(event.selection);
   const bool answered = offer != offers_.constEnd() && isInTime(event.time, offer->since) &&
                         answer(*offer, event.target, {event.requestor, property}, now);
-  // Events on the wire are always 32 bytes, this one is shorter.
-  union {
-    xcb_selection_notify_event_t notify;
-    char wire[32];
-  } reply{};
-  reply.notify.response_type = XCB_SELECTION_NOTIFY;
-  reply.notify.time = event.time;
-  reply.notify.requestor = event.requestor;
-  reply.notify.selection = event.selection;
-  reply.notify.target = event.target;
-  reply.notify.property = answered ? property : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
-  xcb_send_event(connection_, 0, event.requestor, XCB_EVENT_MASK_NO_EVENT, reply.wire);
+  sendSelectionNotify(connection_, event, answered ? property : static_cast<xcb_atom_t>(XCB_ATOM_NONE));
 }
 
 bool SelectionServer::answer(const Offer& offer, xcb_atom_t target, Place place, TimePoint now) {

@@ -115,15 +115,12 @@ void X11PanelWindow::borrowFocus() {
 
 void X11PanelWindow::pretendFocus(bool focused) {
   // Qt gives keys, dead keys and input methods to the window that it believes has the focus.
-  union {
-    xcb_focus_in_event_t focus;
-    char wire[32];
-  } event{};
-  event.focus.response_type = focused ? XCB_FOCUS_IN : XCB_FOCUS_OUT;
-  event.focus.event = window();
-  event.focus.detail = XCB_NOTIFY_DETAIL_NONLINEAR;
-  event.focus.mode = XCB_NOTIFY_MODE_NORMAL;
-  xcb_send_event(qt_, 0, window(), XCB_EVENT_MASK_NO_EVENT, event.wire);
+  xcb_focus_in_event_t event{};
+  event.response_type = focused ? XCB_FOCUS_IN : XCB_FOCUS_OUT;
+  event.event = window();
+  event.detail = XCB_NOTIFY_DETAIL_NONLINEAR;
+  event.mode = XCB_NOTIFY_MODE_NORMAL;
+  sendEvent(qt_, window(), event);
   xcb_flush(qt_);
 }
 

@@ -106,17 +106,7 @@ void SelectionOwner::sendNext(xcb_window_t requestor, xcb_atom_t property) {
 }
 
 void SelectionOwner::notify(const xcb_selection_request_event_t& request, xcb_atom_t property) {
-  union {
-    xcb_selection_notify_event_t notify;
-    char wire[32];
-  } event{};
-  event.notify.response_type = XCB_SELECTION_NOTIFY;
-  event.notify.time = request.time;
-  event.notify.requestor = request.requestor;
-  event.notify.selection = request.selection;
-  event.notify.target = request.target;
-  event.notify.property = property;
-  xcb_send_event(connection_.get(), 0, request.requestor, XCB_EVENT_MASK_NO_EVENT, event.wire);
+  sendSelectionNotify(connection_.get(), request, property);
 }
 
 }  // namespace nimbrel::testing

@@ -1,0 +1,40 @@
+#include <QByteArray>
+#include <QStringList>
+#include <cstdint>
+#include <cstdlib>
+
+#include "capture/model/ClipPayload.h"
+#include "capture/model/IndexedClip.h"
+#include "capture/model/TextRules.h"
+#include "platform/linux/SelectionReadPlan.h"
+
+/// Bytes that other programs and damaged files hand to the program, through everything that reads them on the
+/// way to a clip. Besides not crashing, what is read must hold what it promises.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  using namespace nimbrel;
+  const QByteArray bytes(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size));
+
+  if (const auto payload = decodePayload(bytes)) {
+    if (decodePayload(encodePayload(*payload)) != payload) std::abort();
+  }
+
+  SelectionReadPlan plan({.ignoredTypes = {},
+                          .maxTextBytes = 1000,
+                          .maxImageBytes = 1000,
+                          .maxRichBytes = 1000,
+                          .wantsRichText = true});
+  plan.setTargets(QString::fromUtf8(bytes).split(u'\n'));
+  for (int step = 0; plan.nextStep(); ++step) {
+    if (step > 64) std::abort();
+    plan.accept(bytes);
+  }
+
+  ClipItem clip;
+  clip.text = decodeText(QStringLiteral("UTF8_STRING"), bytes);
+  const IndexedClip indexed(clip);
+  if (indexed.traits().characters > clip.text.size()) std::abort();
+  const QByteArray folded = foldedText(clip.text);
+  if (foldedText(QString::fromUtf8(folded)) != folded) std::abort();
+  if (firstCharacters(clip.text, indexed.traits().characters) != clip.text) std::abort();
+  return 0;
+}
