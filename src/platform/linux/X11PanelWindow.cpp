@@ -6,6 +6,7 @@
 #include <QCursor>
 #include <QGuiApplication>
 #include <QWidget>
+#include <QWindow>
 
 #include "platform/linux/X11Keyboard.h"
 
@@ -78,11 +79,23 @@ void X11PanelWindow::present() {
   presented_ = true;
   widget_.show();
   widget_.raise();
+  reactivate();
   if (!qt_) return;
   // The hot key that brought us here still holds the keyboard, until its key is released.
   xcb_ungrab_keyboard(session_.connection(), XCB_CURRENT_TIME);
   session_.flush();
   takeKeyboard(kGrabAttempts);
+}
+
+void X11PanelWindow::reactivate() {
+  // Qt believes in a lost focus only after 400 ms. Until then a window that comes back is, to its windows,
+  // the one that has the focus all along, while its widgets know that it was hidden.
+  const bool stale = widget_.windowHandle() && QGuiApplication::focusWindow() == widget_.windowHandle();
+  if (!stale || QApplication::activeWindow() == &widget_) return;
+  QT_WARNING_PUSH
+  QT_WARNING_DISABLE_DEPRECATED
+  QApplication::setActiveWindow(&widget_);
+  QT_WARNING_POP
 }
 
 void X11PanelWindow::takeKeyboard(int attemptsLeft) {

@@ -33,6 +33,7 @@ class X11PanelWindow final : public QObject, public PanelWindow, private QAbstra
   enum class Loan { none, keyboard, focus };
 
   bool nativeEventFilter(const QByteArray& type, void* message, qintptr* result) override;
+  void reactivate();
   void takeKeyboard(int attemptsLeft);
   [[nodiscard]] bool grabKeyboard();
   void borrowFocus();

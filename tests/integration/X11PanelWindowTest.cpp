@@ -1,0 +1,120 @@
+#include "platform/linux/X11PanelWindow.h"
+
+#include <gmock/gmock.h>
+
+#include <QLineEdit>
+#include <QProcess>
+#include <QTest>
+
+namespace nimbrel {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+/// The panel's window over a terminal that has the focus.
+class X11PanelWindowTest : public ::testing::Test {
+ protected:
+  X11PanelWindowTest() {
+    terminal.start(u"xterm"_s, {});
+    EXPECT_TRUE(QTest::qWaitFor([this] { return session.focusWindow() > XCB_INPUT_FOCUS_POINTER_ROOT; }));
+    // The window manager and the terminal settle on one window; the test begins when they have.
+    do {
+      before = session.focusWindow();
+      QTest::qWait(100);
+    } while (session.focusWindow() != before);
+    field.resize(300, 60);
+    window.setResignHandler([this] { ++resigned; });
+  }
+  ~X11PanelWindowTest() override { closeTerminal(); }
+
+  void closeTerminal() {
+    terminal.kill();
+    terminal.waitForFinished();
+  }
+  static void xdotool(const QStringList& arguments) {
+    EXPECT_EQ(QProcess::execute(u"xdotool"_s, arguments), 0);
+  }
+  /// What `whenFocusReturned` answers.
+  [[nodiscard]] bool focusReturned() {
+    std::optional<bool> answer;
+    window.whenFocusReturned([&](bool returned) { answer = returned; });
+    EXPECT_TRUE(QTest::qWaitFor([&] { return answer.has_value(); }));
+    return answer.value_or(false);
+  }
+  [[nodiscard]] bool hasFocus() { return session.focusWindow() == static_cast<xcb_window_t>(field.winId()); }
+
+  X11Session session;
+  QProcess terminal;
+  xcb_window_t before = XCB_WINDOW_NONE;
+  QLineEdit field;
+  X11PanelWindow window{field, session};
+  int resigned = 0;
+};
+
+TEST_F(X11PanelWindowTest, TakesTheKeysWhileTheFocusStaysWhereItIs) {
+  window.present();
+  ASSERT_TRUE(QTest::qWaitFor([this] { return field.hasFocus(); }));
+  xdotool({u"type"_s, u"hola"_s});
+  EXPECT_TRUE(QTest::qWaitFor([this] { return field.text() == u"hola"_s; }));
+  EXPECT_EQ(session.focusWindow(), before);
+  window.dismiss(true);
+  EXPECT_EQ(session.focusWindow(), before);
+  EXPECT_TRUE(focusReturned());
+  EXPECT_EQ(resigned, 0);
+}
+
+TEST_F(X11PanelWindowTest, TakesTheKeysAgainEachTimeItIsShown) {
+  for (const QString& text : {u"uno"_s, u"dos"_s}) {
+    field.clear();
+    window.present();
+    field.setFocus();
+    ASSERT_TRUE(QTest::qWaitFor([this] { return field.hasFocus(); }));
+    xdotool({u"type"_s, text});
+    EXPECT_TRUE(QTest::qWaitFor([&] { return field.text() == text; })) << text.toStdString();
+    window.dismiss(true);
+  }
+}
+
+TEST_F(X11PanelWindowTest, BorrowsTheFocusWhileSomebodyElseHoldsTheKeyboard) {
+  X11Session holder;
+  const auto grab = holder.reply(xcb_grab_keyboard_reply,
+                                 xcb_grab_keyboard(holder.connection(), 0, holder.root(), XCB_CURRENT_TIME,
+                                                   XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));
+  ASSERT_TRUE(grab && grab->status == XCB_GRAB_STATUS_SUCCESS);
+  window.present();
+  EXPECT_TRUE(QTest::qWaitFor([this] { return hasFocus(); }));
+  xcb_ungrab_keyboard(holder.connection(), XCB_CURRENT_TIME);
+  holder.flush();
+  ASSERT_TRUE(QTest::qWaitFor([this] { return field.hasFocus(); }));
+  xdotool({u"type"_s, u"hola"_s});
+  EXPECT_TRUE(QTest::qWaitFor([this] { return field.text() == u"hola"_s; }));
+  window.dismiss(true);
+  EXPECT_TRUE(focusReturned());
+  EXPECT_EQ(session.focusWindow(), before);
+}
+
+TEST_F(X11PanelWindowTest, SaysWhenTheWindowThatHadTheFocusIsGone) {
+  window.present();
+  closeTerminal();
+  ASSERT_TRUE(QTest::qWaitFor([this] { return session.focusWindow() != before; }));
+  window.dismiss(true);
+  EXPECT_FALSE(focusReturned());
+}
+
+TEST_F(X11PanelWindowTest, ResignsAtAClickOutsideAndNotAtOneInside) {
+  field.move(600, 500);
+  window.present();
+  ASSERT_TRUE(QTest::qWaitFor([this] { return field.hasFocus(); }));
+  xdotool({u"mousemove"_s, u"650"_s, u"520"_s, u"click"_s, u"1"_s});
+  QTest::qWait(200);
+  EXPECT_EQ(resigned, 0);
+  // The wheel is for looking around, also in the window below.
+  xdotool({u"mousemove"_s, u"1200"_s, u"850"_s, u"click"_s, u"5"_s});
+  QTest::qWait(200);
+  EXPECT_EQ(resigned, 0);
+  xdotool({u"click"_s, u"1"_s});
+  EXPECT_TRUE(QTest::qWaitFor([this] { return resigned == 1; }));
+}
+
+}  // namespace
+}  // namespace nimbrel
