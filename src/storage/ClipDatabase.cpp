@@ -45,9 +45,6 @@ constexpr const char* kLoad =
 constexpr const char* kCannotOpen = "No se pudo abrir la base de datos (el historial no se guardará)";
 constexpr const char* kCannotSave = "No se pudo guardar";
 
-/// Each match costs the index as much as looking at several clips in memory.
-constexpr qsizetype kMaxAnswer = 500;
-
 /// How often a checkpoint after a deletion is tried again while another connection reads the log.
 constexpr int kTraceAttempts = 3;
 
@@ -96,40 +93,13 @@ std::unique_ptr<SQLiteConnection> openAndMigrate(const QString& path) {
   return disk;
 }
 
-void insertBody(SQLiteConnection& index, const IndexedClip& clip) {
-  // While nobody waits: what painting a row needs to know of a long text.
-  static_cast<void>(clip.traits());
-  if (const auto& body = clip.body())
-    index.run("INSERT INTO fts(id, body) VALUES(?, ?)", {sqlText(clipIdText(clip.clip.id)), SQLText{*body}});
-}
-
-/// Deletes one row per id, all or none.
-void deleteById(SQLiteConnection& connection, const char* sql, const QList<QUuid>& ids) {
-  SQLTransaction transaction(connection);
-  for (const QUuid& id : ids)
-    connection.run(sql, {sqlText(clipIdText(id))});
-  transaction.commit();
-}
-
-/// The terms as FTS5 phrases side by side, which it reads as AND.
-QByteArray matchExpression(const QList<QByteArray>& terms) {
-  QByteArray expression;
-  for (QByteArray term : terms) {
-    if (!expression.isEmpty()) expression += ' ';
-    expression += '"' + term.replace('"', "\"\"") + '"';
-  }
-  return expression;
-}
-
 }  // namespace
 
 ClipDatabase::ClipDatabase(const QString& path, HistoryCipher& cipher)
     : url_(path),
       cipher_(cipher),
-      diskQueue_(QStringLiteral("Nimbrel.db.disk"), SerialQueue::Priority::utility),
-      indexQueue_(QStringLiteral("Nimbrel.db.index"), SerialQueue::Priority::userInitiated) {
+      diskQueue_(QStringLiteral("Nimbrel.db.disk"), SerialQueue::Priority::utility) {
   diskQueue_.runAndWait([this] { openDisk(); });
-  indexQueue_.runAndWait([this] { openIndex(); });
 }
 
 ClipDatabase::~ClipDatabase() = default;
@@ -139,16 +109,6 @@ void ClipDatabase::openDisk() {
     disk_ = openAndMigrate(url_);
   } catch (const SQLError& error) {
     logFailure(kCannotOpen, error.description());
-  }
-}
-
-void ClipDatabase::openIndex() {
-  try {
-    auto index = std::make_unique<SQLiteConnection>(":memory:");
-    index->execute("CREATE VIRTUAL TABLE fts USING fts5(id UNINDEXED, body, tokenize = 'trigram')");
-    index_ = std::move(index);
-  } catch (const SQLError& error) {
-    logFailure("No se pudo crear el índice de búsqueda (se buscará sin índice)", error.description());
   }
 }
 
@@ -195,7 +155,7 @@ void ClipDatabase::save(const ClipRef& clip) {
       logFailure(kCannotSave, error.description());
     }
   });
-  index(clip);
+  index_.put(clip);
 }
 
 bool ClipDatabase::saveMany(const QList<ClipItem>& clips) {
@@ -242,14 +202,7 @@ void ClipDatabase::remove(const QList<QUuid>& ids, Traces traces) {
       logFailure("No se pudo borrar", error.description());
     }
   });
-  indexQueue_.post([this, ids] {
-    if (!index_) return;
-    try {
-      deleteById(*index_, "DELETE FROM fts WHERE id = ?", ids);
-    } catch (const SQLError& error) {
-      logFailure("No se pudo actualizar el índice", error.description());
-    }
-  });
+  index_.remove(ids);
 }
 
 void ClipDatabase::eraseTraces(int attemptsLeft) {
@@ -269,56 +222,15 @@ void ClipDatabase::eraseTraces(int attemptsLeft) {
 }
 
 void ClipDatabase::index(const ClipRef& clip) {
-  indexQueue_.post([this, clip] {
-    if (!index_) return;
-    try {
-      SQLTransaction transaction(*index_);
-      index_->run("DELETE FROM fts WHERE id = ?", {sqlText(clipIdText(clip->clip.id))});
-      insertBody(*index_, *clip);
-      transaction.commit();
-    } catch (const SQLError& error) {
-      logFailure("No se pudo indexar", error.description());
-    }
-  });
+  index_.put(clip);
 }
 
 void ClipDatabase::rebuildIndex(const QList<ClipRef>& clips) {
-  ++pendingRebuilds_;
-  indexQueue_.post([this, clips] {
-    if (index_) {
-      try {
-        SQLTransaction transaction(*index_);
-        index_->execute("DELETE FROM fts");
-        for (const ClipRef& clip : clips)
-          insertBody(*index_, *clip);
-        transaction.commit();
-      } catch (const SQLError& error) {
-        logFailure("No se pudo reconstruir el índice", error.description());
-      }
-    }
-    --pendingRebuilds_;
-  });
+  index_.rebuild(clips);
 }
 
 std::optional<QSet<QUuid>> ClipDatabase::search(const QList<QByteArray>& terms) {
-  if (terms.isEmpty() || pendingRebuilds_ > 0) return std::nullopt;
-  return indexQueue_.runAndWait([&]() -> std::optional<QSet<QUuid>> {
-    if (!index_) return std::nullopt;
-    try {
-      QSet<QUuid> ids;
-      index_->run("SELECT id FROM fts WHERE fts MATCH ?", {SQLText{matchExpression(terms)}},
-                  [&](sqlite3_stmt* row) {
-                    const auto* const text = reinterpret_cast<const char*>(sqlite3_column_text(row, 0));
-                    if (const auto id = clipIdFromText(QString::fromLatin1(text))) ids.insert(*id);
-                    if (ids.size() > kMaxAnswer) sqlite3_interrupt(sqlite3_db_handle(row));
-                  });
-      return ids;
-    } catch (const SQLError& error) {
-      if (error.code == SQLITE_INTERRUPT) return std::nullopt;
-      logFailure("Búsqueda fallida", error.description());
-      return std::nullopt;
-    }
-  });
+  return index_.search(terms);
 }
 
 std::optional<QSet<QString>> ClipDatabase::referencedImageFiles() {
@@ -360,7 +272,7 @@ void ClipDatabase::checkpoint() {
 
 void ClipDatabase::flush() {
   diskQueue_.runAndWait([] {});
-  indexQueue_.runAndWait([] {});
+  index_.flush();
 }
 
 }  // namespace nimbrel

@@ -4,12 +4,12 @@
 #include <QList>
 #include <QSet>
 #include <QString>
-#include <atomic>
 #include <memory>
 #include <optional>
 
 #include "capture/model/ClipItem.h"
 #include "capture/model/IndexedClip.h"
+#include "storage/ClipIndex.h"
 #include "storage/HistoryCipher.h"
 #include "storage/SQLiteConnection.h"
 #include "storage/SerialQueue.h"
@@ -74,9 +74,7 @@ class ClipDatabase final {
   /// Fills the index with exactly these clips. Until it is done, searches give no answer.
   void rebuildIndex(const QList<ClipRef>& clips);
 
-  /// The ids of the clips whose body contains every one of the folded terms, each of three characters or
-  /// more; *waits*. Nothing when the index cannot answer, and when the terms are so common that looking at
-  /// every clip is faster than listing those that match.
+  /// As `ClipIndex::search`; *waits*.
   [[nodiscard]] std::optional<QSet<QUuid>> search(const QList<QByteArray>& terms);
 
   /// The names of the files that rows refer to; *waits*. Nothing when they cannot be told, and then no file
@@ -92,19 +90,15 @@ class ClipDatabase final {
 
  private:
   void openDisk();
-  void openIndex();
   void eraseTraces(int attemptsLeft);
   [[nodiscard]] std::optional<QSet<QString>> referencedFiles(const char* sql, const char* message);
 
   const QString url_;
   HistoryCipher& cipher_;
   std::unique_ptr<SQLiteConnection> disk_;
-  std::unique_ptr<SQLiteConnection> index_;
-  /// Rebuilds that have been asked for and are not finished.
-  std::atomic<int> pendingRebuilds_ = 0;
-  // Last members, first to go: the queues finish their work while the connections still exist.
+  ClipIndex index_;
+  // Last member, first to go: the queue finishes its work while the connection still exists.
   SerialQueue diskQueue_;
-  SerialQueue indexQueue_;
 };
 
 }  // namespace nimbrel
