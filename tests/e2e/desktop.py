@@ -1,4 +1,4 @@
-"""Drives the program and others on a virtual desktop with real keys. Waits on conditions, never for a time."""
+"""Drives the program and others on a virtual desktop with real keys, and waits on conditions."""
 import os
 import pathlib
 import signal
@@ -94,6 +94,13 @@ class Nimbrel:
             return connection.execute("SELECT COUNT(*) FROM clips").fetchone()[0]
         except sqlite3.OperationalError:
             return 0
+        finally:
+            connection.close()
+
+    def integrity(self):
+        connection = sqlite3.connect(f"file:{self.database}?mode=ro", uri=True)
+        try:
+            return connection.execute("PRAGMA integrity_check").fetchone()[0]
         finally:
             connection.close()
 

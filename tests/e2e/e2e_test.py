@@ -108,8 +108,9 @@ class EndToEnd(unittest.TestCase):
         self.finish_field(client, "canción de cuna")
 
     def finish_field(self, client, text):
-        # The keystroke follows the panel's going by 60 ms; a field that is confirmed earlier would be empty.
-        time.sleep(0.5)
+        # The keystroke follows the panel's going by 60 ms; a field that is confirmed earlier would be empty, and what
+        # arrives in it cannot be seen from outside before.
+        time.sleep(1)
         key("Return")
         self.assertEqual(client.process.communicate(timeout=desktop.PATIENCE)[0].strip(), text)
 
@@ -224,8 +225,10 @@ class EndToEnd(unittest.TestCase):
                 desktop.copy(f"ráfaga {round_number} {number}")
             self.nimbrel.kill()
             before = self.nimbrel.count()
+            self.assertGreater(before, 0)
             self.nimbrel.start()
             self.assertGreaterEqual(self.nimbrel.count(), before)
+            self.assertEqual(self.nimbrel.integrity(), "ok")
 
     def test_no_copy_of_a_hundred_quick_ones_is_lost(self):
         for number in range(100):
