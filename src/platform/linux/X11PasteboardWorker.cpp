@@ -16,6 +16,10 @@ using namespace std::chrono_literals;
 
 Q_LOGGING_CATEGORY(pasteboardLog, "clipboard")
 
+/// Why a read ended before its owner had answered, as the log says it.
+constexpr const char* kPastedFirst = "se pegó un elemento antes";
+constexpr const char* kCopiedFirst = "se copió otra cosa antes de que contestara";
+
 /// What may wait for the main thread; far more than it ever leaves waiting.
 constexpr std::size_t kMaxReadySnapshots = 4096;
 constexpr qint64 kMaxReadyBytes = 128 * 1024 * 1024;
@@ -164,7 +168,7 @@ void X11Pasteboard::Worker::takeWishes() {
   }
   if (clear) clearSelection();
   if (content) {
-    abandonRead("se pegó un elemento antes");
+    abandonRead(kPastedFirst);
     content_ = std::move(*content);
     ownChange_ = {.clipboard = true, .primary = false};
     askServerTime();
@@ -194,7 +198,7 @@ void X11Pasteboard::Worker::applyOwnChange(xcb_timestamp_t time) {
   const OwnChange change = std::exchange(ownChange_, {});
   xcb_connection_t* const x = connection_.get();
   if (change.clipboard) {
-    abandonRead("se pegó un elemento antes");
+    abandonRead(kPastedFirst);
     // What was lent for the paste before this one is over.
     withdrawPrimary();
     server_.offer(clipboard_, content_, time);
@@ -278,9 +282,9 @@ void X11Pasteboard::Worker::ownerChanged(const xcb_generic_event_t& event) {
     // The server's word on the order of things: whatever was noticed before came before.
     contentIsOurs_ = true;
     ownerTime_ = notify.selection_timestamp;
-    return abandonRead("se pegó un elemento antes");
+    return abandonRead(kPastedFirst);
   }
-  abandonRead("se copió otra cosa antes de que contestara");
+  abandonRead(kCopiedFirst);
   contentIsOurs_ = false;
   if (!ownChange_.clipboard) content_ = {};
   withdrawPrimary();
@@ -290,14 +294,12 @@ void X11Pasteboard::Worker::ownerChanged(const xcb_generic_event_t& event) {
   const bool taken =
       notify.subtype == XCB_XFIXES_SELECTION_EVENT_SET_SELECTION_OWNER && notify.owner != XCB_WINDOW_NONE;
   if (taken) return beginRead(notify.selection_timestamp);
-  PasteboardSnapshot nothing;
-  nothing.changedAt = changedAt_;
-  publish(std::move(nothing));
+  publish({});
 }
 
 void X11Pasteboard::Worker::noteSuperseded(const xcb_generic_event_t& event) {
   const auto& notify = eventAs<xcb_xfixes_selection_notify_event_t>(event);
-  abandonRead("se copió otra cosa antes de que contestara");
+  abandonRead(kCopiedFirst);
   if (notify.owner != window_ && notify.owner != XCB_WINDOW_NONE)
     qCWarning(pasteboardLog, "No se pudo leer lo copiado: se copió otra cosa enseguida");
 }
@@ -313,8 +315,6 @@ void X11Pasteboard::Worker::abandonRead(const char* reason) {
     qCWarning(pasteboardLog, "No se pudo leer lo copiado: %s", reason);
     return;
   }
-  snapshot.frontApplication = frontAtChange_;
-  snapshot.changedAt = changedAt_;
   publish(std::move(snapshot));
 }
 
@@ -341,12 +341,12 @@ void X11Pasteboard::Worker::settleRead() {
   if (failed)
     qCWarning(pasteboardLog, "No se pudo leer lo copiado: %s no contestó a tiempo",
               qUtf8Printable(frontAtChange_ ? frontAtChange_->name : QStringLiteral("la aplicación")));
-  snapshot.frontApplication = frontAtChange_;
-  snapshot.changedAt = changedAt_;
   publish(std::move(snapshot));
 }
 
 void X11Pasteboard::Worker::publish(PasteboardSnapshot snapshot) {
+  snapshot.frontApplication = frontAtChange_;
+  snapshot.changedAt = changedAt_;
   {
     const std::lock_guard lock(owner_.shared_.mutex);
     auto& shared = owner_.shared_;
