@@ -13,6 +13,10 @@ ClipItem textClip(const QString& text, double secondsSince1970) {
   return clip;
 }
 
+ClipRef indexed(const ClipItem& clip) {
+  return std::make_shared<const IndexedClip>(clip);
+}
+
 StoreFixture::StoreFixture() = default;
 StoreFixture::~StoreFixture() {
   quit();
@@ -43,6 +47,11 @@ void StoreFixture::copyText(const QString& text) {
   pasteboard.copyText(text);
   clock.advance(std::chrono::seconds(1));
   store_->tick();
+}
+
+void StoreFixture::copySecret(const QString& text) {
+  grader.grades.insert(text, SensitivityLevel::hard);
+  copyText(text);
 }
 
 QStringList StoreFixture::texts() const {

@@ -16,6 +16,9 @@ namespace nimbrel::testing {
 /// A text clip with everything that most tests do not care about filled in.
 [[nodiscard]] ClipItem textClip(const QString& text, double secondsSince1970 = 1000);
 
+/// The same clip as the history hands it around.
+[[nodiscard]] ClipRef indexed(const ClipItem& clip);
+
 /// A store on fake ports and a real database in a folder of its own.
 class StoreFixture : public ::testing::Test {
  protected:
@@ -31,6 +34,8 @@ class StoreFixture : public ::testing::Test {
 
   /// Copies in another program and lets the store see it.
   void copyText(const QString& text);
+  /// The same with a text that is graded as a credential.
+  void copySecret(const QString& text);
   [[nodiscard]] QStringList texts() const;
   [[nodiscard]] const ClipItem& clip(qsizetype row) const { return store_->items().at(row)->clip; }
   [[nodiscard]] QString path(const QString& name) const { return folder_.filePath(name); }

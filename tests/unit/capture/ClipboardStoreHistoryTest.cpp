@@ -10,13 +10,7 @@ namespace {
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
-class History : public testing::StoreFixture {
- protected:
-  void copySecret(const QString& text) {
-    grader.grades.insert(text, SensitivityLevel::hard);
-    copyText(text);
-  }
-};
+class History : public testing::StoreFixture {};
 
 TEST_F(History, IsThereAgainAfterARestart) {
   launch();

@@ -17,10 +17,6 @@ class Search : public testing::StoreFixture {
       texts.append(clip->clip.text);
     return texts;
   }
-  void copySecret(const QString& text) {
-    grader.grades.insert(text, SensitivityLevel::hard);
-    copyText(text);
-  }
 };
 
 TEST_F(Search, FindsTermsWhateverTheirCaseAndAccents) {

@@ -8,11 +8,8 @@ namespace nimbrel {
 namespace {
 
 using namespace Qt::StringLiterals;
+using testing::indexed;
 using testing::textClip;
-
-ClipRef ref(const ClipItem& clip) {
-  return std::make_shared<const IndexedClip>(clip);
-}
 
 QStringList textsOf(const HistoryList& list) {
   QStringList texts;
@@ -36,13 +33,13 @@ ClipItem expiringClip(const QString& text, double at) {
 TEST(HistoryList, PutsTheNewestFirst) {
   HistoryList list;
   for (const auto* text : {u"a", u"b", u"c"})
-    list.insertAtTop(ref(textClip(QString::fromUtf16(text))));
+    list.insertAtTop(indexed(textClip(QString::fromUtf16(text))));
   EXPECT_EQ(textsOf(list), (QStringList{u"c"_s, u"b"_s, u"a"_s}));
 }
 
 TEST(HistoryList, HoldsEachIdOnce) {
   const ClipItem clip = textClip(u"a"_s);
-  EXPECT_EQ(HistoryList({ref(clip), ref(clip)}).size(), 1);
+  EXPECT_EQ(HistoryList({indexed(clip), indexed(clip)}).size(), 1);
 }
 
 TEST(HistoryList, FindsTextsByHashAndOldOnesByContent) {
@@ -50,7 +47,7 @@ TEST(HistoryList, FindsTextsByHashAndOldOnesByContent) {
   old.textHash.reset();
   ClipItem file = textClip(u"nuevo"_s);
   file.fileURLString = u"file:///nuevo"_s;
-  HistoryList list({ref(file), ref(textClip(u"nuevo"_s)), ref(old)});
+  HistoryList list({indexed(file), indexed(textClip(u"nuevo"_s)), indexed(old)});
   EXPECT_EQ(list.rowOfText(u"nuevo"_s, *textClip(u"nuevo"_s).textHash), 1);
   EXPECT_EQ(list.rowOfText(u"viejo"_s, *textClip(u"viejo"_s).textHash), 2);
   EXPECT_FALSE(list.rowOfText(u"otro"_s, *textClip(u"otro"_s).textHash));
@@ -63,15 +60,15 @@ TEST(HistoryList, FindsImagesByHash) {
   ClipItem image = textClip(QString());
   image.imageFile = u"A.png"_s;
   image.imageHash = u"abc"_s;
-  HistoryList list({ref(textClip(u"a"_s)), ref(image)});
+  HistoryList list({indexed(textClip(u"a"_s)), indexed(image)});
   EXPECT_EQ(list.rowOfImage(u"abc"_s), 1);
   list.removeAt(1);
   EXPECT_FALSE(list.rowOfImage(u"abc"_s));
 }
 
 TEST(HistoryList, NamesTheOldestUnpinnedClipsBeyondTheCapacity) {
-  const HistoryList list({ref(textClip(u"0"_s)), ref(pinnedClip(u"1"_s)), ref(textClip(u"2"_s)),
-                          ref(textClip(u"3"_s)), ref(pinnedClip(u"4"_s))});
+  const HistoryList list({indexed(textClip(u"0"_s)), indexed(pinnedClip(u"1"_s)), indexed(textClip(u"2"_s)),
+                          indexed(textClip(u"3"_s)), indexed(pinnedClip(u"4"_s))});
   EXPECT_TRUE(list.rowsBeyond(3).isEmpty());
   EXPECT_EQ(list.rowsBeyond(1), (QList<qsizetype>{3, 2}));
   EXPECT_EQ(list.rowsBeyond(0), (QList<qsizetype>{3, 2, 0}));
@@ -80,8 +77,8 @@ TEST(HistoryList, NamesTheOldestUnpinnedClipsBeyondTheCapacity) {
 TEST(HistoryList, NamesTheUnpinnedClipsWhoseTimeHasCome) {
   ClipItem pinned = expiringClip(u"1"_s, 5);
   pinned.pinned = true;
-  HistoryList list(
-      {ref(expiringClip(u"0"_s, 10)), ref(pinned), ref(expiringClip(u"2"_s, 20)), ref(textClip(u"3"_s))});
+  HistoryList list({indexed(expiringClip(u"0"_s, 10)), indexed(pinned), indexed(expiringClip(u"2"_s, 20)),
+                    indexed(textClip(u"3"_s))});
   EXPECT_TRUE(list.rowsExpiredAt(timestampFromUnixSeconds(9.75)).isEmpty());
   EXPECT_EQ(list.rowsExpiredAt(timestampFromUnixSeconds(10)), QList<qsizetype>{0});
   EXPECT_EQ(list.rowsExpiredAt(timestampFromUnixSeconds(20)), (QList<qsizetype>{2, 0}));
@@ -89,14 +86,14 @@ TEST(HistoryList, NamesTheUnpinnedClipsWhoseTimeHasCome) {
 
 TEST(HistoryList, KeepsItsCountsThroughReplacements) {
   const ClipItem clip = textClip(u"a"_s);
-  HistoryList list({ref(clip), ref(textClip(u"b"_s))});
+  HistoryList list({indexed(clip), indexed(textClip(u"b"_s))});
   ClipItem pinned = clip;
   pinned.pinned = true;
-  list.replace(0, ref(pinned));
+  list.replace(0, indexed(pinned));
   EXPECT_EQ(list.rowsBeyond(0), QList<qsizetype>{1});
   list.replaceAtTop(1, list.at(1));
   EXPECT_EQ(textsOf(list), (QStringList{u"b"_s, u"a"_s}));
-  list.replace(1, ref(clip));
+  list.replace(1, indexed(clip));
   EXPECT_EQ(list.rowsBeyond(0), (QList<qsizetype>{1, 0}));
 }
 

@@ -16,11 +16,8 @@ namespace nimbrel {
 namespace {
 
 using namespace Qt::StringLiterals;
+using testing::indexed;
 using testing::textClip;
-
-ClipRef indexed(const ClipItem& clip) {
-  return std::make_shared<const IndexedClip>(clip);
-}
 
 /// The database over a disk that fails when told to.
 class ClipDatabaseFailure : public ::testing::Test {

@@ -15,11 +15,8 @@ namespace nimbrel {
 namespace {
 
 using namespace Qt::StringLiterals;
+using testing::indexed;
 using testing::textClip;
-
-ClipRef indexed(const ClipItem& clip) {
-  return std::make_shared<const IndexedClip>(clip);
-}
 
 class ClipDatabaseTest : public ::testing::Test {
  protected:
