@@ -1,0 +1,65 @@
+#include "platform/linux/imaging/ConfinedImaging.h"
+
+namespace nimbrel {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto kCodecLimit = 15s;
+constexpr auto kTextLimit = 90s;
+
+ImagingTask taskOf(ImageCodec::Format format) {
+  switch (format) {
+    case ImageCodec::Format::tiff:
+      return ImagingTask::encodeTiff;
+    case ImageCodec::Format::bmp:
+      return ImagingTask::encodeBmp;
+    case ImageCodec::Format::jpeg:
+      return ImagingTask::encodeJpeg;
+  }
+  return ImagingTask::encodeTiff;
+}
+
+/// One field of the reply, or the error.
+template <typename Result, typename Take>
+std::variant<Result, ImageError> taken(std::variant<ImagingReply, ImageError> reply, Take&& take) {
+  if (const auto* const error = std::get_if<ImageError>(&reply)) return *error;
+  return take(std::get<ImagingReply>(std::move(reply)));
+}
+
+}  // namespace
+
+ConfinedImageCodec::ConfinedImageCodec(const QString& program)
+    : helper_(program, ImagingSkill::codec, kCodecLimit) {}
+
+std::variant<ImageCodec::Encoded, ImageError> ConfinedImageCodec::encodePng(const QByteArray& image,
+                                                                            int maxPixelSize) {
+  return taken<Encoded>(
+      helper_.ask({.task = ImagingTask::encodePng, .maxPixelSize = maxPixelSize, .image = image}),
+      [](ImagingReply reply) {
+        return Encoded{std::move(reply.data), std::move(reply.thumbnail)};
+      });
+}
+
+std::variant<QImage, ImageError> ConfinedImageCodec::thumbnail(const QByteArray& image, int maxPixelSize) {
+  return taken<QImage>(
+      helper_.ask({.task = ImagingTask::thumbnail, .maxPixelSize = maxPixelSize, .image = image}),
+      [](ImagingReply reply) { return std::move(reply.thumbnail); });
+}
+
+std::variant<QByteArray, ImageError> ConfinedImageCodec::convert(const QByteArray& image, Format format) {
+  return taken<QByteArray>(helper_.ask({.task = taskOf(format), .maxPixelSize = 0, .image = image}),
+                           [](ImagingReply reply) { return std::move(reply.data); });
+}
+
+ConfinedTextRecognizer::ConfinedTextRecognizer(const QString& program)
+    : helper_(program, ImagingSkill::text, kTextLimit) {}
+
+std::variant<QList<RecognizedLine>, ImageError> ConfinedTextRecognizer::recognizeText(
+    const QByteArray& image) {
+  return taken<QList<RecognizedLine>>(
+      helper_.ask({.task = ImagingTask::recognizeText, .maxPixelSize = 0, .image = image}),
+      [](ImagingReply reply) { return std::move(reply.lines); });
+}
+
+}  // namespace nimbrel

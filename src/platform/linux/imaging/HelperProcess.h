@@ -1,0 +1,59 @@
+#pragma once
+
+#include <sys/types.h>
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+#include <chrono>
+#include <optional>
+#include <variant>
+
+#include "platform/linux/FileDescriptor.h"
+
+namespace nimbrel {
+
+/// One run of the imaging helper, from its start to its end; speaks frames over a socket that is the helper's
+/// standard input and output. The helper inherits no other descriptor and no environment. Ends with this
+/// object. One thread at a time.
+class HelperProcess final {
+ public:
+  using Deadline = std::chrono::steady_clock::time_point;
+
+  /// Why an exchange gave no reply.
+  enum class Failure {
+    /// The helper had ended before it saw the request, as it does when idle; another one can be asked.
+    gone,
+    /// It crashed, was killed, or said something that is no reply.
+    broken,
+    /// It did not answer in time and has been killed.
+    late,
+  };
+
+  /// Starts a program; nothing when it cannot be started.
+  [[nodiscard]] static std::optional<HelperProcess> start(const QString& program,
+                                                          const QStringList& arguments);
+
+  HelperProcess(HelperProcess&& other) noexcept;
+  HelperProcess& operator=(HelperProcess&& other) noexcept;
+  ~HelperProcess();
+
+  /// Sends one frame and waits for the other.
+  [[nodiscard]] std::variant<QByteArray, Failure> exchange(const QByteArray& frame, Deadline deadline);
+
+  [[nodiscard]] pid_t processId() const { return pid_; }
+
+ private:
+  HelperProcess(pid_t pid, FileDescriptor channel);
+
+  [[nodiscard]] std::optional<Failure> send(const QByteArray& bytes, Deadline deadline);
+  [[nodiscard]] std::variant<QByteArray, Failure> receive(qsizetype length, Deadline deadline);
+  [[nodiscard]] bool waitFor(short events, Deadline deadline) const;
+  [[nodiscard]] bool endedInPeace();
+  void end();
+
+  pid_t pid_ = -1;
+  FileDescriptor channel_;
+};
+
+}  // namespace nimbrel

@@ -1,0 +1,20 @@
+#pragma once
+
+namespace nimbrel {
+
+/// What a confined process may use.
+struct ConfinementLimits final {
+  /// Bytes of address space.
+  unsigned long long memory = 0;
+  /// Seconds of processor time in its whole life.
+  unsigned long long processorSeconds = 0;
+};
+
+/// Shuts the calling process in for good: from now on it can use the memory and the descriptors that it has,
+/// and nothing else. No files (Landlock, where the kernel has it, and the filter of system calls), no
+/// network, no other processes, no new programs, no core dumps; it dies with its parent. False when the
+/// kernel does not filter system calls; then the process must not look at anything that it was not sure of
+/// before.
+[[nodiscard]] bool confineThisProcess(const ConfinementLimits& limits);
+
+}  // namespace nimbrel

@@ -1,0 +1,105 @@
+#include <fcntl.h>
+#include <poll.h>
+#include <unistd.h>
+
+#include <QCoreApplication>
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <memory>
+#include <optional>
+
+#include "platform/linux/imaging/ImagingMessages.h"
+#include "platform/linux/imaging/helper/BoundedImage.h"
+#include "platform/linux/imaging/helper/Confinement.h"
+#include "platform/linux/imaging/helper/ImagingService.h"
+#include "platform/linux/imaging/helper/LineRecognizer.h"
+
+namespace nimbrel {
+namespace {
+
+/// Memory goes back to the system when nobody has asked for anything for so long.
+constexpr int kIdleMilliseconds = 20'000;
+
+constexpr qsizetype kReadBytes = 1 << 20;
+
+/// The given number of bytes, or nothing when the other side has gone.
+std::optional<QByteArray> receive(qsizetype length) {
+  QByteArray bytes;
+  while (bytes.size() < length) {
+    const qsizetype have = bytes.size();
+    const qsizetype want = std::min(length - have, kReadBytes);
+    bytes.resize(have + want);
+    const ssize_t count = read(STDIN_FILENO, bytes.data() + have, static_cast<size_t>(want));
+    bytes.resize(have + std::max<ssize_t>(count, 0));
+    if (count == 0 || (count < 0 && errno != EINTR)) return std::nullopt;
+  }
+  return bytes;
+}
+
+bool send(const QByteArray& bytes) {
+  qsizetype sent = 0;
+  while (sent < bytes.size()) {
+    const ssize_t count =
+        write(STDOUT_FILENO, bytes.constData() + sent, static_cast<size_t>(bytes.size() - sent));
+    if (count < 0 && errno != EINTR) return false;
+    sent += std::max<ssize_t>(count, 0);
+  }
+  return true;
+}
+
+bool isIdle() {
+  pollfd watched{STDIN_FILENO, POLLIN, 0};
+  int ready = -1;
+  do {
+    ready = poll(&watched, 1, kIdleMilliseconds);
+  } while (ready < 0 && errno == EINTR);
+  return ready == 0;
+}
+
+/// Answers one request; false when there will be no other.
+bool serveOne(LineRecognizer* recognizer) {
+  const auto header = receive(kFrameHeaderBytes);
+  const auto length = header ? announcedLength(*header) : std::nullopt;
+  const auto frame = length ? receive(*length) : std::nullopt;
+  const auto request = frame ? decodeRequest(*frame) : std::nullopt;
+  if (!request) return false;
+  const QByteArray reply = encodeReply(answer(*request, recognizer));
+  return send(frameHeader(reply)) && send(reply);
+}
+
+/// What the libraries have to say about a picture is nobody's business. Gives where messages went before.
+int muteStandardError() {
+  const int before = dup(STDERR_FILENO);
+  const int nowhere = open("/dev/null", O_WRONLY | O_CLOEXEC);
+  dup2(nowhere, STDERR_FILENO);
+  close(nowhere);
+  return before;
+}
+
+int serve(bool readsText) {
+  constexpr unsigned long long kMegabyte = 1 << 20;
+  const ConfinementLimits limits{.memory = 2048 * kMegabyte, .processorSeconds = 600};
+  // Everything that comes from files comes before the door shuts.
+  loadImageDecoders();
+  const auto recognizer = readsText ? LineRecognizer::load() : nullptr;
+  const int log = muteStandardError();
+  if (!confineThisProcess(limits)) {
+    dprintf(log, "nimbrel-imaging: el núcleo no permite aislar el proceso\n");
+    return 1;
+  }
+  while (!isIdle() && serveOne(recognizer.get())) {
+  }
+  return 0;
+}
+
+}  // namespace
+}  // namespace nimbrel
+
+int main(int argc, char** argv) {
+  // Its event loop would open more descriptors than a confined thread may.
+  qputenv("QT_NO_GLIB", "1");
+  const QCoreApplication application(argc, argv);
+  return nimbrel::serve(argc > 1 && std::strcmp(argv[1], "text") == 0);
+}
