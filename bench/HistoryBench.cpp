@@ -6,6 +6,7 @@
 #include <QTemporaryDir>
 
 #include "bench/BenchHistory.h"
+#include "capture/ClipFiles.h"
 #include "capture/ClipboardStore.h"
 #include "panel/ContentView.h"
 #include "platform/PasteboardTypes.h"
@@ -51,6 +52,26 @@ class NoWorkspace final : public Workspace {
   [[nodiscard]] std::optional<RunningApplication> frontmostApplication() const override { return {}; }
 };
 
+class NoImages final : public ImageCodec {
+ public:
+  [[nodiscard]] std::variant<Encoded, ImageError> encodePng(const QByteArray&, int) override {
+    return ImageError{};
+  }
+  [[nodiscard]] std::variant<QImage, ImageError> thumbnail(const QByteArray&, int) override {
+    return ImageError{};
+  }
+  [[nodiscard]] std::variant<QByteArray, ImageError> convert(const QByteArray&, Format) override {
+    return ImageError{};
+  }
+};
+
+class NoImageTexts final : public ImageTextQueue {
+ public:
+  void setHandler(Recognized) override {}
+  void enqueue(const QUuid&, const QString&) override {}
+  void cancel(const QUuid&) override {}
+};
+
 /// A database file with so many clips, and a store on it.
 class Bench {
  public:
@@ -68,6 +89,7 @@ class Bench {
                                                                  .database = *database,
                                                                  .grader = grader,
                                                                  .files = files,
+                                                                 .images = codec,
                                                                  .imageTexts = imageTexts,
                                                                  .makeId = &QUuid::createUuid});
   }
@@ -86,8 +108,10 @@ class Bench {
   NoWorkspace workspace;
   SystemClock clock;
   NoTextGrader grader;
-  NoSideFiles files;
-  NoImageTextQueue imageTexts;
+  NoImages codec;
+  BlobFiles blobs{folder.path(), cipher, clock};
+  ClipFiles files{blobs, codec};
+  NoImageTexts imageTexts;
   std::unique_ptr<ClipDatabase> database;
   std::unique_ptr<ClipboardStore> store;
 };

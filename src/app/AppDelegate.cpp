@@ -9,11 +9,21 @@
 #include "storage/StorageDirectory.h"
 
 namespace nimbrel {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto kSweepDelay = 15s;
+
+}  // namespace
 
 AppDelegate::AppDelegate(Platform& platform, HistoryCipher& cipher, const QString& storageDirectory)
     : platform_(platform),
       permission_(*platform.accessibility),
+      blobs_(storageDirectory, cipher, clock_),
+      files_(blobs_, *platform.imageCodec),
       database_(databasePath(storageDirectory), cipher),
+      imageTexts_(files_, *platform.textRecognizer),
       store_({.settings = settings_,
               .pasteboard = *platform.pasteboard,
               .workspace = *platform.workspace,
@@ -21,6 +31,7 @@ AppDelegate::AppDelegate(Platform& platform, HistoryCipher& cipher, const QStrin
               .database = database_,
               .grader = grader_,
               .files = files_,
+              .images = *platform.imageCodec,
               .imageTexts = imageTexts_,
               .makeId = &QUuid::createUuid}) {}
 
@@ -35,6 +46,7 @@ void AppDelegate::applicationDidFinishLaunching() {
   statusItem_ = platform_.makeStatusItem(drawSymbol);
   statusItem_->setActivationHandler([this] { panel_->togglePanel(); });
   connect(&store_, &ClipboardStore::pauseChanged, this, [this] { refreshStatusItem(); });
+  connect(&store_, &ClipboardStore::queueChanged, this, [this] { refreshStatusItem(); });
   panel_ = std::make_unique<PanelController>(PanelParts{.store = store_,
                                                         .permission = permission_,
                                                         .keystrokes = *platform_.keystrokes,
@@ -44,6 +56,25 @@ void AppDelegate::applicationDidFinishLaunching() {
   dispatcher_ = std::make_unique<HotKeyDispatcher>(*platform_.hotKeys);
   hotKey_ = std::make_unique<HotKey>(*dispatcher_, [this] { panel_->togglePanel(); });
   registerHotKey(*hotKey_, settings_.hotKey);
+  nextHotKey_ = std::make_unique<HotKey>(*dispatcher_, [this] { pasteNextQueued(); });
+  registerHotKey(*nextHotKey_, settings_.nextHotKey);
+  // The first seconds belong to the user.
+  sweepTimer_.setSingleShot(true);
+  connect(&sweepTimer_, &QTimer::timeout, this, [this] { files_.sweepOrphans(database_); });
+  sweepTimer_.start(kSweepDelay);
+}
+
+void AppDelegate::pasteNextQueued() {
+  if (store_.queuedIDs().isEmpty()) return;
+  const QUuid id = store_.queuedIDs().first();
+  const auto row = store_.items().rowOf(id);
+  if (!row || !store_.copyToPasteboard(store_.items().at(*row)->clip, false)) return;
+  store_.removeFromQueue(id);
+  permission_.recheck();
+  if (permission_.accessibilityGranted())
+    platform_.keystrokes->postPaste();
+  else
+    permission_.requestAccessibility();
 }
 
 void AppDelegate::registerHotKey(HotKey& hotKey, const HotKeyCombo& combo) {
@@ -53,12 +84,13 @@ void AppDelegate::registerHotKey(HotKey& hotKey, const HotKeyCombo& combo) {
 }
 
 void AppDelegate::refreshStatusItem() {
-  statusItem_->show(statusItemState(store_.isPaused(), 0));
+  statusItem_->show(statusItemState(store_.isPaused(), store_.queuedIDs().size()));
 }
 
 void AppDelegate::applicationWillTerminate() {
   if (std::exchange(terminated_, true)) return;
   store_.sweepExpired();
+  files_.finish();
   database_.checkpoint();
 }
 

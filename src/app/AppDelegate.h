@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <QTimer>
 #include <memory>
 
 #include "app/PanelController.h"
@@ -8,9 +9,12 @@
 #include "app/hotkeys/HotKeyDispatcher.h"
 #include "app/permission/PermissionState.h"
 #include "capture/CaptureServices.h"
+#include "capture/ClipFiles.h"
 #include "capture/ClipboardStore.h"
+#include "capture/ImageTextReader.h"
 #include "platform/Platform.h"
 #include "settings/model/AppSettings.h"
+#include "storage/BlobFiles.h"
 #include "storage/ClipDatabase.h"
 #include "storage/HistoryCipher.h"
 
@@ -38,20 +42,25 @@ class AppDelegate final : public QObject {
  private:
   void registerHotKey(HotKey& hotKey, const HotKeyCombo& combo);
   void refreshStatusItem();
+  void pasteNextQueued();
 
   Platform& platform_;
   SystemClock clock_;
   PermissionState permission_;
   AppSettings settings_;
+  BlobFiles blobs_;
+  // Before what asks for its files to be removed, and so outliving it.
+  ClipFiles files_;
   ClipDatabase database_;
   NoTextGrader grader_;
-  NoSideFiles files_;
-  NoImageTextQueue imageTexts_;
+  ImageTextReader imageTexts_;
   ClipboardStore store_;
   std::unique_ptr<StatusItem> statusItem_;
   std::unique_ptr<PanelController> panel_;
   std::unique_ptr<HotKeyDispatcher> dispatcher_;
   std::unique_ptr<HotKey> hotKey_;
+  std::unique_ptr<HotKey> nextHotKey_;
+  QTimer sweepTimer_;
   bool terminated_ = false;
 };
 

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <QByteArray>
+#include <QImage>
 #include <QString>
+#include <QStringList>
 #include <functional>
 #include <optional>
 
@@ -28,54 +30,69 @@ class NoTextGrader final : public TextGrader {
                                           bool detectCodes) const override;
 };
 
-/// An image that has been stored.
-struct StoredImage final {
-  QString file;
-  /// Of the stored bytes.
+/// An image as it will be stored.
+struct PreparedImage final {
+  QByteArray png;
+  /// Of the PNG.
   QString hash;
+  QImage thumbnail;
 };
 
-/// Keeps what is too large for the database. Main thread; the work itself happens elsewhere.
+/// Names of files beside the database.
+struct SideFileNames final {
+  QStringList images;
+  QStringList rich;
+
+  [[nodiscard]] bool isEmpty() const { return images.isEmpty() && rich.isEmpty(); }
+  SideFileNames& operator+=(const SideFileNames& other) {
+    images += other.images;
+    rich += other.rich;
+    return *this;
+  }
+};
+
+/// Keeps what is too large for the database. Main thread, except where a method says otherwise; what takes
+/// time happens elsewhere, in the order in which it was asked for, and what comes of it is told on the main
+/// thread.
 class SideFiles {
  public:
+  /// A file's name; nothing when it could not be stored.
+  using Stored = std::function<void(const std::optional<QString>& name)>;
+
   virtual ~SideFiles() = default;
 
-  /// Stores an image; `done` is called on the main thread, with nothing when it could not be stored.
-  virtual void storeImage(const QByteArray& data, std::function<void(std::optional<StoredImage>)> done) = 0;
+  /// Turns a copied image into what is stored of it; nothing when it is no image that can be kept.
+  virtual void prepareImage(const QByteArray& data,
+                            std::function<void(const std::optional<PreparedImage>&)> done) = 0;
+  virtual void storeImage(const PreparedImage& image, Stored done) = 0;
 
-  /// Stores a text's formatted form and gives its file name; nothing when it is not kept.
-  [[nodiscard]] virtual std::optional<QString> storeRich(const RichContent& content) = 0;
+  /// Stores a text's formatted form.
+  virtual void storeRich(const RichContent& content, Stored done) = 0;
 
-  /// The stored bytes; nothing when they are missing or cannot be opened.
+  /// The stored bytes, *waiting* for the disk; nothing when they are missing or cannot be opened. Any thread.
   [[nodiscard]] virtual std::optional<QByteArray> loadImage(const QString& file) = 0;
   [[nodiscard]] virtual std::optional<QByteArray> loadRich(const QString& file) = 0;
 
-  /// Removes a clip's files; errors are ignored.
-  virtual void removeFilesOf(const ClipItem& clip) = 0;
+  /// Removes files; errors are ignored. Any thread.
+  virtual void remove(const SideFileNames& names) = 0;
 };
 
-/// Keeps no files at all.
-class NoSideFiles final : public SideFiles {
- public:
-  void storeImage(const QByteArray& data, std::function<void(std::optional<StoredImage>)> done) override;
-  [[nodiscard]] std::optional<QString> storeRich(const RichContent& content) override;
-  [[nodiscard]] std::optional<QByteArray> loadImage(const QString& file) override;
-  [[nodiscard]] std::optional<QByteArray> loadRich(const QString& file) override;
-  void removeFilesOf(const ClipItem& clip) override;
-};
-
-/// Reads the text in stored images. Main thread; results arrive later through the store.
+/// Reads the text in stored images, one after the other. Main thread.
 class ImageTextQueue {
  public:
+  /// The recognised text, empty when there is none; called on the main thread.
+  using Recognized = std::function<void(const QUuid& id, const QString& text)>;
+
   virtual ~ImageTextQueue() = default;
 
-  virtual void enqueue(const ClipItem& clip) = 0;
-};
+  /// Who is told of each result; set before anything is queued.
+  virtual void setHandler(Recognized handler) = 0;
 
-/// Never reads any.
-class NoImageTextQueue final : public ImageTextQueue {
- public:
-  void enqueue(const ClipItem& clip) override;
+  /// Queues a clip's image, once. An image that cannot be read is not tried again.
+  virtual void enqueue(const QUuid& id, const QString& imageFile) = 0;
+
+  /// Forgets a clip, whether it waits or is being read.
+  virtual void cancel(const QUuid& id) = 0;
 };
 
 }  // namespace nimbrel

@@ -8,11 +8,14 @@
 #include <functional>
 #include <optional>
 
-#include "capture/CaptureDecision.h"
 #include "capture/CaptureServices.h"
-#include "capture/HistoryList.h"
+#include "capture/ClipHistory.h"
+#include "capture/ClipRecorder.h"
 #include "capture/HistorySearch.h"
+#include "capture/PasteQueue.h"
+#include "capture/Thumbnails.h"
 #include "platform/Clock.h"
+#include "platform/ImageCodec.h"
 #include "platform/Pasteboard.h"
 #include "platform/Workspace.h"
 #include "settings/model/AppSettings.h"
@@ -29,13 +32,15 @@ struct ClipboardStoreParts final {
   ClipDatabase& database;
   const TextGrader& grader;
   SideFiles& files;
+  ImageCodec& images;
   ImageTextQueue& imageTexts;
   /// Makes the id of a new clip.
   std::function<QUuid()> makeId;
 };
 
-/// The single owner of the history: watches the pasteboard, keeps the clips, writes them back, and announces
-/// each change once, after the fact. Main thread.
+/// The single owner of the history, as the interface and the automation see it: watches the pasteboard, keeps
+/// the clips and the paste queue, writes clips back, and announces each change once, after the fact. Main
+/// thread.
 class ClipboardStore final : public QObject {
   Q_OBJECT
 
@@ -46,19 +51,25 @@ class ClipboardStore final : public QObject {
   ~ClipboardStore() override;
 
   /// The history, newest first.
-  [[nodiscard]] const HistoryList& items() const { return history_; }
+  [[nodiscard]] const HistoryList& items() const { return history_.items(); }
 
   /// Grows with every change that search could see.
-  [[nodiscard]] quint64 revision() const { return revision_; }
+  [[nodiscard]] quint64 revision() const { return history_.revision(); }
 
   /// The clips that match a query, in history order; valid until the next call.
   [[nodiscard]] const QList<ClipRef>& search(const QString& query) {
-    return search_.find(query, history_, revision_);
+    return search_.find(query, history_.items(), history_.revision());
   }
+
+  /// The pictures of image clips.
+  [[nodiscard]] Thumbnails& thumbnails() { return thumbnails_; }
 
   /// Puts a clip on the pasteboard, with or without its formatting, so that capture ignores it. False when
   /// nothing could be written.
   bool copyToPasteboard(const ClipItem& clip, bool plainOnly);
+
+  /// The same with the text recognised in an image; false when there is none.
+  bool copyRecognizedText(const ClipItem& clip);
 
   /// The plain text on the pasteboard, as far as it has been read.
   [[nodiscard]] std::optional<QString> pasteboardText() const { return parts_.pasteboard.currentText(); }
@@ -68,8 +79,28 @@ class ClipboardStore final : public QObject {
 
   void removeClip(const QUuid& id);
 
+  /// Removes every clip that is not pinned.
+  void clearHistory() { history_.clear(); }
+
   /// Pins or unpins a clip; a pinned clip never expires, and unpinning does not give its expiry back.
   void togglePin(const QUuid& id);
+
+  /// Puts a clip into a collection, which pins it, or takes it out with no name or a blank one, which leaves
+  /// it pinned.
+  void setCollection(const QUuid& id, const std::optional<QString>& name);
+
+  /// The names of the collections that have clips, each once, in the order of the user's language.
+  [[nodiscard]] QStringList collections() const;
+
+  /// The clips to paste one after the other, in the order in which they were queued.
+  [[nodiscard]] const QList<QUuid>& queuedIDs() const { return queue_.ids(); }
+  [[nodiscard]] bool isQueued(const QUuid& id) const { return queue_.contains(id); }
+  /// Puts a clip at the end of the queue, unless it is there already.
+  void addToQueue(const QUuid& id);
+  void removeFromQueue(const QUuid& id);
+
+  /// Queues the images whose text has not been looked for; for when the user switches recognition on.
+  void recognizeMissingTexts();
 
   [[nodiscard]] bool isPaused() const { return paused_; }
   void setPaused(bool paused);
@@ -81,42 +112,37 @@ class ClipboardStore final : public QObject {
   void sweepExpired();
 
  Q_SIGNALS:
-  /// A clip is new at row 0.
-  void clipInserted();
-  /// The clip at `row` changed and is now at row 0.
-  void clipMovedToTop(qsizetype row);
+  /// A clip is new at `row`.
+  void clipInserted(qsizetype row);
+  /// The clip at `from` changed and is now at `to`.
+  void clipMoved(qsizetype from, qsizetype to);
   /// The clip at `row` changed in place.
   void clipChanged(qsizetype row);
-  /// The clip is gone.
-  void clipRemoved(const QUuid& id);
+  /// Clips are gone: the rows as they were before, last first, and what was there.
+  void clipsRemoved(const QList<qsizetype>& rows, const QList<ClipRef>& clips);
+  /// The queue has changed and holds so many clips now.
+  void queueChanged(qsizetype count);
   void pauseChanged(bool paused);
 
  private:
   void captureAll(const QList<PasteboardSnapshot>& snapshots);
   [[nodiscard]] bool wasPausedAt(std::optional<std::chrono::steady_clock::time_point> moment) const;
-  void capture(const PasteboardSnapshot& snapshot);
-  void record(const CaptureNothing& decision);
-  void record(const CaptureFiles& decision);
-  void record(const CaptureText& decision);
-  void record(const CaptureImage& decision);
-
-  [[nodiscard]] Timestamp now() const;
-  [[nodiscard]] ClipItem newClip(const ClipSource& source) const;
-  void insert(ClipItem clip);
-  /// Moves a text clip that was copied again to the top; `fresh` is what a new clip of it would be.
-  void recordAgain(qsizetype row, const ClipItem& fresh);
-  void moveToTop(qsizetype row);
-  void removeRows(const QList<qsizetype>& rows);
-  void trim();
+  bool write(const PasteboardContent& content);
+  void forget(const QList<qsizetype>& rows, const QList<ClipRef>& clips);
+  void setRecognizedText(const QUuid& id, const QString& text);
+  void retryFailedWrites();
 
   ClipboardStoreParts parts_;
-  HistoryList history_;
+  ClipHistory history_;
+  Thumbnails thumbnails_;
+  ClipRecorder recorder_;
   HistorySearch search_;
-  quint64 revision_ = 0;
+  PasteQueue queue_;
   qint64 lastChange_ = 0;
   bool paused_ = false;
   /// When capture was last paused or resumed.
   std::optional<std::chrono::steady_clock::time_point> pauseSwitched_;
+  std::chrono::steady_clock::time_point lastRetry_;
   QTimer timer_;
 };
 

@@ -6,13 +6,14 @@ namespace nimbrel {
 
 HistoryList::HistoryList(const QList<ClipRef>& clips) {
   slots_.reserve(clips.size());
-  QSet<QUuid> seen;
-  seen.reserve(clips.size());
+  places_.reserve(clips.size());
+  lastPlace_ = static_cast<Place>(clips.size());
+  Place place = lastPlace_;
   for (const ClipRef& clip : clips) {
-    if (seen.contains(clip->clip.id)) continue;
-    seen.insert(clip->clip.id);
+    if (places_.contains(clip->clip.id)) continue;
+    places_.insert(clip->clip.id, place);
     note(*clip);
-    slots_.append({clip->clip.id, clip});
+    slots_.append({place--, clip});
   }
 }
 
@@ -24,16 +25,22 @@ QList<ClipRef> HistoryList::clips() const {
   return all;
 }
 
-std::optional<qsizetype> HistoryList::rowOf(const QUuid& id) const {
-  const auto found =
-      std::find_if(slots_.begin(), slots_.end(), [&](const Slot& slot) { return slot.id == id; });
-  if (found == slots_.end()) return std::nullopt;
-  return found - slots_.begin();
+qsizetype HistoryList::rowFor(Place place) const {
+  return std::lower_bound(slots_.begin(), slots_.end(), place,
+                          [](const Slot& slot, Place wanted) { return slot.place > wanted; }) -
+         slots_.begin();
 }
 
-std::optional<qsizetype> HistoryList::rowOfHash(const QString& textHash, bool file) const {
+std::optional<qsizetype> HistoryList::rowOf(const QUuid& id) const {
+  const auto place = places_.constFind(id);
+  if (place == places_.constEnd()) return std::nullopt;
+  return rowFor(*place);
+}
+
+std::optional<qsizetype> HistoryList::firstRow(const QMultiHash<QString, QUuid>& table, const QString& hash,
+                                               bool file) const {
   std::optional<qsizetype> first;
-  for (auto [it, end] = byTextHash_.equal_range(textHash); it != end; ++it) {
+  for (auto [it, end] = table.equal_range(hash); it != end; ++it) {
     const auto row = rowOf(*it);
     if (row && slots_.at(*row).clip->clip.isFile() == file && (!first || *row < *first)) first = row;
   }
@@ -41,7 +48,7 @@ std::optional<qsizetype> HistoryList::rowOfHash(const QString& textHash, bool fi
 }
 
 std::optional<qsizetype> HistoryList::rowOfText(const QString& text, const QString& textHash) const {
-  if (const auto row = rowOfHash(textHash, false)) return row;
+  if (const auto row = firstRow(byTextHash_, textHash, false)) return row;
   if (unhashed_ == 0) return std::nullopt;
   const auto found = std::find_if(slots_.begin(), slots_.end(), [&](const Slot& slot) {
     const ClipItem& clip = slot.clip->clip;
@@ -52,21 +59,21 @@ std::optional<qsizetype> HistoryList::rowOfText(const QString& text, const QStri
 }
 
 std::optional<qsizetype> HistoryList::rowOfFiles(const QString& urls, const QString& textHash) const {
-  const auto row = rowOfHash(textHash, true);
+  const auto row = firstRow(byTextHash_, textHash, true);
   if (row && slots_.at(*row).clip->clip.fileURLString == urls) return row;
   return std::nullopt;
 }
 
 std::optional<qsizetype> HistoryList::rowOfImage(const QString& imageHash) const {
-  const auto found = byImageHash_.constFind(imageHash);
-  if (found == byImageHash_.constEnd()) return std::nullopt;
-  return rowOf(*found);
+  return firstRow(byImageHash_, imageHash, false);
 }
 
-void HistoryList::insertAtTop(ClipRef clip) {
+qsizetype HistoryList::insert(ClipRef clip, Place place) {
   note(*clip);
-  const QUuid id = clip->clip.id;
-  slots_.prepend({id, std::move(clip)});
+  places_.insert(clip->clip.id, place);
+  const qsizetype row = rowFor(place);
+  slots_.insert(row, {place, std::move(clip)});
+  return row;
 }
 
 void HistoryList::replace(qsizetype row, ClipRef clip) {
@@ -75,13 +82,18 @@ void HistoryList::replace(qsizetype row, ClipRef clip) {
   slots_[row].clip = std::move(clip);
 }
 
-void HistoryList::replaceAtTop(qsizetype row, ClipRef clip) {
-  replace(row, std::move(clip));
-  slots_.move(row, 0);
+qsizetype HistoryList::move(qsizetype row, Place place) {
+  Slot slot = slots_.takeAt(row);
+  slot.place = place;
+  places_.insert(slot.clip->clip.id, place);
+  const qsizetype target = rowFor(place);
+  slots_.insert(target, std::move(slot));
+  return target;
 }
 
 void HistoryList::removeAt(qsizetype row) {
   forget(*slots_.at(row).clip);
+  places_.remove(slots_.at(row).clip->clip.id);
   slots_.removeAt(row);
 }
 

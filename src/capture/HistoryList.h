@@ -2,7 +2,6 @@
 
 #include <QHash>
 #include <QList>
-#include <QSet>
 #include <QUuid>
 #include <optional>
 
@@ -11,9 +10,12 @@
 namespace nimbrel {
 
 /// The ordered history, newest first: a value that knows its clips and nothing of where they come from or go
-/// to. Finding by id scans 32 bytes a clip; finding by content is a table look-up.
+/// to. Every clip has a place, a number that only grows; a row is found from it by halving, and from an id or
+/// a content by a table look-up.
 class HistoryList final {
  public:
+  using Place = quint64;
+
   HistoryList() = default;
   /// The clips in the order given; of several with one id the first counts.
   explicit HistoryList(const QList<ClipRef>& clips);
@@ -21,6 +23,7 @@ class HistoryList final {
   [[nodiscard]] qsizetype size() const { return slots_.size(); }
   [[nodiscard]] bool isEmpty() const { return slots_.isEmpty(); }
   [[nodiscard]] const ClipRef& at(qsizetype row) const { return slots_.at(row).clip; }
+  [[nodiscard]] Place placeAt(qsizetype row) const { return slots_.at(row).place; }
   [[nodiscard]] QList<ClipRef> clips() const;
 
   [[nodiscard]] std::optional<qsizetype> rowOf(const QUuid& id) const;
@@ -29,11 +32,16 @@ class HistoryList final {
   [[nodiscard]] std::optional<qsizetype> rowOfFiles(const QString& urls, const QString& textHash) const;
   [[nodiscard]] std::optional<qsizetype> rowOfImage(const QString& imageHash) const;
 
-  void insertAtTop(ClipRef clip);
+  /// The place above all others, and above which every later one will be. For a clip that takes time to make,
+  /// so that it ends up where it was copied.
+  [[nodiscard]] Place takePlace() { return ++lastPlace_; }
+
+  /// Puts a clip, whose id is not in the list yet, at a place taken before, and gives its row.
+  qsizetype insert(ClipRef clip, Place place);
   /// Puts another value with the same id in a clip's place.
   void replace(qsizetype row, ClipRef clip);
-  /// The same, and moves it to the head.
-  void replaceAtTop(qsizetype row, ClipRef clip);
+  /// Moves a clip to a place taken before, and gives its new row.
+  qsizetype move(qsizetype row, Place place);
   void removeAt(qsizetype row);
 
   /// The rows of the oldest unpinned clips beyond a capacity, last row first.
@@ -44,15 +52,20 @@ class HistoryList final {
 
  private:
   struct Slot {
-    QUuid id;
+    Place place;
     ClipRef clip;
   };
 
   void note(const IndexedClip& clip);
   void forget(const IndexedClip& clip);
-  [[nodiscard]] std::optional<qsizetype> rowOfHash(const QString& textHash, bool file) const;
+  [[nodiscard]] qsizetype rowFor(Place place) const;
+  [[nodiscard]] std::optional<qsizetype> firstRow(const QMultiHash<QString, QUuid>& table,
+                                                  const QString& hash, bool file) const;
 
+  /// By place, the highest first.
   QList<Slot> slots_;
+  QHash<QUuid, Place> places_;
+  Place lastPlace_ = 0;
   QMultiHash<QString, QUuid> byTextHash_;
   QMultiHash<QString, QUuid> byImageHash_;
   /// Text clips without a hash, as older histories have them.

@@ -28,10 +28,15 @@ class ClipListModel final : public QAbstractListModel {
  private:
   [[nodiscard]] bool isVisible(const IndexedClip& clip) const;
   [[nodiscard]] QList<ClipRef> visibleClips() const;
-  void onInserted();
-  void onMovedToTop();
+  /// The row that a clip of the store has, or would have, among the visible ones.
+  [[nodiscard]] int rowForStoreRow(qsizetype storeRow) const;
+  void onInserted(qsizetype storeRow);
+  void onMoved(qsizetype to);
   void onChanged(qsizetype storeRow);
-  void onRemoved(const QUuid& id);
+  void onRemoved(const QList<qsizetype>& storeRows, const QList<ClipRef>& clips);
+  void update(int row, const ClipRef& clip);
+  /// Takes rows out, given last first, run by run.
+  void removeRowsAt(const QList<int>& rows);
 
   ClipboardStore& store_;
   QString query_;

@@ -5,6 +5,7 @@
 
 #include "platform/AccessibilityTrust.h"
 #include "platform/HotKeyRegistrar.h"
+#include "platform/ImageCodec.h"
 #include "platform/InstanceHost.h"
 #include "platform/KeystrokePoster.h"
 #include "platform/PanelWindow.h"
@@ -12,6 +13,7 @@
 #include "platform/SecretStore.h"
 #include "platform/StatusItem.h"
 #include "platform/TerminationSignal.h"
+#include "platform/TextRecognizer.h"
 #include "platform/Workspace.h"
 
 class QIcon;
@@ -30,6 +32,8 @@ struct Platform final {
   std::unique_ptr<HotKeyRegistrar> hotKeys;
   std::unique_ptr<KeystrokePoster> keystrokes;
   std::unique_ptr<AccessibilityTrust> accessibility;
+  std::unique_ptr<ImageCodec> imageCodec;
+  std::unique_ptr<TextRecognizer> textRecognizer;
 
   /// Makes the panel window around a top-level widget that has not been shown yet.
   std::function<std::unique_ptr<PanelWindow>(QWidget&)> makePanelWindow;

@@ -4,6 +4,7 @@
 #include <QList>
 #include <QRectF>
 #include <QString>
+#include <stop_token>
 #include <variant>
 
 #include "platform/ImageCodec.h"
@@ -24,9 +25,9 @@ class TextRecognizer {
   virtual ~TextRecognizer() = default;
 
   /// The lines in the recognizer's own order; an image without text has none. May take many seconds, so never
-  /// on the main thread; otherwise any thread, one image at a time.
+  /// on the main thread; otherwise any thread, one image at a time. A requested stop makes it fail soon.
   [[nodiscard]] virtual std::variant<QList<RecognizedLine>, ImageError> recognizeText(
-      const QByteArray& image) = 0;
+      const QByteArray& image, const std::stop_token& stop) = 0;
 };
 
 }  // namespace nimbrel

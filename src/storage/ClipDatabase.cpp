@@ -4,6 +4,7 @@
 
 #include <QFile>
 #include <algorithm>
+#include <utility>
 
 #include "capture/model/Log.h"
 #include "storage/ClipRows.h"
@@ -102,7 +103,9 @@ ClipDatabase::ClipDatabase(const QString& path, HistoryCipher& cipher)
   diskQueue_.runAndWait([this] { openDisk(); });
 }
 
-ClipDatabase::~ClipDatabase() = default;
+ClipDatabase::~ClipDatabase() {
+  retryFailedWrites();
+}
 
 void ClipDatabase::openDisk() {
   try {
@@ -144,18 +147,62 @@ qint64 ClipDatabase::count() {
 void ClipDatabase::save(const ClipRef& clip) {
   diskQueue_.post([this, clip] {
     if (!disk_) return;
-    const auto row = rowOf(clip->clip, cipher_);
-    if (!row) {
-      logFailure(kCannotSave, QStringLiteral("no se pudo cifrar"));
-      return;
-    }
     try {
-      disk_->run(kUpsert, *row);
+      write(clip);
     } catch (const SQLError& error) {
       logFailure(kCannotSave, error.description());
+      remember(clip);
     }
   });
   index_.put(clip);
+}
+
+void ClipDatabase::write(const ClipRef& clip) {
+  const auto row = rowOf(clip->clip, cipher_);
+  if (!row) throw SQLError(SQLITE_ERROR, QStringLiteral("no se pudo cifrar"));
+  disk_->run(kUpsert, *row);
+  unwritten_.remove(clip->clip.id);
+  noteFailures();
+}
+
+void ClipDatabase::remember(const ClipRef& clip) {
+  unwritten_.insert(clip->clip.id, clip);
+  noteFailures();
+}
+
+void ClipDatabase::noteFailures() {
+  hasFailures_ = !unwritten_.isEmpty() || !undeleted_.isEmpty();
+  if (hasFailures_) return;
+  for (const auto& task : std::exchange(waitingForWrites_, {}))
+    task();
+}
+
+void ClipDatabase::retryFailedWrites() {
+  if (hasFailures_) diskQueue_.post([this] { writeWhatFailed(); });
+}
+
+void ClipDatabase::writeWhatFailed() {
+  try {
+    const auto clips = unwritten_.values();
+    for (const ClipRef& clip : clips)
+      write(clip);
+    while (!undeleted_.isEmpty()) {
+      erase(undeleted_.first());
+      undeleted_.removeFirst();
+    }
+  } catch (const SQLError&) {
+    // Said when it failed first; the next attempt comes.
+  }
+  noteFailures();
+}
+
+void ClipDatabase::afterWrites(std::function<void()> task) {
+  diskQueue_.post([this, task = std::move(task)] {
+    if (hasFailures_)
+      waitingForWrites_.append(task);
+    else
+      task();
+  });
 }
 
 bool ClipDatabase::saveMany(const QList<ClipItem>& clips) {
@@ -177,32 +224,46 @@ bool ClipDatabase::saveMany(const QList<ClipItem>& clips) {
   });
 }
 
-void ClipDatabase::update(const ClipItem& clip) {
+void ClipDatabase::update(const ClipRef& ref) {
+  const ClipItem& clip = ref->clip;
   std::vector<SQLValue> values{unixSeconds(clip.date), sqlBool(clip.pinned),
                                clip.expiresAt ? SQLValue{unixSeconds(*clip.expiresAt)} : SQLValue{SQLNull{}},
                                sqlText(clipIdText(clip.id))};
-  diskQueue_.post([this, values = std::move(values)] {
+  diskQueue_.post([this, ref, values = std::move(values)] {
     if (!disk_) return;
+    // Without a row there is nothing to update.
+    if (unwritten_.contains(ref->clip.id)) return remember(ref);
     try {
       disk_->run("UPDATE clips SET date = ?, pinned = ?, expires_at = ? WHERE id = ?", values);
     } catch (const SQLError& error) {
       logFailure("No se pudo actualizar", error.description());
+      remember(ref);
     }
   });
 }
 
-void ClipDatabase::remove(const QList<QUuid>& ids, Traces traces) {
+void ClipDatabase::remove(const QList<QUuid>& ids, Traces traces, std::function<void()> removed) {
   if (ids.isEmpty()) return;
-  diskQueue_.post([this, ids, traces] {
-    if (!disk_) return;
+  diskQueue_.post([this, removal = Removal{ids, traces, std::move(removed)}] {
+    for (const QUuid& id : removal.ids)
+      unwritten_.remove(id);
     try {
-      deleteById(*disk_, "DELETE FROM clips WHERE id = ?", ids);
-      if (traces == Traces::erase) eraseTraces(kTraceAttempts);
+      erase(removal);
     } catch (const SQLError& error) {
       logFailure("No se pudo borrar", error.description());
+      undeleted_.append(removal);
     }
+    noteFailures();
   });
   index_.remove(ids);
+}
+
+void ClipDatabase::erase(const Removal& removal) {
+  if (disk_) {
+    deleteById(*disk_, "DELETE FROM clips WHERE id = ?", removal.ids);
+    if (removal.traces == Traces::erase) eraseTraces(kTraceAttempts);
+  }
+  if (removal.removed) removal.removed();
 }
 
 void ClipDatabase::eraseTraces(int attemptsLeft) {

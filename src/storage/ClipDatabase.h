@@ -1,9 +1,12 @@
 #pragma once
 
 #include <QByteArray>
+#include <QHash>
 #include <QList>
 #include <QSet>
 #include <QString>
+#include <atomic>
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -29,8 +32,9 @@ struct LoadedHistory final {
 ///
 /// Disk work runs on the queue "Nimbrel.db.disk", index work on "Nimbrel.db.index"; methods marked *waits*
 /// wait for their queue, all others return at once. Failures are logged and absorbed: without a database,
-/// writes are dropped and reads give nothing; without an index, searches give no answer. All methods belong
-/// to the main thread.
+/// writes are dropped and reads give nothing; without an index, searches give no answer. A write that fails
+/// is remembered and done as soon as writing works again. All methods belong to the main thread, except where
+/// they say otherwise.
 class ClipDatabase final {
  public:
   /// Opens the file, created for its owner alone (0600) if missing, and migrates it; *waits*. A file that
@@ -55,7 +59,7 @@ class ClipDatabase final {
   [[nodiscard]] bool saveMany(const QList<ClipItem>& clips);
 
   /// Writes a clip's date, pin and expiry; its payload stays as it is.
-  void update(const ClipItem& clip);
+  void update(const ClipRef& clip);
 
   /// How thoroughly a deletion cleans up after itself.
   enum class Traces {
@@ -65,8 +69,16 @@ class ClipDatabase final {
     erase,
   };
 
-  /// Deletes rows and their index entries; an empty list queues no work.
-  void remove(const QList<QUuid>& ids, Traces traces);
+  /// Deletes rows and their index entries; an empty list queues no work. `removed` is called on the disk's
+  /// queue once the rows are gone, which is when what they refer to may go.
+  void remove(const QList<QUuid>& ids, Traces traces, std::function<void()> removed = {});
+
+  /// Calls something on the disk's queue when all that was asked for so far is written, or has failed and
+  /// waits to be tried again; then only after that.
+  void afterWrites(std::function<void()> task);
+
+  /// Tries the writes again that failed so far, silently. Costs nothing when there are none.
+  void retryFailedWrites();
 
   /// Puts a clip into the index, or takes it out when it has no search body any more.
   void index(const ClipRef& clip);
@@ -78,7 +90,7 @@ class ClipDatabase final {
   [[nodiscard]] std::optional<QSet<QUuid>> search(const QList<QByteArray>& terms);
 
   /// The names of the files that rows refer to; *waits*. Nothing when they cannot be told, and then no file
-  /// may be deleted.
+  /// may be deleted. Any thread.
   [[nodiscard]] std::optional<QSet<QString>> referencedImageFiles();
   [[nodiscard]] std::optional<QSet<QString>> referencedRichFiles();
 
@@ -89,13 +101,29 @@ class ClipDatabase final {
   void flush();
 
  private:
+  struct Removal {
+    QList<QUuid> ids;
+    Traces traces;
+    std::function<void()> removed;
+  };
+
   void openDisk();
+  void write(const ClipRef& clip);
+  void erase(const Removal& removal);
   void eraseTraces(int attemptsLeft);
+  void remember(const ClipRef& clip);
+  void noteFailures();
+  void writeWhatFailed();
   [[nodiscard]] std::optional<QSet<QString>> referencedFiles(const char* sql, const char* message);
 
   const QString url_;
   HistoryCipher& cipher_;
   std::unique_ptr<SQLiteConnection> disk_;
+  /// What is still to be written, and what is still to be deleted, since it failed. Of the disk's queue.
+  QHash<QUuid, ClipRef> unwritten_;
+  QList<Removal> undeleted_;
+  QList<std::function<void()>> waitingForWrites_;
+  std::atomic<bool> hasFailures_ = false;
   ClipIndex index_;
   // Last member, first to go: the queue finishes its work while the connection still exists.
   SerialQueue diskQueue_;

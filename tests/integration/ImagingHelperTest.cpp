@@ -168,7 +168,7 @@ TEST(TextRecognition, ReadsSpanishAndEnglishInManyFontsAndSizes) {
                               .pixelSize = size,
                               .ink = dark ? QColor(0xe8e8e8) : QColor(0x202020),
                               .paper = dark ? QColor(0x1e1f22) : QColor(Qt::white)};
-        const auto found = textsOf(recognizer.recognizeText(encoded(pictureOf(lines, style), "png")));
+        const auto found = textsOf(recognizer.recognizeText(encoded(pictureOf(lines, style), "png"), {}));
         EXPECT_GE(shareOfWords(words, found.join(u' ')), 0.85)
             << family.toStdString() << ' ' << size << (dark ? " dark: " : " light: ")
             << found.join(u'|').toStdString();
@@ -186,7 +186,7 @@ TEST(TextRecognition, GivesTheBoxOfEachLineFromTheTop) {
   painter.drawText(40, 80, u"primera arriba"_s);
   painter.drawText(40, 420, u"segunda abajo"_s);
   painter.end();
-  const auto outcome = recognizer.recognizeText(encoded(picture, "png"));
+  const auto outcome = recognizer.recognizeText(encoded(picture, "png"), {});
   ASSERT_TRUE(std::holds_alternative<QList<RecognizedLine>>(outcome)) << errorOf(outcome).toStdString();
   const auto lines = std::get<QList<RecognizedLine>>(outcome);
   ASSERT_EQ(lines.size(), 2);
@@ -209,7 +209,7 @@ TEST(TextRecognition, ReadsBothOfTwoColumns) {
     painter.drawText(520, 80 + 60 * i, right.at(i));
   }
   painter.end();
-  const QString found = textsOf(recognizer.recognizeText(encoded(picture, "png"))).join(u' ');
+  const QString found = textsOf(recognizer.recognizeText(encoded(picture, "png"), {})).join(u' ');
   EXPECT_GE(shareOfWords((left + right).join(u' ').split(u' '), found), 0.9) << found.toStdString();
 }
 
@@ -217,9 +217,9 @@ TEST(TextRecognition, AnImageWithoutTextHasNoLines) {
   ConfinedTextRecognizer recognizer(helperProgram());
   QImage plain(300, 200, QImage::Format_RGB32);
   plain.fill(QColor(0x88aacc));
-  EXPECT_EQ(textsOf(recognizer.recognizeText(encoded(plain, "png"))), QStringList());
-  EXPECT_EQ(textsOf(recognizer.recognizeText(encoded(noisePicture({300, 200}), "png"))), QStringList());
-  EXPECT_EQ(errorOf(recognizer.recognizeText(encoded(plain, "png"))), QString());
+  EXPECT_EQ(textsOf(recognizer.recognizeText(encoded(plain, "png"), {})), QStringList());
+  EXPECT_EQ(textsOf(recognizer.recognizeText(encoded(noisePicture({300, 200}), "png"), {})), QStringList());
+  EXPECT_EQ(errorOf(recognizer.recognizeText(encoded(plain, "png"), {})), QString());
 }
 
 TEST(TextRecognition, ReadsThroughTransparency) {
@@ -231,13 +231,13 @@ TEST(TextRecognition, ReadsThroughTransparency) {
       picture.setPixel(x, y, qRgba(0, 0, 0, 255 - qGray(pixel)));
     }
   }
-  EXPECT_EQ(textsOf(recognizer.recognizeText(encoded(picture, "png"))),
+  EXPECT_EQ(textsOf(recognizer.recognizeText(encoded(picture, "png"), {})),
             QStringList{u"texto sobre cristal"_s});
 }
 
 TEST(TextRecognition, WhatIsNoImageIsAnError) {
   ConfinedTextRecognizer recognizer(helperProgram());
-  EXPECT_EQ(errorOf(recognizer.recognizeText("nothing")), u"no es una imagen legible");
+  EXPECT_EQ(errorOf(recognizer.recognizeText("nothing", {})), u"no es una imagen legible");
 }
 
 }  // namespace

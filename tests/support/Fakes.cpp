@@ -1,10 +1,11 @@
 #include "support/Fakes.h"
 
-#include <QCryptographicHash>
 #include <QWidget>
 #include <algorithm>
+#include <thread>
 
 #include "platform/PasteboardTypes.h"
+#include "storage/ContentHash.h"
 
 namespace nimbrel::testing {
 namespace {
@@ -87,32 +88,95 @@ SensitivityLevel FakeTextGrader::classify(const QString& text, const std::option
   return grades.value(text, SensitivityLevel::none);
 }
 
-void FakeSideFiles::storeImage(const QByteArray& data, std::function<void(std::optional<StoredImage>)> done) {
-  const QString hash =
-      QString::fromLatin1(QCryptographicHash::hash(data, QCryptographicHash::Sha256).toHex());
-  const QString file = hash.left(8) + QStringLiteral(".png");
-  images.insert(file, data);
-  done(StoredImage{file, hash});
+void FakeSideFiles::run(std::function<void()> task) {
+  if (slow)
+    heldBack_.append(std::move(task));
+  else
+    task();
 }
 
-std::optional<QString> FakeSideFiles::storeRich(const RichContent& content) {
-  const QString file = QStringLiteral("%1.%2").arg(rich.size()).arg(content.fileExtension);
-  rich.insert(file, content.data);
-  return file;
+void FakeSideFiles::finish() {
+  while (!heldBack_.isEmpty())
+    heldBack_.takeFirst()();
+}
+
+void FakeSideFiles::prepareImage(const QByteArray& data,
+                                 std::function<void(const std::optional<PreparedImage>&)> done) {
+  run([this, data, done = std::move(done)] {
+    if (unreadable.contains(data)) return done(std::nullopt);
+    done(PreparedImage{data, sha256Hex(data), QImage(2, 2, QImage::Format_RGB32)});
+  });
+}
+
+void FakeSideFiles::storeImage(const PreparedImage& image, Stored done) {
+  run([this, image, done = std::move(done)] {
+    if (failWrites) return done(std::nullopt);
+    const QString file = QStringLiteral("%1.png").arg(++count_);
+    {
+      const std::scoped_lock lock(mutex_);
+      images.insert(file, image.png);
+    }
+    done(file);
+  });
+}
+
+void FakeSideFiles::storeRich(const RichContent& content, Stored done) {
+  run([this, content, done = std::move(done)] {
+    if (failWrites) return done(std::nullopt);
+    const QString file = QStringLiteral("%1.%2").arg(++count_).arg(content.fileExtension);
+    {
+      const std::scoped_lock lock(mutex_);
+      rich.insert(file, content.data);
+    }
+    done(file);
+  });
 }
 
 std::optional<QByteArray> FakeSideFiles::loadImage(const QString& file) {
+  const std::scoped_lock lock(mutex_);
   if (!images.contains(file)) return std::nullopt;
   return images.value(file);
 }
 
 std::optional<QByteArray> FakeSideFiles::loadRich(const QString& file) {
+  const std::scoped_lock lock(mutex_);
   if (!rich.contains(file)) return std::nullopt;
   return rich.value(file);
 }
 
-void FakeSideFiles::removeFilesOf(const ClipItem& clip) {
-  removedFilesOf.append(clip.id);
+void FakeSideFiles::remove(const SideFileNames& names) {
+  const std::scoped_lock lock(mutex_);
+  for (const QString& name : names.images)
+    images.remove(name);
+  for (const QString& name : names.rich)
+    rich.remove(name);
+}
+
+std::variant<ImageCodec::Encoded, ImageError> FakeImageCodec::encodePng(const QByteArray& image,
+                                                                        int maxPixelSize) {
+  if (!error.isEmpty()) return ImageError{error};
+  return Encoded{image, QImage(maxPixelSize, maxPixelSize, QImage::Format_RGB32)};
+}
+
+std::variant<QImage, ImageError> FakeImageCodec::thumbnail(const QByteArray&, int maxPixelSize) {
+  ++thumbnails;
+  if (!error.isEmpty()) return ImageError{error};
+  return QImage(maxPixelSize, maxPixelSize, QImage::Format_RGB32);
+}
+
+std::variant<QByteArray, ImageError> FakeImageCodec::convert(const QByteArray& image, Format) {
+  if (!error.isEmpty()) return ImageError{error};
+  return image;
+}
+
+std::variant<QList<RecognizedLine>, ImageError> FakeTextRecognizer::recognizeText(
+    const QByteArray& image, const std::stop_token& stop) {
+  ++calls;
+  while (endless && !stop.stop_requested())
+    std::this_thread::yield();
+  if (stop.stop_requested()) return ImageError{QStringLiteral("ya no hace falta")};
+  if (!error.isEmpty()) return ImageError{error};
+  return lines.value(image);
 }
 
 }  // namespace nimbrel::testing

@@ -5,17 +5,21 @@
 #include <QList>
 #include <QSet>
 #include <QString>
+#include <atomic>
+#include <mutex>
 #include <optional>
 
 #include "capture/CaptureServices.h"
 #include "platform/AccessibilityTrust.h"
 #include "platform/Clock.h"
 #include "platform/HotKeyRegistrar.h"
+#include "platform/ImageCodec.h"
 #include "platform/KeystrokePoster.h"
 #include "platform/PanelWindow.h"
 #include "platform/Pasteboard.h"
 #include "platform/SecretStore.h"
 #include "platform/StatusItem.h"
+#include "platform/TextRecognizer.h"
 #include "platform/Workspace.h"
 #include "storage/RandomSource.h"
 
@@ -146,24 +150,74 @@ class FakeTextGrader final : public TextGrader {
   mutable bool lastDetectCodes = false;
 };
 
-/// Keeps files in memory.
+/// Keeps files in memory. What takes time is done at once, or when the test says so.
 class FakeSideFiles final : public SideFiles {
  public:
-  void storeImage(const QByteArray& data, std::function<void(std::optional<StoredImage>)> done) override;
-  [[nodiscard]] std::optional<QString> storeRich(const RichContent& content) override;
+  void prepareImage(const QByteArray& data,
+                    std::function<void(const std::optional<PreparedImage>&)> done) override;
+  void storeImage(const PreparedImage& image, Stored done) override;
+  void storeRich(const RichContent& content, Stored done) override;
   [[nodiscard]] std::optional<QByteArray> loadImage(const QString& file) override;
   [[nodiscard]] std::optional<QByteArray> loadRich(const QString& file) override;
-  void removeFilesOf(const ClipItem& clip) override;
+  void remove(const SideFileNames& names) override;
+
+  /// Does what was held back, in order.
+  void finish();
 
   QHash<QString, QByteArray> images;
   QHash<QString, QByteArray> rich;
-  QList<QUuid> removedFilesOf;
+  /// Holds back what takes time.
+  bool slow = false;
+  bool failWrites = false;
+  /// Images that cannot be decoded.
+  QSet<QByteArray> unreadable;
+
+ private:
+  void run(std::function<void()> task);
+
+  /// Files go when the database says so, on its own thread.
+  std::mutex mutex_;
+  QList<std::function<void()>> heldBack_;
+  int count_ = 0;
+};
+
+/// Sees in an image what the test put there.
+class FakeImageCodec final : public ImageCodec {
+ public:
+  [[nodiscard]] std::variant<Encoded, ImageError> encodePng(const QByteArray& image,
+                                                            int maxPixelSize) override;
+  [[nodiscard]] std::variant<QImage, ImageError> thumbnail(const QByteArray& image,
+                                                           int maxPixelSize) override;
+  [[nodiscard]] std::variant<QByteArray, ImageError> convert(const QByteArray& image, Format format) override;
+
+  /// Not empty: everything fails with this.
+  QString error;
+  std::atomic<int> thumbnails = 0;
+};
+
+/// Recognises what the test says.
+class FakeTextRecognizer final : public TextRecognizer {
+ public:
+  [[nodiscard]] std::variant<QList<RecognizedLine>, ImageError> recognizeText(
+      const QByteArray& image, const std::stop_token& stop) override;
+
+  /// By the image's bytes; others have no text.
+  QHash<QByteArray, QList<RecognizedLine>> lines;
+  QString error;
+  /// Waits for the stop, as over a picture that never ends.
+  std::atomic<bool> endless = false;
+  std::atomic<int> calls = 0;
 };
 
 class FakeImageTextQueue final : public ImageTextQueue {
  public:
-  void enqueue(const ClipItem& clip) override { queued.append(clip.id); }
+  void setHandler(Recognized given) override { handler = std::move(given); }
+  void enqueue(const QUuid& id, const QString&) override { queued.append(id); }
+  void cancel(const QUuid& id) override { cancelled.append(id); }
+
+  Recognized handler;
   QList<QUuid> queued;
+  QList<QUuid> cancelled;
 };
 
 }  // namespace nimbrel::testing

@@ -1,5 +1,6 @@
 #include "support/StoreFixture.h"
 
+#include "platform/PasteboardTypes.h"
 #include "storage/ContentHash.h"
 
 namespace nimbrel::testing {
@@ -32,6 +33,7 @@ ClipboardStore& StoreFixture::launch() {
                                                                 .database = *database_,
                                                                 .grader = grader,
                                                                 .files = files,
+                                                                .images = images,
                                                                 .imageTexts = imageTexts,
                                                                 .makeId = &QUuid::createUuid});
   return *store_;
@@ -52,6 +54,25 @@ void StoreFixture::copyText(const QString& text) {
 void StoreFixture::copySecret(const QString& text) {
   grader.grades.insert(text, SensitivityLevel::hard);
   copyText(text);
+}
+
+void StoreFixture::copyImage(const QByteArray& bytes) {
+  PasteboardSnapshot snapshot;
+  snapshot.types = {pasteboardType::png.toString()};
+  snapshot.image = bytes;
+  pasteboard.copy(snapshot);
+  clock.advance(std::chrono::seconds(1));
+  store_->tick();
+}
+
+void StoreFixture::copyRtf(const QString& text, const QByteArray& rtf) {
+  PasteboardSnapshot snapshot;
+  snapshot.types = {pasteboardType::plainText.toString(), pasteboardType::rtf.toString()};
+  snapshot.text = text;
+  snapshot.rtf = rtf;
+  pasteboard.copy(snapshot);
+  clock.advance(std::chrono::seconds(1));
+  store_->tick();
 }
 
 QStringList StoreFixture::texts() const {

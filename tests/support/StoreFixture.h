@@ -36,6 +36,10 @@ class StoreFixture : public ::testing::Test {
   void copyText(const QString& text);
   /// The same with a text that is graded as a credential.
   void copySecret(const QString& text);
+  /// Copies a picture with these bytes.
+  void copyImage(const QByteArray& bytes);
+  /// Copies a text with its RTF.
+  void copyRtf(const QString& text, const QByteArray& rtf);
   [[nodiscard]] QStringList texts() const;
   [[nodiscard]] const ClipItem& clip(qsizetype row) const { return store_->items().at(row)->clip; }
   [[nodiscard]] QString path(const QString& name) const { return folder_.filePath(name); }
@@ -49,6 +53,7 @@ class StoreFixture : public ::testing::Test {
   SystemRandom random;
   FakeTextGrader grader;
   FakeSideFiles files;
+  FakeImageCodec images;
   FakeImageTextQueue imageTexts;
 
  private:

@@ -11,6 +11,7 @@
 #include "platform/linux/X11PanelWindow.h"
 #include "platform/linux/X11Pasteboard.h"
 #include "platform/linux/X11Workspace.h"
+#include "platform/linux/imaging/ConfinedImaging.h"
 
 namespace nimbrel {
 namespace {
@@ -54,6 +55,8 @@ Platform makePlatform() {
   platform.keystrokes = std::make_unique<X11KeystrokePoster>(desktop->session, desktop->entries, *pasteboard);
   platform.accessibility = std::make_unique<XtestTrust>(desktop);
   platform.pasteboard = std::move(pasteboard);
+  platform.imageCodec = std::make_unique<ConfinedImageCodec>(imagingHelperProgram());
+  platform.textRecognizer = std::make_unique<ConfinedTextRecognizer>(imagingHelperProgram());
   platform.makePanelWindow = [desktop](QWidget& widget) {
     return std::make_unique<X11PanelWindow>(widget, desktop->session);
   };

@@ -94,7 +94,7 @@ TEST_F(Capture, OfTheSameTextTwiceLeavesOneClipOnTopWithTheLaterDate) {
   copyText(u"repetido"_s);
   const QUuid id = clip(0).id;
   copyText(u"otro"_s);
-  const QSignalSpy moves(&store(), &ClipboardStore::clipMovedToTop);
+  const QSignalSpy moves(&store(), &ClipboardStore::clipMoved);
   copyText(u"repetido"_s);
   EXPECT_EQ(texts(), (QStringList{u"repetido"_s, u"otro"_s}));
   EXPECT_EQ(clip(0).id, id);
@@ -170,26 +170,17 @@ TEST_F(Capture, DoesNotTakeATextForTheFileItNames) {
 
 TEST_F(Capture, OfAnImageStoresItAndQueuesItsRecognition) {
   launch();
-  PasteboardSnapshot snapshot;
-  snapshot.types = {pasteboardType::png.toString()};
-  snapshot.image = "png";
-  pasteboard.copy(snapshot);
-  store().tick();
-  pasteboard.copy(snapshot);
-  store().tick();
+  copyImage("png");
+  copyImage("png");
   ASSERT_EQ(store().items().size(), 1);
   EXPECT_TRUE(clip(0).imageFile && clip(0).imageHash);
+  EXPECT_EQ(files.images.size(), 1);
   EXPECT_EQ(imageTexts.queued, QList<QUuid>{clip(0).id});
 }
 
 TEST_F(Capture, StoresRichTextBesideTheClip) {
   launch();
-  PasteboardSnapshot snapshot;
-  snapshot.types = {pasteboardType::plainText.toString()};
-  snapshot.text = u"hola"_s;
-  snapshot.rtf = "{\\rtf1 hola}";
-  pasteboard.copy(snapshot);
-  store().tick();
+  copyRtf(u"hola"_s, "{\\rtf1 hola}");
   ASSERT_TRUE(clip(0).richFile);
   EXPECT_EQ(files.rich.value(*clip(0).richFile), "{\\rtf1 hola}");
   EXPECT_EQ(clip(0).richHash->size(), 64);

@@ -49,12 +49,11 @@ TEST_F(History, HoldsNoMoreUnpinnedClipsThanItsCapacity) {
   launch();
   copyText(u"1"_s);
   store().togglePin(clip(0).id);
-  const QSignalSpy removals(&store(), &ClipboardStore::clipRemoved);
+  const QSignalSpy removals(&store(), &ClipboardStore::clipsRemoved);
   for (int i = 2; i <= 4; ++i)
     copyText(QString::number(i));
   EXPECT_EQ(texts(), (QStringList{u"4"_s, u"3"_s, u"1"_s}));
   EXPECT_EQ(removals.count(), 1);
-  EXPECT_EQ(files.removedFilesOf.size(), 1);
   EXPECT_EQ(database().count(), 3);
 }
 
@@ -83,13 +82,17 @@ TEST_F(History, ForgetsAnExpiryForGoodWhenAClipIsPinned) {
 
 TEST_F(History, RemovesAClipFromMemoryDiskAndFiles) {
   launch();
-  copyText(u"uno"_s);
-  const QUuid id = clip(0).id;
-  store().removeClip(id);
-  store().removeClip(id);
+  copyRtf(u"uno"_s, "{\\rtf1 uno}");
+  copyImage("png");
+  ASSERT_EQ(files.images.size() + files.rich.size(), 2);
+  for (const QUuid& id : {clip(1).id, clip(0).id}) {
+    store().removeClip(id);
+    store().removeClip(id);
+  }
   EXPECT_TRUE(texts().isEmpty());
   EXPECT_EQ(database().count(), 0);
-  EXPECT_EQ(files.removedFilesOf, QList<QUuid>{id});
+  EXPECT_TRUE(files.images.isEmpty());
+  EXPECT_TRUE(files.rich.isEmpty());
 }
 
 TEST_F(History, RemovesAnExpiredSecretAndClearsItFromThePasteboard) {
@@ -219,7 +222,7 @@ TEST_F(History, AnnouncesEachChangeOnceAndPrecisely) {
   launch();
   const QSignalSpy insertions(&store(), &ClipboardStore::clipInserted);
   const QSignalSpy changes(&store(), &ClipboardStore::clipChanged);
-  const QSignalSpy removals(&store(), &ClipboardStore::clipRemoved);
+  const QSignalSpy removals(&store(), &ClipboardStore::clipsRemoved);
   copyText(u"1"_s);
   copyText(u"2"_s);
   const QUuid first = clip(1).id;
@@ -229,7 +232,8 @@ TEST_F(History, AnnouncesEachChangeOnceAndPrecisely) {
   ASSERT_EQ(changes.count(), 1);
   EXPECT_EQ(changes.at(0).at(0).toLongLong(), 1);
   ASSERT_EQ(removals.count(), 1);
-  EXPECT_EQ(removals.at(0).at(0).toUuid(), first);
+  EXPECT_EQ(removals.at(0).at(0).value<QList<qsizetype>>(), QList<qsizetype>{1});
+  EXPECT_EQ(removals.at(0).at(1).value<QList<ClipRef>>().at(0)->clip.id, first);
 }
 
 }  // namespace

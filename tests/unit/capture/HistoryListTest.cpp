@@ -33,8 +33,29 @@ ClipItem expiringClip(const QString& text, double at) {
 TEST(HistoryList, PutsTheNewestFirst) {
   HistoryList list;
   for (const auto* text : {u"a", u"b", u"c"})
-    list.insertAtTop(indexed(textClip(QString::fromUtf16(text))));
+    list.insert(indexed(textClip(QString::fromUtf16(text))), list.takePlace());
   EXPECT_EQ(textsOf(list), (QStringList{u"c"_s, u"b"_s, u"a"_s}));
+}
+
+TEST(HistoryList, PutsAClipThatTookLongerWhereItWasCopied) {
+  HistoryList list({indexed(textClip(u"a"_s))});
+  const auto place = list.takePlace();
+  EXPECT_EQ(list.insert(indexed(textClip(u"c"_s)), list.takePlace()), 0);
+  EXPECT_EQ(list.insert(indexed(textClip(u"b"_s)), place), 1);
+  EXPECT_EQ(textsOf(list), (QStringList{u"c"_s, u"b"_s, u"a"_s}));
+}
+
+TEST(HistoryList, FindsEveryClipByItsIdThroughManyChanges) {
+  HistoryList list;
+  for (int i = 0; i < 50; ++i)
+    list.insert(indexed(textClip(QString::number(i))), list.takePlace());
+  for (int i = 0; i < 30; ++i) {
+    list.move((i * 7) % list.size(), list.takePlace());
+    if (i % 3 == 0) list.removeAt((i * 11) % list.size());
+  }
+  for (qsizetype row = 0; row < list.size(); ++row)
+    EXPECT_EQ(list.rowOf(list.at(row)->clip.id), row);
+  EXPECT_FALSE(list.rowOf(QUuid::createUuid()));
 }
 
 TEST(HistoryList, HoldsEachIdOnce) {
@@ -91,7 +112,7 @@ TEST(HistoryList, KeepsItsCountsThroughReplacements) {
   pinned.pinned = true;
   list.replace(0, indexed(pinned));
   EXPECT_EQ(list.rowsBeyond(0), QList<qsizetype>{1});
-  list.replaceAtTop(1, list.at(1));
+  EXPECT_EQ(list.move(1, list.takePlace()), 0);
   EXPECT_EQ(textsOf(list), (QStringList{u"b"_s, u"a"_s}));
   list.replace(1, indexed(clip));
   EXPECT_EQ(list.rowsBeyond(0), (QList<qsizetype>{1, 0}));

@@ -35,7 +35,7 @@ class ClipDatabaseFailure : public ::testing::Test {
   /// The database is gone, and everything goes on with less.
   void expectMemoryOnly() {
     database->save(indexed(textClip(u"palabra"_s)));
-    database->update(textClip(u"x"_s));
+    database->update(indexed(textClip(u"x"_s)));
     database->remove({QUuid::createUuid()}, ClipDatabase::Traces::erase);
     EXPECT_FALSE(database->saveMany({textClip(u"y"_s)}));
     EXPECT_EQ(database->count(), 0);
@@ -172,7 +172,7 @@ TEST_F(ClipDatabaseFailure, OfAnUpdateIsLogged) {
   database->save(indexed(clip));
   database->flush();
   disk.failWrites = true;
-  database->update(clip);
+  database->update(indexed(clip));
   database->flush();
   EXPECT_TRUE(log.has(u"No se pudo actualizar: SQLite 13: "_s));
 }

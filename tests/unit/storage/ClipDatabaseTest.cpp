@@ -199,7 +199,7 @@ TEST_F(ClipDatabaseTest, UpdatesDatePinAndExpiryWithoutThePayload) {
   clip.expiresAt = timestampFromUnixSeconds(100.5);
   ClipItem withOtherText = clip;
   withOtherText.text = u"dos"_s;
-  database->update(withOtherText);
+  database->update(indexed(withOtherText));
   EXPECT_EQ(database->loadAll().clips.at(0)->clip, clip);
 }
 

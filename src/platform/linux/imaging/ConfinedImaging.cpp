@@ -5,7 +5,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto kCodecLimit = 15s;
+constexpr auto kCodecLimit = 10s;
 constexpr auto kTextLimit = 90s;
 
 ImagingTask taskOf(ImageCodec::Format format) {
@@ -56,9 +56,9 @@ ConfinedTextRecognizer::ConfinedTextRecognizer(const QString& program)
     : helper_(program, ImagingSkill::text, kTextLimit) {}
 
 std::variant<QList<RecognizedLine>, ImageError> ConfinedTextRecognizer::recognizeText(
-    const QByteArray& image) {
+    const QByteArray& image, const std::stop_token& stop) {
   return taken<QList<RecognizedLine>>(
-      helper_.ask({.task = ImagingTask::recognizeText, .maxPixelSize = 0, .image = image}),
+      helper_.ask({.task = ImagingTask::recognizeText, .maxPixelSize = 0, .image = image}, stop),
       [](ImagingReply reply) { return std::move(reply.lines); });
 }
 

@@ -29,7 +29,7 @@ class ConfinedTextRecognizer final : public TextRecognizer {
   explicit ConfinedTextRecognizer(const QString& program);
 
   [[nodiscard]] std::variant<QList<RecognizedLine>, ImageError> recognizeText(
-      const QByteArray& image) override;
+      const QByteArray& image, const std::stop_token& stop) override;
 
   [[nodiscard]] ImagingHelper& helper() { return helper_; }
 

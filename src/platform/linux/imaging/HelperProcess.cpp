@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <spawn.h>
+#include <sys/eventfd.h>
 #include <sys/socket.h>
 #include <sys/wait.h>
 
@@ -142,34 +143,38 @@ bool HelperProcess::endedInPeace() {
 }
 
 std::variant<QByteArray, HelperProcess::Failure> HelperProcess::exchange(const QByteArray& frame,
-                                                                         Deadline deadline) {
+                                                                         Deadline deadline,
+                                                                         const std::stop_token& stop) {
+  const FileDescriptor stopped(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK));
+  const std::stop_callback wake(stop, [&stopped] { eventfd_write(stopped.get(), 1); });
+  const Patience patience{deadline, stopped.get()};
   for (const QByteArray& part : {frameHeader(frame), frame}) {
-    if (const auto failure = send(part, deadline)) return *failure;
+    if (const auto failure = send(part, patience)) return *failure;
   }
-  auto header = receive(kFrameHeaderBytes, deadline);
+  auto header = receive(kFrameHeaderBytes, patience);
   if (std::holds_alternative<Failure>(header)) return header;
   const auto length = announcedLength(std::get<QByteArray>(header));
   if (!length) return Failure::broken;
-  auto reply = receive(*length, deadline);
+  auto reply = receive(*length, patience);
   // Whatever made it stop in the middle was no peaceful end.
   if (const auto* const failure = std::get_if<Failure>(&reply); failure && *failure == Failure::gone)
     return Failure::broken;
   return reply;
 }
 
-bool HelperProcess::waitFor(short events, Deadline deadline) const {
+std::optional<HelperProcess::Failure> HelperProcess::waitFor(short events, const Patience& patience) const {
   using namespace std::chrono;
   for (;;) {
-    const auto left = ceil<milliseconds>(deadline - steady_clock::now()).count();
-    if (left <= 0) return false;
-    pollfd watched{channel_.get(), events, 0};
-    const int ready = poll(&watched, 1, static_cast<int>(left));
-    if (ready > 0) return true;
-    if (ready < 0 && errno != EINTR) return false;
+    const auto left = ceil<milliseconds>(patience.deadline - steady_clock::now()).count();
+    if (left <= 0) return Failure::late;
+    std::array<pollfd, 2> watched{pollfd{channel_.get(), events, 0}, pollfd{patience.stopped, POLLIN, 0}};
+    const int ready = poll(watched.data(), watched.size(), static_cast<int>(left));
+    if (ready > 0) return watched[1].revents != 0 ? std::optional(Failure::stopped) : std::nullopt;
+    if (ready < 0 && errno != EINTR) return Failure::broken;
   }
 }
 
-std::optional<HelperProcess::Failure> HelperProcess::send(const QByteArray& bytes, Deadline deadline) {
+std::optional<HelperProcess::Failure> HelperProcess::send(const QByteArray& bytes, const Patience& patience) {
   qsizetype sent = 0;
   while (sent < bytes.size()) {
     const ssize_t count = ::send(channel_.get(), bytes.constData() + sent,
@@ -180,14 +185,15 @@ std::optional<HelperProcess::Failure> HelperProcess::send(const QByteArray& byte
       return endedInPeace() ? Failure::gone : Failure::broken;
     } else if (count < 0 && errno != EAGAIN && errno != EINTR) {
       return Failure::broken;
-    } else if (!waitFor(POLLOUT, deadline)) {
-      return Failure::late;
+    } else if (const auto failure = waitFor(POLLOUT, patience)) {
+      return failure;
     }
   }
   return std::nullopt;
 }
 
-std::variant<QByteArray, HelperProcess::Failure> HelperProcess::receive(qsizetype length, Deadline deadline) {
+std::variant<QByteArray, HelperProcess::Failure> HelperProcess::receive(qsizetype length,
+                                                                        const Patience& patience) {
   QByteArray bytes;
   while (bytes.size() < length) {
     const qsizetype have = bytes.size();
@@ -200,7 +206,8 @@ std::variant<QByteArray, HelperProcess::Failure> HelperProcess::receive(qsizetyp
       return unanswered ? Failure::gone : Failure::broken;
     }
     if (count < 0 && errno != EAGAIN && errno != EINTR) return Failure::broken;
-    if (count < 0 && !waitFor(POLLIN, deadline)) return Failure::late;
+    if (count > 0) continue;
+    if (const auto failure = waitFor(POLLIN, patience)) return *failure;
   }
   return bytes;
 }

@@ -7,6 +7,7 @@
 #include <QStringList>
 #include <chrono>
 #include <optional>
+#include <stop_token>
 #include <variant>
 
 #include "platform/linux/FileDescriptor.h"
@@ -26,8 +27,10 @@ class HelperProcess final {
     gone,
     /// It crashed, was killed, or said something that is no reply.
     broken,
-    /// It did not answer in time and has been killed.
+    /// It did not answer in time.
     late,
+    /// Nobody wants the answer any more.
+    stopped,
   };
 
   /// Starts a program; nothing when it cannot be started.
@@ -38,17 +41,26 @@ class HelperProcess final {
   HelperProcess& operator=(HelperProcess&& other) noexcept;
   ~HelperProcess();
 
-  /// Sends one frame and waits for the other.
-  [[nodiscard]] std::variant<QByteArray, Failure> exchange(const QByteArray& frame, Deadline deadline);
+  /// Sends one frame and waits for the other, until the deadline or a requested stop. After a failure the
+  /// process is of no use.
+  [[nodiscard]] std::variant<QByteArray, Failure> exchange(const QByteArray& frame, Deadline deadline,
+                                                           const std::stop_token& stop);
 
   [[nodiscard]] pid_t processId() const { return pid_; }
 
  private:
   HelperProcess(pid_t pid, FileDescriptor channel);
 
-  [[nodiscard]] std::optional<Failure> send(const QByteArray& bytes, Deadline deadline);
-  [[nodiscard]] std::variant<QByteArray, Failure> receive(qsizetype length, Deadline deadline);
-  [[nodiscard]] bool waitFor(short events, Deadline deadline) const;
+  /// When waiting ends without an answer.
+  struct Patience {
+    Deadline deadline;
+    /// Readable once a stop has been requested.
+    int stopped;
+  };
+
+  [[nodiscard]] std::optional<Failure> send(const QByteArray& bytes, const Patience& patience);
+  [[nodiscard]] std::variant<QByteArray, Failure> receive(qsizetype length, const Patience& patience);
+  [[nodiscard]] std::optional<Failure> waitFor(short events, const Patience& patience) const;
   [[nodiscard]] bool endedInPeace();
   void end();
 

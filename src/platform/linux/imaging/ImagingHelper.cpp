@@ -9,8 +9,16 @@ namespace nimbrel {
 namespace {
 
 ImageError errorOf(HelperProcess::Failure failure) {
-  return {failure == HelperProcess::Failure::late ? QStringLiteral("la imagen tarda demasiado")
-                                                  : QStringLiteral("el proceso de imágenes ha fallado")};
+  switch (failure) {
+    case HelperProcess::Failure::late:
+      return {QStringLiteral("la imagen tarda demasiado")};
+    case HelperProcess::Failure::stopped:
+      return {QStringLiteral("ya no hace falta")};
+    case HelperProcess::Failure::gone:
+    case HelperProcess::Failure::broken:
+      break;
+  }
+  return {QStringLiteral("el proceso de imágenes ha fallado")};
 }
 
 }  // namespace
@@ -25,13 +33,15 @@ bool ImagingHelper::ensureStarted() {
   return process_.has_value();
 }
 
-std::variant<QByteArray, HelperProcess::Failure> ImagingHelper::exchange(const QByteArray& frame) {
-  auto reply = process_->exchange(frame, std::chrono::steady_clock::now() + timeLimit_);
+std::variant<QByteArray, HelperProcess::Failure> ImagingHelper::exchange(const QByteArray& frame,
+                                                                         const std::stop_token& stop) {
+  auto reply = process_->exchange(frame, std::chrono::steady_clock::now() + timeLimit_, stop);
   if (std::holds_alternative<HelperProcess::Failure>(reply)) process_.reset();
   return reply;
 }
 
-std::variant<ImagingReply, ImageError> ImagingHelper::ask(const ImagingRequest& request) {
+std::variant<ImagingReply, ImageError> ImagingHelper::ask(const ImagingRequest& request,
+                                                          const std::stop_token& stop) {
   const QByteArray frame = encodeRequest(request);
   if (frame.size() > static_cast<qsizetype>(kMaxImagingFrame))
     return ImageError{QStringLiteral("la imagen es demasiado grande")};
@@ -40,7 +50,7 @@ std::variant<ImagingReply, ImageError> ImagingHelper::ask(const ImagingRequest& 
   // A helper that was idle may be ending just now; a new one has no reason to.
   for (int attempt = 0; attempt < 2 && answer == decltype(answer)(HelperProcess::Failure::gone); ++attempt) {
     if (!ensureStarted()) return ImageError{QStringLiteral("no se pudo iniciar el proceso de imágenes")};
-    answer = exchange(frame);
+    answer = exchange(frame, stop);
   }
   if (const auto* const failure = std::get_if<HelperProcess::Failure>(&answer)) return errorOf(*failure);
   auto reply = decodeReply(std::get<QByteArray>(answer));

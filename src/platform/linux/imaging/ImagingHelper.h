@@ -4,6 +4,7 @@
 #include <chrono>
 #include <mutex>
 #include <optional>
+#include <stop_token>
 #include <variant>
 
 #include "platform/linux/imaging/HelperProcess.h"
@@ -21,8 +22,9 @@ class ImagingHelper final {
  public:
   ImagingHelper(QString program, ImagingSkill skill, std::chrono::milliseconds timeLimit);
 
-  /// The reply, or why there is none.
-  [[nodiscard]] std::variant<ImagingReply, ImageError> ask(const ImagingRequest& request);
+  /// The reply, or why there is none. A requested stop kills the helper over its work.
+  [[nodiscard]] std::variant<ImagingReply, ImageError> ask(const ImagingRequest& request,
+                                                           const std::stop_token& stop = {});
 
   /// Ends the helper, if it runs; the next request starts another. For what the helper holds in memory.
   void end();
@@ -32,7 +34,8 @@ class ImagingHelper final {
 
  private:
   [[nodiscard]] bool ensureStarted();
-  [[nodiscard]] std::variant<QByteArray, HelperProcess::Failure> exchange(const QByteArray& frame);
+  [[nodiscard]] std::variant<QByteArray, HelperProcess::Failure> exchange(const QByteArray& frame,
+                                                                          const std::stop_token& stop);
 
   const QString program_;
   const ImagingSkill skill_;

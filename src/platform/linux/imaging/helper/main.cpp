@@ -1,5 +1,6 @@
 #include <fcntl.h>
 #include <poll.h>
+#include <sys/resource.h>
 #include <unistd.h>
 
 #include <QCoreApplication>
@@ -84,6 +85,9 @@ int serve(bool readsText) {
   // Everything that comes from files comes before the door shuts.
   loadImageDecoders();
   const auto recognizer = readsText ? LineRecognizer::load() : nullptr;
+  // Nobody waits for the text, and everybody notices a slow machine.
+  constexpr int kKindness = 10;
+  if (readsText) setpriority(PRIO_PROCESS, 0, kKindness);
   const int log = muteStandardError();
   if (!confineThisProcess(limits)) {
     dprintf(log, "nimbrel-imaging: el núcleo no permite aislar el proceso\n");

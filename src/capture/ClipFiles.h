@@ -1,0 +1,45 @@
+#pragma once
+
+#include "capture/CaptureServices.h"
+#include "capture/MainThreadCalls.h"
+#include "platform/ImageCodec.h"
+#include "storage/BlobFiles.h"
+#include "storage/ClipDatabase.h"
+#include "storage/SerialQueue.h"
+
+namespace nimbrel {
+
+/// The side of the square that thumbnails fit, in pixels: a row's picture on a screen of twice the density.
+inline constexpr int kThumbnailPixels = 256;
+
+/// The files beside the database, written and deleted on a queue of their own, "Nimbrel.files"; images are
+/// decoded on another, "Nimbrel.images", so that a slow one holds up other images only.
+class ClipFiles final : public SideFiles {
+ public:
+  /// Files and codec outlive this.
+  ClipFiles(BlobFiles& files, ImageCodec& codec);
+
+  void prepareImage(const QByteArray& data,
+                    std::function<void(const std::optional<PreparedImage>&)> done) override;
+  void storeImage(const PreparedImage& image, Stored done) override;
+  void storeRich(const RichContent& content, Stored done) override;
+  [[nodiscard]] std::optional<QByteArray> loadImage(const QString& file) override;
+  [[nodiscard]] std::optional<QByteArray> loadRich(const QString& file) override;
+  void remove(const SideFileNames& names) override;
+
+  /// Deletes, later, the files that no row of the database refers to. The database outlives this.
+  void sweepOrphans(ClipDatabase& database);
+
+  /// Finishes all that was asked for so far and tells what came of it; *waits*. For the end of the program.
+  void finish();
+
+ private:
+  BlobFiles& files_;
+  ImageCodec& codec_;
+  MainThreadCalls calls_;
+  // Last members, first to go: what they still run uses all of the above.
+  SerialQueue fileQueue_;
+  SerialQueue imageQueue_;
+};
+
+}  // namespace nimbrel

@@ -1,0 +1,91 @@
+#include "capture/ClipHistory.h"
+
+#include <algorithm>
+
+#include "capture/model/Log.h"
+
+namespace nimbrel {
+namespace {
+
+SideFileNames filesOf(const ClipItem& clip) {
+  SideFileNames names;
+  if (clip.imageFile) names.images.append(*clip.imageFile);
+  if (clip.richFile) names.rich.append(*clip.richFile);
+  return names;
+}
+
+}  // namespace
+
+ClipHistory::ClipHistory(ClipDatabase& database, SideFiles& files) : database_(database), files_(files) {
+  const LoadedHistory loaded = database_.loadAll();
+  if (loaded.unreadableCount > 0)
+    qCCritical(clipboardLog, "%lld elementos ilegibles (se conservan en la base de datos)",
+               static_cast<long long>(loaded.unreadableCount));
+  items_ = HistoryList(loaded.clips);
+  database_.rebuildIndex(loaded.clips);
+}
+
+void ClipHistory::insert(ClipItem clip, HistoryList::Place place) {
+  const auto indexed = std::make_shared<const IndexedClip>(std::move(clip));
+  const qsizetype row = items_.insert(indexed, place);
+  ++revision_;
+  database_.save(indexed);
+  Q_EMIT inserted(row);
+}
+
+void ClipHistory::store(const ClipRef& clip, Changed what) {
+  if (what == Changed::columns) return database_.update(clip);
+  ++revision_;
+  database_.save(clip);
+}
+
+void ClipHistory::change(qsizetype row, ClipItem clip, Changed what) {
+  const ClipRef before = items_.at(row);
+  const auto indexed = std::make_shared<const IndexedClip>(std::move(clip));
+  items_.replace(row, indexed);
+  store(indexed, what);
+  dropUnusedRichFile(before->clip, indexed->clip);
+  Q_EMIT changed(row);
+}
+
+void ClipHistory::moveUp(qsizetype row, ClipItem clip, Changed what, HistoryList::Place place) {
+  if (items_.placeAt(row) > place) return change(row, std::move(clip), what);
+  const ClipRef before = items_.at(row);
+  const auto indexed = std::make_shared<const IndexedClip>(std::move(clip));
+  items_.replace(row, indexed);
+  const qsizetype target = items_.move(row, place);
+  if (what == Changed::columns) ++revision_;
+  store(indexed, what);
+  dropUnusedRichFile(before->clip, indexed->clip);
+  Q_EMIT moved(row, target);
+}
+
+void ClipHistory::dropUnusedRichFile(const ClipItem& before, const ClipItem& after) {
+  if (!before.richFile || before.richFile == after.richFile) return;
+  database_.afterWrites([&files = files_, name = *before.richFile] { files.remove({.rich = {name}}); });
+}
+
+void ClipHistory::remove(const QList<qsizetype>& rows) {
+  if (rows.isEmpty()) return;
+  QList<ClipRef> clips;
+  QList<QUuid> ids;
+  SideFileNames names;
+  bool sensitive = false;
+  for (const qsizetype row : rows) {
+    const ClipRef ref = items_.at(row);
+    const ClipItem& clip = ref->clip;
+    clips.append(ref);
+    ids.append(clip.id);
+    names += filesOf(clip);
+    sensitive = sensitive || clip.isSensitive() || clip.expiresAt;
+    items_.removeAt(row);
+  }
+  ++revision_;
+  // "Delete" means gone: many at once are a history that somebody wants cleared.
+  const bool erase = sensitive || rows.size() > 1;
+  database_.remove(ids, erase ? ClipDatabase::Traces::erase : ClipDatabase::Traces::mayLinger,
+                   [&files = files_, names] { files.remove(names); });
+  Q_EMIT removed(rows, clips);
+}
+
+}  // namespace nimbrel

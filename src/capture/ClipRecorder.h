@@ -1,0 +1,59 @@
+#pragma once
+
+#include <QUuid>
+#include <functional>
+
+#include "capture/CaptureDecision.h"
+#include "capture/CaptureServices.h"
+#include "capture/ClipHistory.h"
+#include "capture/Thumbnails.h"
+#include "platform/Clock.h"
+#include "settings/model/AppSettings.h"
+
+namespace nimbrel {
+
+/// What recording works with; everything outlives it.
+struct ClipRecorderParts final {
+  const AppSettings& settings;
+  const Clock& clock;
+  const TextGrader& grader;
+  SideFiles& files;
+  ImageTextQueue& imageTexts;
+  Thumbnails& thumbnails;
+  /// Makes the id of a new clip.
+  std::function<QUuid()> makeId;
+};
+
+/// Puts what was copied into the history: as a new clip, or as the one that is there already. What takes time
+/// (formatted text, images) follows later and ends up where it was copied. Main thread.
+class ClipRecorder final {
+ public:
+  /// The history outlives this.
+  ClipRecorder(const ClipRecorderParts& parts, ClipHistory& history) : parts_(parts), history_(history) {}
+
+  void record(const CaptureDecision& decision);
+
+ private:
+  using Place = HistoryList::Place;
+
+  void take(const CaptureNothing& nothing);
+  void take(const CaptureFiles& captured);
+  void take(const CaptureText& captured);
+  void take(const CaptureImage& captured);
+
+  [[nodiscard]] ClipItem newClip(const ClipSource& source) const;
+  /// Marks a clip whose text is a secret and sets its expiry; false when the user wants no such clip.
+  [[nodiscard]] bool grade(ClipItem& clip) const;
+  void insert(const ClipItem& clip, Place place);
+  void recordAgain(qsizetype row, const ClipItem& fresh, Place place);
+  void moveUp(qsizetype row, Timestamp date, Place place);
+  void keepFormat(const QUuid& id, const RichContent& rich);
+  void attachFormat(const QUuid& id, const QString& file, const QString& hash);
+  void keepImage(const PreparedImage& image, ClipItem clip, Place place);
+  void insertImage(const PreparedImage& image, const QString& file, ClipItem clip, Place place);
+
+  ClipRecorderParts parts_;
+  ClipHistory& history_;
+};
+
+}  // namespace nimbrel

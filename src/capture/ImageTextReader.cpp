@@ -1,0 +1,73 @@
+#include "capture/ImageTextReader.h"
+
+#include <algorithm>
+
+#include "capture/model/Log.h"
+
+namespace nimbrel {
+namespace {
+
+std::optional<QString> recognizeText(SideFiles& files, TextRecognizer& recognizer, const QString& imageFile,
+                                     const std::stop_token& stop) {
+  const auto data = files.loadImage(imageFile);
+  if (!data) return std::nullopt;
+  auto outcome = recognizer.recognizeText(*data, stop);
+  if (const auto* const error = std::get_if<ImageError>(&outcome)) {
+    if (!stop.stop_requested()) logFailure("OCR", error->description);
+    return std::nullopt;
+  }
+  return joinedLines(std::get<QList<RecognizedLine>>(std::move(outcome)));
+}
+
+}  // namespace
+
+QString joinedLines(QList<RecognizedLine> lines) {
+  std::stable_sort(lines.begin(), lines.end(), [](const RecognizedLine& a, const RecognizedLine& b) {
+    return a.box.center().y() < b.box.center().y();
+  });
+  QStringList texts;
+  for (const RecognizedLine& line : lines)
+    texts.append(line.text);
+  return texts.join(u'\n');
+}
+
+ImageTextReader::ImageTextReader(SideFiles& files, TextRecognizer& recognizer)
+    : files_(files),
+      recognizer_(recognizer),
+      queue_(QStringLiteral("Nimbrel.ocr"), SerialQueue::Priority::utility) {}
+
+ImageTextReader::~ImageTextReader() {
+  stop_.request_stop();
+}
+
+void ImageTextReader::enqueue(const QUuid& id, const QString& imageFile) {
+  const bool known =
+      std::any_of(ocrPending_.begin(), ocrPending_.end(), [&](const Task& task) { return task.id == id; });
+  if (known) return;
+  ocrPending_.append({id, imageFile});
+  if (!reading_) startNext();
+}
+
+void ImageTextReader::cancel(const QUuid& id) {
+  if (reading_ && !ocrPending_.isEmpty() && ocrPending_.first().id == id) stop_.request_stop();
+  ocrPending_.removeIf([&](const Task& task) { return task.id == id; });
+}
+
+void ImageTextReader::startNext() {
+  reading_ = !ocrPending_.isEmpty();
+  if (!reading_) return;
+  stop_ = std::stop_source();
+  queue_.post([this, task = ocrPending_.first(), stop = stop_.get_token()] {
+    calls_.post([this, id = task.id, text = recognizeText(files_, recognizer_, task.imageFile, stop)] {
+      finish(id, text);
+    });
+  });
+}
+
+void ImageTextReader::finish(const QUuid& id, const std::optional<QString>& text) {
+  const bool wanted = ocrPending_.removeIf([&](const Task& task) { return task.id == id; }) > 0;
+  if (wanted && text && handler_) handler_(id, *text);
+  startNext();
+}
+
+}  // namespace nimbrel

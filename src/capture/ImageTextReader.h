@@ -1,0 +1,54 @@
+#pragma once
+
+#include <QList>
+#include <QString>
+#include <QUuid>
+#include <optional>
+#include <stop_token>
+
+#include "capture/CaptureServices.h"
+#include "capture/MainThreadCalls.h"
+#include "platform/TextRecognizer.h"
+#include "storage/SerialQueue.h"
+
+namespace nimbrel {
+
+/// The lines of a picture as one text: the topmost first, lines of the same height in the recognizer's order.
+[[nodiscard]] QString joinedLines(QList<RecognizedLine> lines);
+
+/// Runs text recognition in the background, on the queue "Nimbrel.ocr", one image at a time. Main thread.
+class ImageTextReader final : public ImageTextQueue {
+ public:
+  /// Both outlive this.
+  ImageTextReader(SideFiles& files, TextRecognizer& recognizer);
+  ~ImageTextReader() override;
+
+  void setHandler(Recognized handler) override { handler_ = std::move(handler); }
+  void enqueue(const QUuid& id, const QString& imageFile) override;
+  void cancel(const QUuid& id) override;
+
+  /// How many images are not finished.
+  [[nodiscard]] qsizetype pendingCount() const { return ocrPending_.size(); }
+
+ private:
+  struct Task {
+    QUuid id;
+    QString imageFile;
+  };
+
+  void startNext();
+  void finish(const QUuid& id, const std::optional<QString>& text);
+
+  SideFiles& files_;
+  TextRecognizer& recognizer_;
+  Recognized handler_;
+  /// The first one is being read.
+  QList<Task> ocrPending_;
+  bool reading_ = false;
+  std::stop_source stop_;
+  MainThreadCalls calls_;
+  // Last member, first to go: what it still runs uses all of the above.
+  SerialQueue queue_;
+};
+
+}  // namespace nimbrel
