@@ -28,12 +28,19 @@ AppDelegate::AppDelegate(Platform& platform, HistoryCipher& cipher, const QStrin
               .pasteboard = *platform.pasteboard,
               .workspace = *platform.workspace,
               .clock = clock_,
-              .database = database_,
+              .database = databaseWithLegacy(cipher, storageDirectory),
               .grader = grader_,
               .files = files_,
               .images = *platform.imageCodec,
               .imageTexts = imageTexts_,
               .makeId = &QUuid::createUuid}) {}
+
+ClipDatabase& AppDelegate::databaseWithLegacy(HistoryCipher& cipher, const QString& storageDirectory) {
+  LegacyImport({.database = database_, .cipher = cipher, .defaults = *platform_.defaults, .clock = clock_},
+               storageDirectory)
+      .run();
+  return database_;
+}
 
 AppDelegate::~AppDelegate() {
   applicationWillTerminate();

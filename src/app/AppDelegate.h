@@ -12,6 +12,7 @@
 #include "capture/ClipFiles.h"
 #include "capture/ClipboardStore.h"
 #include "capture/ImageTextReader.h"
+#include "capture/LegacyImport.h"
 #include "platform/Platform.h"
 #include "settings/model/AppSettings.h"
 #include "storage/BlobFiles.h"
@@ -40,6 +41,8 @@ class AppDelegate final : public QObject {
   void showPanel();
 
  private:
+  /// The database with what older versions left brought into it.
+  [[nodiscard]] ClipDatabase& databaseWithLegacy(HistoryCipher& cipher, const QString& storageDirectory);
   void registerHotKey(HotKey& hotKey, const HotKeyCombo& combo);
   void refreshStatusItem();
   void pasteNextQueued();

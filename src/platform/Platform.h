@@ -14,6 +14,7 @@
 #include "platform/StatusItem.h"
 #include "platform/TerminationSignal.h"
 #include "platform/TextRecognizer.h"
+#include "platform/UserDefaults.h"
 #include "platform/Workspace.h"
 
 class QIcon;
@@ -32,6 +33,7 @@ struct Platform final {
   std::unique_ptr<HotKeyRegistrar> hotKeys;
   std::unique_ptr<KeystrokePoster> keystrokes;
   std::unique_ptr<AccessibilityTrust> accessibility;
+  std::unique_ptr<UserDefaults> defaults;
   std::unique_ptr<ImageCodec> imageCodec;
   std::unique_ptr<TextRecognizer> textRecognizer;
 

@@ -81,7 +81,7 @@ std::optional<QByteArray> HistoryCipher::seal(const QByteArray& data) {
 }
 
 std::optional<QByteArray> HistoryCipher::open(const QByteArray& data) {
-  if (!data.startsWith(kMagic)) return data;
+  if (!isSealed(data)) return data;
   const Key* const used = key();
   if (!used || data.size() < kOverhead) return std::nullopt;
   const char* const nonce = data.constData() + kMagic.size();
@@ -105,6 +105,10 @@ std::optional<QByteArray> HistoryCipher::open(const QByteArray& data) {
     return std::nullopt;
   }
   return plain;
+}
+
+bool HistoryCipher::isSealed(const QByteArray& data) {
+  return data.startsWith(kMagic);
 }
 
 bool HistoryCipher::hasKey() {

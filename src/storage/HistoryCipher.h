@@ -35,6 +35,9 @@ class HistoryCipher final {
   /// when there is no key, when the envelope is too short, or when it was altered.
   [[nodiscard]] std::optional<QByteArray> open(const QByteArray& data);
 
+  /// Whether data begins as an envelope does; says nothing about whether it can be opened.
+  [[nodiscard]] static bool isSealed(const QByteArray& data);
+
   /// Whether there is a history key: the history is encrypted at rest.
   [[nodiscard]] bool hasKey();
 

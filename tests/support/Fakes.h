@@ -20,6 +20,7 @@
 #include "platform/SecretStore.h"
 #include "platform/StatusItem.h"
 #include "platform/TextRecognizer.h"
+#include "platform/UserDefaults.h"
 #include "platform/Workspace.h"
 #include "storage/RandomSource.h"
 
@@ -114,6 +115,15 @@ class FakeSecretStore final : public SecretStore {
   int addStatus = 0;
   int finds = 0;
   int adds = 0;
+};
+
+class FakeUserDefaults final : public UserDefaults {
+ public:
+  [[nodiscard]] std::optional<QByteArray> data(const QString& key) const override {
+    return values.contains(key) ? std::optional(values.value(key)) : std::nullopt;
+  }
+  void remove(const QString& key) override { values.remove(key); }
+  QHash<QString, QByteArray> values;
 };
 
 class FailingRandom final : public RandomSource {

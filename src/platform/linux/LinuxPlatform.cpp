@@ -3,6 +3,7 @@
 
 #include "platform/Platform.h"
 #include "platform/linux/DBusInstanceHost.h"
+#include "platform/linux/JsonUserDefaults.h"
 #include "platform/linux/LibsecretStore.h"
 #include "platform/linux/TrayStatusItem.h"
 #include "platform/linux/UnixTerminationSignal.h"
@@ -55,6 +56,7 @@ Platform makePlatform() {
   platform.keystrokes = std::make_unique<X11KeystrokePoster>(desktop->session, desktop->entries, *pasteboard);
   platform.accessibility = std::make_unique<XtestTrust>(desktop);
   platform.pasteboard = std::move(pasteboard);
+  platform.defaults = std::make_unique<JsonUserDefaults>(userDefaultsPath());
   platform.imageCodec = std::make_unique<ConfinedImageCodec>(imagingHelperProgram());
   platform.textRecognizer = std::make_unique<ConfinedTextRecognizer>(imagingHelperProgram());
   platform.makePanelWindow = [desktop](QWidget& widget) {

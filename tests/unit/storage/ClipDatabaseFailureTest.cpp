@@ -153,6 +153,75 @@ TEST_F(ClipDatabaseFailure, WhenTheDiskIsFullKeepsTheClipInMemoryAndGoesOn) {
   EXPECT_EQ(database->count(), 1);
 }
 
+TEST_F(ClipDatabaseFailure, IsMadeGoodOnceTheFaultIsGone) {
+  open();
+  const ClipItem kept = textClip(u"ya estaba"_s, 1);
+  const ClipItem removed = textClip(u"borrado"_s, 2);
+  database->save(indexed(kept));
+  database->save(indexed(removed));
+  database->flush();
+  disk.failWrites = true;
+  ClipItem pinned = kept;
+  pinned.pinned = true;
+  ClipItem moved = textClip(u"nuevo"_s, 3);
+  database->update(indexed(pinned));
+  database->save(indexed(moved));
+  moved.date = timestampFromUnixSeconds(4);
+  database->update(indexed(moved));
+  bool gone = false;
+  database->remove({removed.id}, ClipDatabase::Traces::erase, [&gone] { gone = true; });
+  database->flush();
+  const qsizetype said = log.lines().size();
+  database->retryFailedWrites();
+  database->flush();
+  EXPECT_FALSE(gone);
+  EXPECT_EQ(log.lines().size(), said);
+  disk.failWrites = false;
+  database->retryFailedWrites();
+  const auto clips = database->loadAll().clips;
+  EXPECT_TRUE(gone);
+  ASSERT_EQ(clips.size(), 2);
+  EXPECT_EQ(clips.at(0)->clip, moved);
+  EXPECT_EQ(clips.at(1)->clip, pinned);
+}
+
+TEST_F(ClipDatabaseFailure, OfAClipThatWasRemovedMeanwhileIsForgotten) {
+  open();
+  disk.failWrites = true;
+  const ClipItem clip = textClip(u"efímero"_s);
+  database->save(indexed(clip));
+  database->flush();
+  disk.failWrites = false;
+  database->remove({clip.id}, ClipDatabase::Traces::mayLinger);
+  database->retryFailedWrites();
+  EXPECT_EQ(database->count(), 0);
+}
+
+TEST_F(ClipDatabaseFailure, IsMadeGoodAtTheLatestWhenTheProgramEnds) {
+  open();
+  disk.failWrites = true;
+  database->save(indexed(textClip(u"casi perdido"_s)));
+  database->flush();
+  disk.failWrites = false;
+  database.reset();
+  open();
+  EXPECT_EQ(database->count(), 1);
+}
+
+TEST_F(ClipDatabaseFailure, HoldsBackWhatWaitsForTheWrites) {
+  open();
+  bool done = false;
+  disk.failWrites = true;
+  database->save(indexed(textClip(u"x"_s)));
+  database->afterWrites([&done] { done = true; });
+  database->flush();
+  EXPECT_FALSE(done);
+  disk.failWrites = false;
+  database->retryFailedWrites();
+  database->flush();
+  EXPECT_TRUE(done);
+}
+
 TEST_F(ClipDatabaseFailure, OfABulkSaveRollsBackWhateverTheRow) {
   open();
   QList<ClipItem> clips;

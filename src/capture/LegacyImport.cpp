@@ -1,0 +1,93 @@
+#include "capture/LegacyImport.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <chrono>
+
+#include "capture/model/Log.h"
+
+namespace nimbrel {
+namespace {
+
+constexpr QStringView kDefaultsKey = u"clipboardItems";
+
+/// The whole content of a regular file.
+std::optional<QByteArray> contentOf(const QString& path) {
+  QFile file(path);
+  if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly)) return std::nullopt;
+  QByteArray data = file.readAll();
+  if (file.error() != QFile::NoError) return std::nullopt;
+  return data;
+}
+
+void rename(const QString& from, const QString& to) {
+  QFile file(from);
+  file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
+  if (!file.rename(to)) logFailure("No se pudo mover history.json", file.errorString());
+}
+
+}  // namespace
+
+std::optional<QList<ClipItem>> clipsFromJson(const QByteArray& json) {
+  const QJsonDocument document = QJsonDocument::fromJson(json);
+  if (!document.isArray()) return std::nullopt;
+  const QJsonArray array = document.array();
+  QList<ClipItem> clips;
+  clips.reserve(array.size());
+  for (const QJsonValue& value : array) {
+    auto clip = value.isObject() ? clipFromJson(value.toObject()) : std::nullopt;
+    if (!clip) return std::nullopt;
+    clips.append(*std::move(clip));
+  }
+  return clips;
+}
+
+LegacyImport::LegacyImport(const LegacyImportParts& parts, const QString& storageDirectory)
+    : parts_(parts), folder_(storageDirectory) {}
+
+QString LegacyImport::inFolder(const QString& name) const {
+  return QDir(folder_).filePath(name);
+}
+
+void LegacyImport::run() {
+  if (const auto data = contentOf(inFolder(QStringLiteral("history.json"))))
+    importFile(*data);
+  else
+    importDefaults();
+}
+
+void LegacyImport::importFile(const QByteArray& data) {
+  const auto opened = parts_.cipher.open(data);
+  const auto clips = opened ? clipsFromJson(*opened) : std::nullopt;
+  if (!clips) return setAside();
+  if (!clips->isEmpty() && parts_.database.saveMany(*clips)) retireFile(data);
+}
+
+void LegacyImport::importDefaults() {
+  const auto data = parts_.defaults.data(kDefaultsKey.toString());
+  const auto clips = data ? clipsFromJson(*data) : std::nullopt;
+  if (clips && !clips->isEmpty() && parts_.database.saveMany(*clips))
+    parts_.defaults.remove(kDefaultsKey.toString());
+}
+
+void LegacyImport::setAside() {
+  const auto now = std::chrono::duration_cast<std::chrono::seconds>(parts_.clock.now().time_since_epoch());
+  const QString name = QStringLiteral("history.corrupt-%1.json").arg(now.count());
+  rename(inFolder(QStringLiteral("history.json")), inFolder(name));
+  qCCritical(clipboardLog, "Historial ilegible, copia en %s", qUtf8Printable(name));
+}
+
+void LegacyImport::retireFile(const QByteArray& data) {
+  const QString path = inFolder(QStringLiteral("history.json"));
+  const QString copy = inFolder(QStringLiteral("history.migrated.json"));
+  QFile::remove(copy);
+  // Only a sealed copy may stay: a plain one would leave the history readable on the disk.
+  if (HistoryCipher::isSealed(data)) return rename(path, copy);
+  QFile file(path);
+  if (!file.remove()) logFailure("No se pudo borrar history.json", file.errorString());
+}
+
+}  // namespace nimbrel

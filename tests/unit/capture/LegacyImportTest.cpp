@@ -1,0 +1,207 @@
+#include "capture/LegacyImport.h"
+
+#include <gmock/gmock.h>
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QTemporaryDir>
+
+#include "storage/RandomSource.h"
+#include "storage/StorageDirectory.h"
+#include "support/FailingVfs.h"
+#include "support/Fakes.h"
+#include "support/LogRecorder.h"
+#include "support/StoreFixture.h"
+
+namespace nimbrel {
+namespace {
+
+using namespace Qt::StringLiterals;
+using testing::textClip;
+
+QByteArray jsonOf(const QList<ClipItem>& clips) {
+  QJsonArray array;
+  for (const ClipItem& clip : clips)
+    array.append(clipToJson(clip));
+  return QJsonDocument(array).toJson();
+}
+
+class LegacyImportTest : public ::testing::Test {
+ protected:
+  [[nodiscard]] QString file(const QString& name) const { return directory + u'/' + name; }
+  void write(const QByteArray& bytes) {
+    QFile legacy(file(u"history.json"_s));
+    ASSERT_TRUE(legacy.open(QIODevice::WriteOnly));
+    legacy.write(bytes);
+  }
+  void run() { LegacyImport({database, cipher, defaults, clock}, directory).run(); }
+  [[nodiscard]] QStringList texts() {
+    QStringList texts;
+    for (const ClipRef& clip : database.loadAll().clips)
+      texts.append(clip->clip.text);
+    return texts;
+  }
+  [[nodiscard]] QStringList names() const {
+    return QDir(directory).entryList({u"history*"_s}, QDir::Files, QDir::Name);
+  }
+
+  testing::LogRecorder log;
+  testing::FailingVfs disk;
+  QTemporaryDir home;
+  QString directory = makeStorageDirectory(home.path());
+  testing::ManualClock clock;
+  testing::FakeSecretStore secrets;
+  testing::FakeUserDefaults defaults;
+  SystemRandom random;
+  HistoryCipher cipher{secrets, random};
+  ClipDatabase database{databasePath(directory), cipher};
+  const QList<ClipItem> clips{textClip(u"nuevo"_s, 2000), textClip(u"viejo"_s, 1000)};
+};
+
+TEST_F(LegacyImportTest, WithoutASourceDoesNothing) {
+  run();
+  EXPECT_TRUE(texts().isEmpty());
+  EXPECT_TRUE(log.lines().isEmpty());
+}
+
+TEST_F(LegacyImportTest, KeepsEveryFieldThatTheDatabaseHasAPlaceFor) {
+  ClipItem clip = textClip(u"todo"_s, 1234.5);
+  clip.pinned = true;
+  clip.expiresAt = timestampFromUnixSeconds(9999);
+  clip.sensitive = false;
+  clip.ocrText = u"ocr"_s;
+  clip.sourceBundleID = u"com.example"_s;
+  clip.sourceName = u"Ejemplo"_s;
+  clip.imageFile = u"A.png"_s;
+  clip.imageHash = u"abc"_s;
+  clip.richFile = u"A.rtf"_s;
+  clip.richHash = u"def"_s;
+  clip.collection = u"Trabajo"_s;
+  write(jsonOf({clip}));
+  run();
+  const auto loaded = database.loadAll().clips;
+  ASSERT_EQ(loaded.size(), 1);
+  EXPECT_EQ(loaded.first()->clip, clip);
+}
+
+TEST_F(LegacyImportTest, OfAPlainFileLeavesNoPlainCopy) {
+  write(jsonOf(clips));
+  run();
+  EXPECT_EQ(texts(), (QStringList{u"nuevo"_s, u"viejo"_s}));
+  EXPECT_TRUE(names().isEmpty());
+  EXPECT_TRUE(log.lines().isEmpty());
+}
+
+TEST_F(LegacyImportTest, OfASealedFileKeepsACopyAndReplacesAnOlderOne) {
+  QFile older(file(u"history.migrated.json"_s));
+  ASSERT_TRUE(older.open(QIODevice::WriteOnly));
+  older.write("older");
+  older.close();
+  const QByteArray sealed = *cipher.seal(jsonOf(clips));
+  write(sealed);
+  run();
+  EXPECT_EQ(texts().size(), 2);
+  EXPECT_EQ(names(), QStringList{u"history.migrated.json"_s});
+  ASSERT_TRUE(older.open(QIODevice::ReadOnly));
+  EXPECT_EQ(older.readAll(), sealed);
+}
+
+TEST_F(LegacyImportTest, ASecondTimeFindsNothingToDo) {
+  write(jsonOf(clips));
+  run();
+  database.remove({clips.first().id}, ClipDatabase::Traces::mayLinger);
+  run();
+  EXPECT_EQ(texts(), QStringList{u"viejo"_s});
+}
+
+TEST_F(LegacyImportTest, OfAnUnreadableFileSetsItAsideAndThenTriesTheDefaults) {
+  defaults.values.insert(u"clipboardItems"_s, jsonOf(clips));
+  write("{ esto no es una lista");
+  run();
+  const QString aside = u"history.corrupt-1773500966.json"_s;
+  EXPECT_EQ(names(), QStringList{aside});
+  EXPECT_EQ(log.lines(), QStringList{u"Historial ilegible, copia en "_s + aside});
+  EXPECT_TRUE(texts().isEmpty());
+  run();
+  EXPECT_EQ(texts().size(), 2);
+  EXPECT_TRUE(defaults.values.isEmpty());
+}
+
+TEST_F(LegacyImportTest, OfMalformedJsonImportsNothingAndLosesNothing) {
+  const QByteArray good = jsonOf(clips);
+  const QList<QByteArray> malformed{
+      "",
+      "null",
+      "{}",
+      "[1]",
+      "[{}]",
+      good.first(good.size() / 2),
+      QByteArray(100'000, '['),
+      QByteArray(good).replace("\"pinned\": false", "\"pinned\": \"no\""),
+      QByteArray(good).replace("\"nuevo\"", "7"),
+      QByteArray("BRVN1 no es un sobre"),
+      QByteArray("\0\xff\xfe", 3),
+  };
+  for (const QByteArray& bytes : malformed) {
+    write(bytes);
+    run();
+    ASSERT_EQ(names().size(), 1) << bytes.left(40).toStdString();
+    QFile aside(file(names().first()));
+    ASSERT_TRUE(aside.open(QIODevice::ReadOnly));
+    EXPECT_EQ(aside.readAll(), bytes);
+    EXPECT_TRUE(aside.remove());
+  }
+  EXPECT_TRUE(texts().isEmpty());
+}
+
+TEST_F(LegacyImportTest, OfAnEmptyListLeavesTheFileInPlace) {
+  write("[]");
+  run();
+  EXPECT_EQ(names(), QStringList{u"history.json"_s});
+  EXPECT_TRUE(log.lines().isEmpty());
+}
+
+TEST_F(LegacyImportTest, ThatTheDatabaseRefusesIsTriedAgainAtTheNextLaunch) {
+  write(jsonOf(clips));
+  disk.failWrites = true;
+  run();
+  EXPECT_TRUE(log.has(u"No se pudo migrar el historial: "_s));
+  EXPECT_EQ(names(), QStringList{u"history.json"_s});
+  disk.failWrites = false;
+  run();
+  EXPECT_EQ(texts().size(), 2);
+  EXPECT_TRUE(names().isEmpty());
+}
+
+TEST_F(LegacyImportTest, FromTheDefaultsRemovesTheKeyWhenDone) {
+  defaults.values.insert(u"clipboardItems"_s, jsonOf(clips));
+  disk.failWrites = true;
+  run();
+  EXPECT_EQ(defaults.values.size(), 1);
+  disk.failWrites = false;
+  run();
+  EXPECT_EQ(texts(), (QStringList{u"nuevo"_s, u"viejo"_s}));
+  EXPECT_TRUE(defaults.values.isEmpty());
+}
+
+TEST_F(LegacyImportTest, FromUnreadableDefaultsRemovesNothing) {
+  for (const auto* const bytes : {"", "[]", "[1]", "nada"}) {
+    defaults.values.insert(u"clipboardItems"_s, bytes);
+    run();
+    EXPECT_EQ(defaults.values.size(), 1);
+  }
+  EXPECT_TRUE(log.lines().isEmpty());
+}
+
+TEST_F(LegacyImportTest, OfAFolderInItsPlaceTriesTheDefaults) {
+  ASSERT_TRUE(QDir(directory).mkpath(u"history.json"_s));
+  defaults.values.insert(u"clipboardItems"_s, jsonOf(clips));
+  run();
+  EXPECT_EQ(texts().size(), 2);
+}
+
+}  // namespace
+}  // namespace nimbrel
