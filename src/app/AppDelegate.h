@@ -37,6 +37,9 @@ class AppDelegate final : public QObject {
   /// called.
   void applicationWillTerminate();
 
+  /// The history, for whoever automates the program.
+  [[nodiscard]] ClipboardStore& store() { return store_; }
+
   /// Shows the panel, for a second start of the program.
   void showPanel();
 

@@ -3,6 +3,7 @@
 #include <QDateTime>
 #include <QLocale>
 #include <QPainter>
+#include <QPainterPath>
 #include <array>
 
 #include "panel/ClipListModel.h"
@@ -68,6 +69,21 @@ void drawTile(QPainter& painter, const QRect& square, const ClipItem& clip) {
                    name.first(name.at(0).isHighSurrogate() ? qMin(2, name.size()) : 1).toUpper());
 }
 
+/// The middle of the picture, as large as the square.
+void drawPicture(QPainter& painter, const QRect& square, const QImage& picture) {
+  const QSizeF shown = QSizeF(square.size()).scaled(picture.size(), Qt::KeepAspectRatio);
+  const QRectF source(QPointF((picture.width() - shown.width()) / 2, (picture.height() - shown.height()) / 2),
+                      shown);
+  QPainterPath outline;
+  outline.addRoundedRect(square, 7, 7);
+  painter.save();
+  painter.setClipPath(outline);
+  painter.setRenderHint(QPainter::SmoothPixmapTransform);
+  painter.fillPath(outline, Qt::white);
+  painter.drawImage(QRectF(square), picture, source);
+  painter.restore();
+}
+
 void drawDetails(QPainter& painter, QRect area, const QList<Detail>& details, const PanelTheme& theme) {
   constexpr int kSymbol = 11;
   constexpr int kGap = 8;
@@ -111,6 +127,13 @@ QSize ClipRow::sizeHint(const QStyleOptionViewItem& option, const QModelIndex&) 
   return {option.rect.width(), ClipRowLayout::height};
 }
 
+void ClipRow::drawIcon(QPainter& painter, const QRect& square, const ClipItem& clip) const {
+  const bool shows = clip.imageFile && !isMasked(clip);
+  const QImage picture = shows ? thumbnails_.thumbnail(*clip.imageFile) : QImage();
+  if (picture.isNull()) return drawTile(painter, square, clip);
+  drawPicture(painter, square, picture);
+}
+
 void ClipRow::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const {
   const auto* const model = static_cast<const ClipListModel*>(index.model());
   const ClipRef clip = model->clipAt(index.row());
@@ -121,7 +144,7 @@ void ClipRow::paint(QPainter* painter, const QStyleOptionViewItem& option, const
   painter->translate(option.rect.topLeft());
   painter->setRenderHint(QPainter::Antialiasing);
   if (option.state & QStyle::State_Selected) drawSelection(*painter, layout.background, theme);
-  drawTile(*painter, layout.icon, clip->clip);
+  drawIcon(*painter, layout.icon, clip->clip);
   painter->setFont(panelFont(13));
   painter->setPen(theme.text);
   const QString preview =

@@ -65,7 +65,7 @@ void ContentView::buildLayout(const Clock& clock) {
   list_->setObjectName(QStringLiteral("clipList"));
   list_->setAccessibleName(tr("Historial"));
   list_->setModel(model_);
-  list_->setItemDelegate(new ClipRow(clock, list_));
+  list_->setItemDelegate(new ClipRow(clock, store_.thumbnails(), list_));
   list_->setUniformItemSizes(true);
   list_->setFrameShape(QFrame::NoFrame);
   list_->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
@@ -93,6 +93,7 @@ void ContentView::followModel() {
     connect(model_, signal, this, [this] { keepSelection(); });
   connect(model_, &QAbstractItemModel::rowsMoved, this, [this] { keepSelection(); });
   connect(model_, &QAbstractItemModel::dataChanged, this, [this] { updateState(); });
+  connect(&store_.thumbnails(), &Thumbnails::ready, list_->viewport(), qOverload<>(&QWidget::update));
 }
 
 void ContentView::panelDidShow() {
@@ -204,6 +205,9 @@ bool ContentView::handleCommand(int key) {
       return true;
     case Qt::Key_P:
       if (clip) store_.togglePin(clip->clip.id);
+      return true;
+    case Qt::Key_T:
+      if (clip && store_.copyRecognizedText(clip->clip)) Q_EMIT pasteRequested();
       return true;
     default:
       return false;

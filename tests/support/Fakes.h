@@ -104,6 +104,14 @@ class FakeAccessibilityTrust final : public AccessibilityTrust {
   int requests = 0;
 };
 
+class FakeStatusItem final : public StatusItem {
+ public:
+  void show(const StatusItemState& shown) override { state = shown; }
+  void setActivationHandler(std::function<void()> given) override { handler = std::move(given); }
+  StatusItemState state;
+  std::function<void()> handler;
+};
+
 class FakeSecretStore final : public SecretStore {
  public:
   [[nodiscard]] SecretLookup find(const SecretItem& item) override;

@@ -80,6 +80,8 @@ void X11KeystrokePoster::press(const QList<xcb_keycode_t>& chord) {
     xcb_test_fake_input(session_.connection(), type, key, XCB_CURRENT_TIME, session_.root(), 0, 0, 0);
   };
   const QList<xcb_keycode_t> held = keyboard_.heldModifiers();
+  // As long as a hot key is held down, the server gives every key to whoever grabbed it.
+  xcb_ungrab_keyboard(session_.connection(), XCB_CURRENT_TIME);
   // One batch, which the server works off without a pause: the user has no time to let go of a key in the
   // middle.
   for (const xcb_keycode_t key : held)

@@ -1,0 +1,163 @@
+#include "app/AppDelegate.h"
+
+#include <gmock/gmock.h>
+
+#include <QCoreApplication>
+#include <QTemporaryDir>
+
+#include "platform/PasteboardTypes.h"
+#include "storage/RandomSource.h"
+#include "storage/StorageDirectory.h"
+#include "support/Fakes.h"
+#include "support/LogRecorder.h"
+
+namespace nimbrel {
+namespace {
+
+using namespace Qt::StringLiterals;
+using namespace testing;
+
+/// The whole program on a desktop of fakes.
+class AppDelegateTest : public ::testing::Test {
+ protected:
+  AppDelegateTest() {
+    keep(platform.secrets, secrets);
+    keep(platform.workspace, workspace);
+    keep(platform.pasteboard, pasteboard);
+    keep(platform.hotKeys, hotKeys);
+    keep(platform.keystrokes, keystrokes);
+    keep(platform.accessibility, trust);
+    keep(platform.defaults, defaults);
+    keep(platform.imageCodec, codec);
+    keep(platform.textRecognizer, recognizer);
+    platform.makePanelWindow = [](QWidget& widget) { return std::make_unique<FakePanelWindow>(widget); };
+    platform.makeStatusItem = [this](const auto&) {
+      auto made = std::make_unique<FakeStatusItem>();
+      statusItem = made.get();
+      return made;
+    };
+    cipher = std::make_unique<HistoryCipher>(*platform.secrets, random);
+    start();
+  }
+  ~AppDelegateTest() override { delegate.reset(); }
+
+  void start() {
+    delegate = std::make_unique<AppDelegate>(platform, *cipher, directory);
+    delegate->applicationDidFinishLaunching();
+  }
+  void copy(const QString& text) {
+    pasteboard->copyText(text);
+    delegate->store().tick();
+  }
+  [[nodiscard]] QUuid idAt(qsizetype row) const { return delegate->store().items().at(row)->clip.id; }
+  void pressNext() {
+    for (auto it = hotKeys->registered.begin(); it != hotKeys->registered.end(); ++it) {
+      if (it->keyCode != defaultNextHotKey().keyCode) continue;
+      hotKeys->handler(it.key());
+      return QCoreApplication::processEvents();
+    }
+    FAIL() << "the hot key is not registered";
+  }
+
+  LogRecorder log;
+  QTemporaryDir home;
+  QString directory = makeStorageDirectory(home.path());
+  SystemRandom random;
+  Platform platform;
+  FakeSecretStore* secrets = nullptr;
+  FakeWorkspace* workspace = nullptr;
+  FakePasteboard* pasteboard = nullptr;
+  FakeHotKeyRegistrar* hotKeys = nullptr;
+  FakeKeystrokePoster* keystrokes = nullptr;
+  FakeAccessibilityTrust* trust = nullptr;
+  FakeUserDefaults* defaults = nullptr;
+  FakeImageCodec* codec = nullptr;
+  FakeTextRecognizer* recognizer = nullptr;
+  FakeStatusItem* statusItem = nullptr;
+  std::unique_ptr<HistoryCipher> cipher;
+  std::unique_ptr<AppDelegate> delegate;
+
+ private:
+  template <typename Port, typename Fake>
+  static void keep(std::unique_ptr<Port>& port, Fake*& fake) {
+    auto made = std::make_unique<Fake>();
+    fake = made.get();
+    port = std::move(made);
+  }
+};
+
+TEST_F(AppDelegateTest, TheNextHotKeyPastesTheQueuedClipsOneAfterTheOther) {
+  copy(u"a"_s);
+  copy(u"b"_s);
+  delegate->store().addToQueue(idAt(1));
+  delegate->store().addToQueue(idAt(0));
+  EXPECT_EQ(statusItem->state.title, u"2");
+  EXPECT_EQ(statusItem->state.description, u"Nimbrel: 2 en cola");
+  pressNext();
+  EXPECT_EQ(pasteboard->text, u"a"_s);
+  EXPECT_EQ(statusItem->state.title, u"1");
+  pressNext();
+  EXPECT_EQ(pasteboard->text, u"b"_s);
+  EXPECT_EQ(keystrokes->pastes, 2);
+  EXPECT_EQ(statusItem->state.title, QString());
+}
+
+TEST_F(AppDelegateTest, TheNextHotKeyWithAnEmptyQueueDoesNothing) {
+  copy(u"a"_s);
+  pressNext();
+  EXPECT_TRUE(pasteboard->writes.isEmpty());
+  EXPECT_EQ(keystrokes->pastes, 0);
+}
+
+TEST_F(AppDelegateTest, AClipThatCannotBeCopiedStaysInTheQueue) {
+  copy(u"a"_s);
+  delegate->store().addToQueue(idAt(0));
+  pasteboard->failWrites = true;
+  pressNext();
+  EXPECT_EQ(delegate->store().queuedIDs().size(), 1);
+  EXPECT_EQ(keystrokes->pastes, 0);
+}
+
+TEST_F(AppDelegateTest, WithoutTrustTheNextHotKeyCopiesAndAsksForIt) {
+  trust->trusted = false;
+  copy(u"a"_s);
+  delegate->store().addToQueue(idAt(0));
+  pressNext();
+  EXPECT_EQ(pasteboard->writes.size(), 1);
+  EXPECT_TRUE(delegate->store().queuedIDs().isEmpty());
+  EXPECT_EQ(keystrokes->pastes, 0);
+  EXPECT_EQ(trust->requests, 1);
+}
+
+TEST_F(AppDelegateTest, WhilePausedTheStatusItemStillCountsTheQueue) {
+  copy(u"a"_s);
+  delegate->store().addToQueue(idAt(0));
+  delegate->store().setPaused(true);
+  EXPECT_EQ(statusItem->state, (StatusItemState{u"pause.circle"_s, u"Nimbrel en pausa"_s, u"1"_s}));
+}
+
+TEST_F(AppDelegateTest, AnImageCopiedJustBeforeTheEndIsKept) {
+  PasteboardSnapshot snapshot;
+  snapshot.types = {pasteboardType::png.toString()};
+  snapshot.image = "png";
+  pasteboard->copy(snapshot);
+  delegate->store().tick();
+  delegate.reset();
+  start();
+  ASSERT_EQ(delegate->store().items().size(), 1);
+  EXPECT_TRUE(delegate->store().items().at(0)->clip.isImage());
+}
+
+TEST_F(AppDelegateTest, AnOlderHistoryIsThereAtTheFirstLaunch) {
+  delegate.reset();
+  defaults->values.insert(u"clipboardItems"_s,
+                          R"([{"id": "11111111-2222-3333-4444-555555555555", "text": "antiguo",
+                              "date": 700000000, "pinned": true}])");
+  start();
+  ASSERT_EQ(delegate->store().items().size(), 1);
+  EXPECT_EQ(delegate->store().items().at(0)->clip.text, u"antiguo");
+  EXPECT_EQ(delegate->store().search(u"antig"_s).size(), 1);
+}
+
+}  // namespace
+}  // namespace nimbrel
