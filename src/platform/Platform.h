@@ -28,14 +28,14 @@ struct Platform final {
   std::unique_ptr<InstanceHost> instance;
   std::unique_ptr<TerminationSignal> termination;
   std::unique_ptr<SecretStore> secrets;
+  std::unique_ptr<ImageCodec> imageCodec;
+  std::unique_ptr<TextRecognizer> textRecognizer;
   std::unique_ptr<Workspace> workspace;
   std::unique_ptr<Pasteboard> pasteboard;
   std::unique_ptr<HotKeyRegistrar> hotKeys;
   std::unique_ptr<KeystrokePoster> keystrokes;
   std::unique_ptr<AccessibilityTrust> accessibility;
   std::unique_ptr<UserDefaults> defaults;
-  std::unique_ptr<ImageCodec> imageCodec;
-  std::unique_ptr<TextRecognizer> textRecognizer;
 
   /// Makes the panel window around a top-level widget that has not been shown yet.
   std::function<std::unique_ptr<PanelWindow>(QWidget&)> makePanelWindow;

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""From a copy in one program to a paste in another, on a real desktop: e2e_test.py NIMBREL QT_ENTRY"""
+"""From a copy in one program to a paste in another, on a real desktop: e2e_test.py NIMBREL QT_ENTRY QT_COPY"""
 import os
 import pathlib
 import subprocess
@@ -11,7 +11,7 @@ import unittest
 import desktop
 from desktop import active, focused, key, run, type_text, until
 
-NIMBREL, QT_ENTRY = sys.argv[1:3]
+NIMBREL, QT_ENTRY, QT_COPY = sys.argv[1:4]
 
 
 class Client:
@@ -245,6 +245,127 @@ class EndToEnd(unittest.TestCase):
         self.nimbrel.copied("después")
         self.assertEqual(self.nimbrel.count(), 1)
 
+    # Images and formatted texts
+
+    def picture(self, text, name="picture.png"):
+        """A picture with a text in it, in the format of its name."""
+        path = self.path / name
+        run("convert", "-background", "white", "-fill", "black", "-font", "DejaVu-Sans", "-pointsize", "28",
+            f"label:{text}", "-bordercolor", "white", "-border", "40", str(path))
+        return path
+
+    def copy_picture(self, path, target="image/png"):
+        before = self.nimbrel.count()
+        subprocess.run(["xclip", "-selection", "clipboard", "-t", target, "-i", str(path)], check=True,
+                       stdout=subprocess.DEVNULL)
+        until(lambda: self.nimbrel.count() > before, "the capture of a picture")
+
+    def copy_forms(self, *forms):
+        before = self.nimbrel.count()
+        source = subprocess.Popen([QT_COPY, *forms])
+        self.addCleanup(source.wait)
+        self.addCleanup(source.kill)
+        until(lambda: self.nimbrel.count() > before, "the capture of several forms")
+
+    def paste_directly(self):
+        self.nimbrel.show()
+        key("Return")
+        until(lambda: not self.nimbrel.panel(), "the panel to go")
+
+    def pasted_pixels(self, target):
+        """The pasteboard's picture, as raw pixels."""
+        picture = subprocess.run(["xclip", "-selection", "clipboard", "-t", target, "-o"], check=True, timeout=20,
+                                 capture_output=True).stdout
+        return self.pixels(f"{target.partition('/')[2]}:-", picture)
+
+    def pixels(self, source, picture=None):
+        return subprocess.run(["convert", source, "-depth", "8", "rgb:-"], input=picture, check=True,
+                              capture_output=True).stdout
+
+    def side_files(self, folder):
+        return list((self.nimbrel.database.parent / folder).iterdir())
+
+    def test_a_picture_is_kept_sealed_and_comes_back_in_several_formats(self):
+        path = self.picture("factura pendiente")
+        self.copy_picture(path)
+        stored = self.side_files("Images")
+        self.assertEqual(len(stored), 1)
+        self.assertTrue(stored[0].read_bytes().startswith(b"BRVN1"))
+        self.assertEqual(stored[0].stat().st_mode & 0o777, 0o600)
+        self.nimbrel.quit()
+        self.nimbrel.start()
+        self.nimbrel.copied("otra cosa")
+        self.nimbrel.show()
+        key("Down")
+        key("Return")
+        until(lambda: not self.nimbrel.panel(), "the panel to go")
+        until(lambda: "image/png" in run("xclip", "-selection", "clipboard", "-t", "TARGETS", "-o"), "the picture")
+        expected = self.pixels(str(path))
+        for target in ("image/png", "image/bmp", "image/tiff"):
+            self.assertEqual(self.pasted_pixels(target), expected, target)
+
+    def test_pictures_of_other_formats_are_kept_too(self):
+        for number, extension in enumerate(("jpeg", "bmp", "gif", "webp", "tiff")):
+            path = self.picture(f"formato {extension}", f"picture.{extension}")
+            self.copy_picture(path, f"image/{extension}")
+            self.assertEqual(self.nimbrel.count(), number + 1)
+
+    def test_the_same_picture_twice_is_one_clip(self):
+        path = self.picture("repetida")
+        self.copy_picture(path)
+        self.nimbrel.copied("entre medias")
+        # The same pixels, other bytes.
+        other = self.path / "again.png"
+        run("convert", str(path), "-quality", "10", "-set", "comment", "another program", str(other))
+        self.assertNotEqual(path.read_bytes(), other.read_bytes())
+        subprocess.run(["xclip", "-selection", "clipboard", "-t", "image/png", "-i", str(other)], check=True,
+                       stdout=subprocess.DEVNULL)
+        self.nimbrel.copied("al final")
+        self.assertEqual(self.nimbrel.count(), 3)
+
+    def test_the_text_in_a_picture_is_found_and_pasted(self):
+        self.copy_picture(self.picture("factura pendiente"))
+        self.nimbrel.copied("otra cosa")
+        client = self.open([QT_ENTRY], "--name", "^qt-entry$")
+        self.nimbrel.show()
+        type_text("pendien")
+        def pasted():
+            # Nothing happens before the picture has been read and found.
+            key("ctrl+t")
+            return not self.nimbrel.panel()
+        until(pasted, "the text of the picture")
+        self.finish_field(client, "factura pendiente")
+
+    def test_something_that_is_no_picture_costs_nothing(self):
+        bomb = self.path / "bomb.png"
+        bomb.write_bytes(b"\x89PNG\r\n\x1a\n" + bytes(1000))
+        subprocess.run(["xclip", "-selection", "clipboard", "-t", "image/png", "-i", str(bomb)], check=True,
+                       stdout=subprocess.DEVNULL)
+        self.nimbrel.copied("después")
+        self.copy_picture(self.picture("sana"))
+        self.assertEqual(self.nimbrel.count(), 2)
+
+    def test_a_formatted_text_comes_back_with_its_formatting(self):
+        self.copy_forms("text/plain=negrita", "text/html=<b>negrita</b>")
+        until(lambda: self.side_files("Rich"), "the stored formatting")
+        self.nimbrel.quit()
+        self.nimbrel.start()
+        self.paste_directly()
+        until(lambda: run("xclip", "-selection", "clipboard", "-t", "text/html", "-o", check=False), "the formatting")
+        self.assertEqual(run("xclip", "-selection", "clipboard", "-t", "text/html", "-o"), "<b>negrita</b>")
+        self.assertEqual(run("xclip", "-selection", "clipboard", "-o"), "negrita")
+        self.nimbrel.show()
+        key("ctrl+Return")
+        until(lambda: "text/html" not in run("xclip", "-selection", "clipboard", "-t", "TARGETS", "-o"), "plain text")
+
+    def test_deleting_a_picture_deletes_its_file(self):
+        self.copy_picture(self.picture("efímera"))
+        self.nimbrel.show()
+        key("ctrl+Delete")
+        until(lambda: not self.side_files("Images"), "the file to go")
+        self.assertEqual(self.nimbrel.count(), 0)
+        self.nimbrel.hide()
+
     # Starting
 
     def test_a_second_start_shows_the_panel_of_the_first(self):
@@ -262,4 +383,4 @@ class EndToEnd(unittest.TestCase):
 
 
 if __name__ == "__main__":
-    unittest.main(argv=sys.argv[:1] + sys.argv[3:], verbosity=2)
+    unittest.main(argv=sys.argv[:1] + sys.argv[4:], verbosity=2)

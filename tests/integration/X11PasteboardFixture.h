@@ -9,6 +9,7 @@
 #include "integration/clients/SelectionOwner.h"
 #include "integration/clients/SelectionRequestor.h"
 #include "platform/linux/X11Pasteboard.h"
+#include "support/Fakes.h"
 #include "support/LogRecorder.h"
 
 namespace nimbrel::testing {
@@ -50,7 +51,8 @@ class X11PasteboardFixture : public ::testing::Test {
 
   LogRecorder log;
   DesktopEntries entries{{}};
-  X11Pasteboard pasteboard{entries};
+  FakeImageCodec codec;
+  X11Pasteboard pasteboard{entries, &codec};
   SelectionRequestor requestor;
   qint64 last = 0;
   QList<PasteboardSnapshot> seen;

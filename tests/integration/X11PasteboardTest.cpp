@@ -132,6 +132,28 @@ TEST_F(X11PasteboardTest, ServesLargeContentInPieces) {
   EXPECT_TRUE(requestor.paste(u"image/png"_s) == png);
 }
 
+TEST_F(X11PasteboardTest, OffersAnImageInTheFormatsThatProgramsAskFor) {
+  ASSERT_TRUE(pasteboard.write({.fileUrls = {}, .png = "picture"}));
+  const QStringList targets = requestor.targets();
+  for (const auto* target : {u"image/png", u"image/tiff", u"image/bmp", u"image/jpeg"}) {
+    EXPECT_TRUE(targets.contains(QString::fromUtf16(target)));
+    EXPECT_EQ(requestor.paste(QString::fromUtf16(target)), "picture");
+  }
+}
+
+TEST_F(X11PasteboardTest, RefusesAnImageThatCannotBeConvertedAndStillHasTheOriginal) {
+  codec.error = u"rota"_s;
+  ASSERT_TRUE(pasteboard.write({.fileUrls = {}, .png = "picture"}));
+  EXPECT_FALSE(requestor.paste(u"image/tiff"_s));
+  EXPECT_EQ(requestor.paste(u"image/png"_s), "picture");
+}
+
+TEST_F(X11PasteboardTest, EndsInTheMiddleOfAConversion) {
+  ASSERT_TRUE(pasteboard.write({.fileUrls = {}, .png = "picture"}));
+  for (int i = 0; i < 100; ++i)
+    requestor.askAndForget(u"image/bmp"_s);
+}
+
 TEST_F(X11PasteboardTest, DoesNotReportItsOwnWrites) {
   const auto count = pasteboard.write({.fileUrls = {}, .text = u"propio"_s});
   EXPECT_EQ(requestor.paste(u"UTF8_STRING"_s), QByteArray("propio"));
@@ -204,7 +226,7 @@ TEST_F(X11PasteboardTest, DoesNotLendWhatIsSomebodyElses) {
 
 TEST(X11PasteboardWithoutServer, WritesNothingAndSaysSo) {
   DesktopEntries none{{}};
-  X11Pasteboard pasteboard(none, ":9999");
+  X11Pasteboard pasteboard(none, nullptr, ":9999");
   EXPECT_FALSE(pasteboard.write({.fileUrls = {}, .text = u"a"_s}));
   EXPECT_FALSE(pasteboard.clearIfUnchanged(0));
   EXPECT_FALSE(pasteboard.offerAsPrimary());

@@ -45,8 +45,10 @@ void preparePlatform() {
 
 Platform makePlatform() {
   auto desktop = std::make_shared<X11Desktop>();
-  auto pasteboard = std::make_unique<X11Pasteboard>(desktop->entries);
   Platform platform;
+  platform.imageCodec = std::make_unique<ConfinedImageCodec>(imagingHelperProgram());
+  platform.textRecognizer = std::make_unique<ConfinedTextRecognizer>(imagingHelperProgram());
+  auto pasteboard = std::make_unique<X11Pasteboard>(desktop->entries, platform.imageCodec.get());
   platform.foundation = desktop;
   platform.instance = std::make_unique<DBusInstanceHost>();
   platform.termination = std::make_unique<UnixTerminationSignal>();
@@ -57,8 +59,6 @@ Platform makePlatform() {
   platform.accessibility = std::make_unique<XtestTrust>(desktop);
   platform.pasteboard = std::move(pasteboard);
   platform.defaults = std::make_unique<JsonUserDefaults>(userDefaultsPath());
-  platform.imageCodec = std::make_unique<ConfinedImageCodec>(imagingHelperProgram());
-  platform.textRecognizer = std::make_unique<ConfinedTextRecognizer>(imagingHelperProgram());
   platform.makePanelWindow = [desktop](QWidget& widget) {
     return std::make_unique<X11PanelWindow>(widget, desktop->session);
   };

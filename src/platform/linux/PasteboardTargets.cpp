@@ -120,4 +120,11 @@ QHash<QString, QByteArray> offeredTargets(const PasteboardContent& content) {
   return offer;
 }
 
+QHash<QString, ImageCodec::Format> convertedTargets(const PasteboardContent& content) {
+  if (!content.png) return {};
+  return {{QStringLiteral("image/tiff"), ImageCodec::Format::tiff},
+          {QStringLiteral("image/bmp"), ImageCodec::Format::bmp},
+          {QStringLiteral("image/jpeg"), ImageCodec::Format::jpeg}};
+}
+
 }  // namespace nimbrel

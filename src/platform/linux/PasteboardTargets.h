@@ -8,6 +8,7 @@
 #include <QUrl>
 #include <optional>
 
+#include "platform/ImageCodec.h"
 #include "platform/PasteboardContent.h"
 
 /// How X11 selection targets and their bytes translate to the pasteboard's types and values. Pure functions.
@@ -31,5 +32,8 @@ enum class PasteboardFormat { files, text, rtf, html, image };
 
 /// The targets under which content is offered, with the bytes of each.
 [[nodiscard]] QHash<QString, QByteArray> offeredTargets(const PasteboardContent& content);
+
+/// The further targets under which an image is offered, and the format that each of them needs.
+[[nodiscard]] QHash<QString, ImageCodec::Format> convertedTargets(const PasteboardContent& content);
 
 }  // namespace nimbrel

@@ -19,6 +19,7 @@ constexpr qsizetype kChunkBytes = 128 * 1024;
 /// More requestors than this at once are not people pasting.
 constexpr std::size_t kMaxTransfers = 64;
 constexpr std::uint32_t kMaxMultiplePairs = 64;
+constexpr qsizetype kMaxWaiting = 16;
 
 /// Whether a request made at `time` belongs to an ownership that began at `since`. Server time wraps around.
 bool isInTime(xcb_timestamp_t time, xcb_timestamp_t since) {
@@ -28,14 +29,20 @@ bool isInTime(xcb_timestamp_t time, xcb_timestamp_t since) {
 
 }  // namespace
 
-SelectionServer::SelectionServer(xcb_connection_t* connection, AtomTable& atoms)
-    : connection_(connection), atoms_(atoms) {}
+SelectionServer::SelectionServer(xcb_connection_t* connection, AtomTable& atoms,
+                                 ImageConversions& conversions)
+    : connection_(connection), atoms_(atoms), conversions_(conversions) {}
 
 void SelectionServer::offer(xcb_atom_t selection, const PasteboardContent& content, xcb_timestamp_t time) {
   const auto targets = offeredTargets(content);
   Offer offer{.values = {}, .since = time};
   for (auto it = targets.begin(); it != targets.end(); ++it)
     offer.values.insert(atoms_.atom(it.key()), it.value());
+  const auto converted =
+      conversions_.isPossible() ? convertedTargets(content) : decltype(convertedTargets({}))();
+  for (auto it = converted.begin(); it != converted.end(); ++it)
+    offer.conversions.insert(atoms_.atom(it.key()), it.value());
+  offer.image = content.png.value_or(QByteArray());
   offers_.insert(selection, offer);
 }
 
@@ -48,10 +55,43 @@ std::optional<xcb_timestamp_t> SelectionServer::offeredSince(xcb_atom_t selectio
 void SelectionServer::handle(const xcb_selection_request_event_t& event, TimePoint now) {
   // Programs older than ICCCM name no property and expect the target's name to be used.
   const xcb_atom_t property = event.property == XCB_ATOM_NONE ? event.target : event.property;
-  const auto offer = offers_.constFind(event.selection);
-  const bool answered = offer != offers_.constEnd() && isInTime(event.time, offer->since) &&
-                        answer(*offer, event.target, {event.requestor, property}, now);
+  const auto offer = offers_.find(event.selection);
+  const bool entitled = offer != offers_.end() && isInTime(event.time, offer->since);
+  if (entitled && beginConversion(*offer, event)) return;
+  const bool answered = entitled && answer(*offer, event.target, {event.requestor, property}, now);
   sendSelectionNotify(connection_, event, answered ? property : static_cast<xcb_atom_t>(XCB_ATOM_NONE));
+}
+
+bool SelectionServer::beginConversion(Offer& offer, const xcb_selection_request_event_t& request) {
+  const auto format = offer.conversions.constFind(request.target);
+  if (format == offer.conversions.constEnd() || waiting_.size() >= kMaxWaiting) return false;
+  waiting_.append({++lastTicket_, request});
+  conversions_.start(lastTicket_, offer.image, *format);
+  return true;
+}
+
+void SelectionServer::takeConversions(TimePoint now) {
+  const auto results = conversions_.takeResults();
+  for (const ImageConversions::Result& result : results) {
+    const auto found = std::find_if(waiting_.begin(), waiting_.end(),
+                                    [&](const Waiting& waiting) { return waiting.ticket == result.ticket; });
+    if (found == waiting_.end()) continue;
+    const Waiting waiting = *found;
+    waiting_.erase(found);
+    if (result.bytes)
+      answerConverted(waiting, *result.bytes, now);
+    else
+      sendSelectionNotify(connection_, waiting.request, XCB_ATOM_NONE);
+  }
+}
+
+void SelectionServer::answerConverted(const Waiting& waiting, const QByteArray& bytes, TimePoint now) {
+  const auto& request = waiting.request;
+  const xcb_atom_t property = request.property == XCB_ATOM_NONE ? request.target : request.property;
+  Offer converted;
+  converted.values.insert(request.target, bytes);
+  const bool answered = answer(converted, request.target, {request.requestor, property}, now);
+  sendSelectionNotify(connection_, request, answered ? property : static_cast<xcb_atom_t>(XCB_ATOM_NONE));
 }
 
 bool SelectionServer::answer(const Offer& offer, xcb_atom_t target, Place place, TimePoint now) {
@@ -75,6 +115,8 @@ void SelectionServer::sendTargets(const Offer& offer, Place place) {
   for (const auto* name : {u"TARGETS", u"TIMESTAMP", u"MULTIPLE"})
     targets.push_back(atoms_.atom(QString::fromUtf16(name)));
   for (auto it = offer.values.begin(); it != offer.values.end(); ++it)
+    targets.push_back(it.key());
+  for (auto it = offer.conversions.begin(); it != offer.conversions.end(); ++it)
     targets.push_back(it.key());
   xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, place.requestor, place.property, XCB_ATOM_ATOM, 32,
                       static_cast<std::uint32_t>(targets.size()), targets.data());

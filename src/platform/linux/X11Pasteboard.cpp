@@ -18,8 +18,8 @@ constexpr auto kWriteTimeout = 12ms;
 
 }  // namespace
 
-X11Pasteboard::X11Pasteboard(DesktopEntries& entries, const QByteArray& display)
-    : entries_(entries), wakeDescriptor_(eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC)) {
+X11Pasteboard::X11Pasteboard(DesktopEntries& entries, ImageCodec* codec, const QByteArray& display)
+    : entries_(entries), codec_(codec), wakeDescriptor_(eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC)) {
   worker_ = std::make_unique<Worker>(*this, display);
   shared_.connected = worker_->isConnected();
 }
@@ -31,6 +31,8 @@ X11Pasteboard::~X11Pasteboard() {
   }
   wakeWorker();
   if (thread_.joinable()) thread_.join();
+  // Its last conversion may still want to wake somebody.
+  worker_.reset();
   close(wakeDescriptor_);
 }
 

@@ -8,6 +8,7 @@
 #include <optional>
 #include <thread>
 
+#include "platform/ImageCodec.h"
 #include "platform/Pasteboard.h"
 #include "platform/linux/DesktopEntries.h"
 
@@ -19,8 +20,9 @@ namespace nimbrel {
 class X11Pasteboard final : public Pasteboard {
  public:
   /// `display` as in the DISPLAY variable, or empty for that variable's own value. The entries must outlive
-  /// this.
-  explicit X11Pasteboard(DesktopEntries& entries, const QByteArray& display = {});
+  /// this, and so must the codec, with which images are offered in more formats than their own.
+  explicit X11Pasteboard(DesktopEntries& entries, ImageCodec* codec = nullptr,
+                         const QByteArray& display = {});
   ~X11Pasteboard() override;
 
   void setReadPolicy(const PasteboardReadPolicy& policy) override;
@@ -66,6 +68,7 @@ class X11Pasteboard final : public Pasteboard {
   void announce();
 
   DesktopEntries& entries_;
+  ImageCodec* const codec_;
   Shared shared_;
   std::function<void()> handler_;
   QObject context_;

@@ -40,7 +40,8 @@ X11Pasteboard::Worker::Worker(X11Pasteboard& owner, const QByteArray& display)
     : owner_(owner),
       connection_(xcb_connect(display.isEmpty() ? nullptr : display.constData(), nullptr)),
       atoms_(connection_.get()),
-      server_(connection_.get(), atoms_),
+      conversions_(owner.codec_, [&owner] { owner.wakeWorker(); }),
+      server_(connection_.get(), atoms_, conversions_),
       activeApplication_(connection_.get(), atoms_, owner.entries_) {
   connected_ = prepare();
 }
@@ -83,6 +84,7 @@ void X11Pasteboard::Worker::run() {
     if (read_) read_->expire(now);
     settleRead();
     server_.expire(now);
+    server_.takeConversions(now);
     // Sending can read events into the library's queue, where poll does not see them: they are looked for
     // after it, and nothing is sent between that look and the wait.
     xcb_flush(connection_.get());

@@ -64,6 +64,7 @@ class X11Pasteboard::Worker final {
   X11Pasteboard& owner_;
   XcbConnection connection_;
   AtomTable atoms_;
+  ImageConversions conversions_;
   SelectionServer server_;
   ActiveApplication activeApplication_;
   bool connected_ = false;

@@ -120,6 +120,20 @@ QByteArray encodePng(const QImage& image) {
   return encodeImage(withoutTexts(image.convertToFormat(storedFormat(image))), "png");
 }
 
+QImage onWhite(const QImage& image) {
+  if (!image.hasAlphaChannel()) return image;
+  QImage opaque = image.convertToFormat(QImage::Format_ARGB32);
+  for (int y = 0; y < opaque.height(); ++y) {
+    auto* const line = reinterpret_cast<QRgb*>(opaque.scanLine(y));
+    for (int x = 0; x < opaque.width(); ++x) {
+      const int alpha = qAlpha(line[x]);
+      const auto over = [alpha](int channel) { return (channel * alpha + 255 * (255 - alpha)) / 255; };
+      line[x] = qRgb(over(qRed(line[x])), over(qGreen(line[x])), over(qBlue(line[x])));
+    }
+  }
+  return opaque;
+}
+
 QByteArray encodeImage(const QImage& image, const char* format) {
   QByteArray bytes;
   QBuffer buffer(&bytes);

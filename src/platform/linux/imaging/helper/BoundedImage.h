@@ -28,6 +28,9 @@ void loadImageDecoders();
 /// bytes, whatever format it came in.
 [[nodiscard]] QByteArray encodePng(const QImage& image);
 
+/// The same picture without transparency, as it looks on paper.
+[[nodiscard]] QImage onWhite(const QImage& image);
+
 /// Any format that Qt writes; empty when it cannot be encoded.
 [[nodiscard]] QByteArray encodeImage(const QImage& image, const char* format);
 

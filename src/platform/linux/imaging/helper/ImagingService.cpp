@@ -49,9 +49,9 @@ ImagingReply answer(const ImagingRequest& request, LineRecognizer* recognizer) {
     case ImagingTask::encodeTiff:
       return withData(encodeImage(image, "tiff"));
     case ImagingTask::encodeBmp:
-      return withData(encodeImage(image, "bmp"));
+      return withData(encodeImage(onWhite(image), "bmp"));
     case ImagingTask::encodeJpeg:
-      return withData(encodeImage(image, "jpeg"));
+      return withData(encodeImage(onWhite(image), "jpeg"));
     case ImagingTask::recognizeText:
       return linesOf(image, recognizer);
   }

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "platform/linux/imaging/helper/BoundedImage.h"
+
 namespace nimbrel {
 namespace {
 
@@ -35,21 +37,6 @@ void makeLight(QImage& gray) {
   }
   constexpr int kMiddle = 128;
   if (sum < qint64(kMiddle) * gray.width() * gray.height()) gray.invertPixels();
-}
-
-/// Transparent parts become white, as on paper.
-QImage onWhite(const QImage& image) {
-  if (!image.hasAlphaChannel()) return image;
-  QImage opaque = image.convertToFormat(QImage::Format_ARGB32);
-  for (int y = 0; y < opaque.height(); ++y) {
-    auto* const line = reinterpret_cast<QRgb*>(opaque.scanLine(y));
-    for (int x = 0; x < opaque.width(); ++x) {
-      const int alpha = qAlpha(line[x]);
-      const auto over = [alpha](int channel) { return (channel * alpha + 255 * (255 - alpha)) / 255; };
-      line[x] = qRgb(over(qRed(line[x])), over(qGreen(line[x])), over(qBlue(line[x])));
-    }
-  }
-  return opaque;
 }
 
 QImage withMargin(const QImage& gray) {
