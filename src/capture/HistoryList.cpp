@@ -12,7 +12,7 @@ HistoryList::HistoryList(const QList<ClipRef>& clips) {
   for (const ClipRef& clip : clips) {
     if (places_.contains(clip->clip.id)) continue;
     places_.insert(clip->clip.id, place);
-    note(*clip);
+    note(*clip, place);
     slots_.append({place--, clip});
   }
 }
@@ -69,7 +69,7 @@ std::optional<qsizetype> HistoryList::rowOfImage(const QString& imageHash) const
 }
 
 qsizetype HistoryList::insert(ClipRef clip, Place place) {
-  note(*clip);
+  note(*clip, place);
   places_.insert(clip->clip.id, place);
   const qsizetype row = rowFor(place);
   slots_.insert(row, {place, std::move(clip)});
@@ -77,13 +77,15 @@ qsizetype HistoryList::insert(ClipRef clip, Place place) {
 }
 
 void HistoryList::replace(qsizetype row, ClipRef clip) {
-  forget(*slots_.at(row).clip);
-  note(*clip);
+  const Place place = placeAt(row);
+  forget(*slots_.at(row).clip, place);
+  note(*clip, place);
   slots_[row].clip = std::move(clip);
 }
 
 qsizetype HistoryList::move(qsizetype row, Place place) {
   Slot slot = slots_.takeAt(row);
+  if (unpinned_.erase(slot.place) > 0) unpinned_.insert(place);
   slot.place = place;
   places_.insert(slot.clip->clip.id, place);
   const qsizetype target = rowFor(place);
@@ -92,19 +94,17 @@ qsizetype HistoryList::move(qsizetype row, Place place) {
 }
 
 void HistoryList::removeAt(qsizetype row) {
-  forget(*slots_.at(row).clip);
+  forget(*slots_.at(row).clip, placeAt(row));
   places_.remove(slots_.at(row).clip->clip.id);
   slots_.removeAt(row);
 }
 
 QList<qsizetype> HistoryList::rowsBeyond(qsizetype capacity) const {
   QList<qsizetype> rows;
-  qsizetype excess = unpinned_ - std::max<qsizetype>(capacity, 0);
-  for (qsizetype row = slots_.size() - 1; row >= 0 && excess > 0; --row) {
-    if (slots_.at(row).clip->clip.pinned) continue;
-    rows.append(row);
-    --excess;
-  }
+  auto oldest = unpinned_.begin();
+  for (auto excess = static_cast<qsizetype>(unpinned_.size()) - capacity;
+       excess > 0 && oldest != unpinned_.end(); --excess)
+    rows.append(rowFor(*oldest++));
   return rows;
 }
 
@@ -121,23 +121,23 @@ QList<qsizetype> HistoryList::rowsExpiredAt(Timestamp moment) {
   return rows;
 }
 
-void HistoryList::note(const IndexedClip& indexed) {
+void HistoryList::note(const IndexedClip& indexed, Place place) {
   const ClipItem& clip = indexed.clip;
   if (clip.textHash && !clip.isImage()) byTextHash_.insert(*clip.textHash, clip.id);
   if (clip.imageHash) byImageHash_.insert(*clip.imageHash, clip.id);
   if (clip.isText() && !clip.textHash) ++unhashed_;
   if (clip.pinned) return;
-  ++unpinned_;
+  unpinned_.insert(place);
   if (clip.expiresAt)
     earliestExpiry_ = earliestExpiry_ ? std::min(*earliestExpiry_, *clip.expiresAt) : *clip.expiresAt;
 }
 
-void HistoryList::forget(const IndexedClip& indexed) {
+void HistoryList::forget(const IndexedClip& indexed, Place place) {
   const ClipItem& clip = indexed.clip;
   if (clip.textHash && !clip.isImage()) byTextHash_.remove(*clip.textHash, clip.id);
   if (clip.imageHash) byImageHash_.remove(*clip.imageHash, clip.id);
   if (clip.isText() && !clip.textHash) --unhashed_;
-  if (!clip.pinned) --unpinned_;
+  unpinned_.erase(place);
 }
 
 }  // namespace nimbrel

@@ -4,6 +4,7 @@
 #include <QList>
 #include <QUuid>
 #include <optional>
+#include <set>
 
 #include "capture/model/IndexedClip.h"
 
@@ -56,8 +57,8 @@ class HistoryList final {
     ClipRef clip;
   };
 
-  void note(const IndexedClip& clip);
-  void forget(const IndexedClip& clip);
+  void note(const IndexedClip& clip, Place place);
+  void forget(const IndexedClip& clip, Place place);
   [[nodiscard]] qsizetype rowFor(Place place) const;
   [[nodiscard]] std::optional<qsizetype> firstRow(const QMultiHash<QString, QUuid>& table,
                                                   const QString& hash, bool file) const;
@@ -70,7 +71,8 @@ class HistoryList final {
   QMultiHash<QString, QUuid> byImageHash_;
   /// Text clips without a hash, as older histories have them.
   qsizetype unhashed_ = 0;
-  qsizetype unpinned_ = 0;
+  /// The places of the unpinned clips, so that the oldest is found among however many pinned ones.
+  std::set<Place> unpinned_;
   /// No unpinned clip expires before this; it may be earlier than the first that does.
   std::optional<Timestamp> earliestExpiry_;
 };

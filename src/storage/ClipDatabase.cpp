@@ -260,7 +260,10 @@ void ClipDatabase::remove(const QList<QUuid>& ids, Traces traces, std::function<
 
 void ClipDatabase::erase(const Removal& removal) {
   if (disk_) {
-    deleteById(*disk_, "DELETE FROM clips WHERE id = ?", removal.ids);
+    SQLTransaction transaction(*disk_);
+    for (const QUuid& id : removal.ids)
+      disk_->run("DELETE FROM clips WHERE id = ?", {sqlText(clipIdText(id))});
+    transaction.commit();
     if (removal.traces == Traces::erase) eraseTraces(kTraceAttempts);
   }
   if (removal.removed) removal.removed();

@@ -10,12 +10,12 @@ namespace {
 /// Each match costs the index as much as looking at several clips in memory.
 constexpr qsizetype kMaxAnswer = 500;
 
-void insertBody(SQLiteConnection& index, const IndexedClip& clip) {
-  // While nobody waits: what painting a row needs to know of a long text.
-  static_cast<void>(clip.traits());
-  if (const auto& body = clip.body())
-    index.run("INSERT INTO fts(id, body) VALUES(?, ?)", {sqlText(clipIdText(clip.clip.id)), SQLText{*body}});
-}
+constexpr const char* kCreate =
+    "CREATE VIRTUAL TABLE fts USING fts5(id UNINDEXED, body, tokenize = 'trigram')";
+constexpr const char* kInsert = "INSERT INTO fts(rowid, id, body) VALUES(?, ?, ?)";
+
+/// So many rows are deleted one by one before anybody could notice.
+constexpr qsizetype kFew = 200;
 
 /// The terms as FTS5 phrases side by side, which it reads as AND.
 QByteArray matchExpression(const QList<QByteArray>& terms) {
@@ -29,13 +29,6 @@ QByteArray matchExpression(const QList<QByteArray>& terms) {
 
 }  // namespace
 
-void deleteById(SQLiteConnection& connection, const char* sql, const QList<QUuid>& ids) {
-  SQLTransaction transaction(connection);
-  for (const QUuid& id : ids)
-    connection.run(sql, {sqlText(clipIdText(id))});
-  transaction.commit();
-}
-
 ClipIndex::ClipIndex() : queue_(QStringLiteral("Nimbrel.db.index"), SerialQueue::Priority::userInitiated) {
   queue_.runAndWait([this] { open(); });
 }
@@ -45,11 +38,24 @@ ClipIndex::~ClipIndex() = default;
 void ClipIndex::open() {
   try {
     auto index = std::make_unique<SQLiteConnection>(":memory:");
-    index->execute("CREATE VIRTUAL TABLE fts USING fts5(id UNINDEXED, body, tokenize = 'trigram')");
+    index->execute(kCreate);
     index_ = std::move(index);
   } catch (const SQLError& error) {
     logFailure("No se pudo crear el índice de búsqueda (se buscará sin índice)", error.description());
   }
+}
+
+void ClipIndex::erase(const QUuid& id) {
+  if (const auto row = rows_.constFind(id); row != rows_.constEnd())
+    index_->run("DELETE FROM fts WHERE rowid = ?", {*row});
+}
+
+void ClipIndex::insert(const IndexedClip& clip) {
+  // While nobody waits: what painting a row needs to know of a long text.
+  static_cast<void>(clip.traits());
+  const auto& body = clip.body();
+  if (!body) return;
+  index_->run(kInsert, {++lastRow_, sqlText(clipIdText(clip.clip.id)), SQLText{*body}});
 }
 
 void ClipIndex::put(const ClipRef& clip) {
@@ -57,9 +63,13 @@ void ClipIndex::put(const ClipRef& clip) {
     if (!index_) return;
     try {
       SQLTransaction transaction(*index_);
-      index_->run("DELETE FROM fts WHERE id = ?", {sqlText(clipIdText(clip->clip.id))});
-      insertBody(*index_, *clip);
+      erase(clip->clip.id);
+      insert(*clip);
       transaction.commit();
+      if (clip->body())
+        rows_.insert(clip->clip.id, lastRow_);
+      else
+        rows_.remove(clip->clip.id);
     } catch (const SQLError& error) {
       logFailure("No se pudo indexar", error.description());
     }
@@ -67,14 +77,47 @@ void ClipIndex::put(const ClipRef& clip) {
 }
 
 void ClipIndex::remove(const QList<QUuid>& ids) {
-  queue_.post([this, ids] {
-    if (!index_) return;
-    try {
-      deleteById(*index_, "DELETE FROM fts WHERE id = ?", ids);
-    } catch (const SQLError& error) {
-      logFailure("No se pudo actualizar el índice", error.description());
+  const bool many = ids.size() > kFew;
+  if (many) ++pendingRebuilds_;
+  queue_.post([this, ids, many] {
+    if (index_) {
+      try {
+        if (many && ids.size() * 2 > rows_.size())
+          removeMost(QSet<QUuid>(ids.begin(), ids.end()));
+        else
+          removeFew(ids);
+      } catch (const SQLError& error) {
+        logFailure("No se pudo actualizar el índice", error.description());
+      }
     }
+    if (many) --pendingRebuilds_;
   });
+}
+
+void ClipIndex::removeFew(const QList<QUuid>& ids) {
+  SQLTransaction transaction(*index_);
+  for (const QUuid& id : ids)
+    erase(id);
+  transaction.commit();
+  for (const QUuid& id : ids)
+    rows_.remove(id);
+}
+
+void ClipIndex::removeMost(const QSet<QUuid>& ids) {
+  // Copying what stays is less work than undoing what goes, word by word.
+  QHash<QUuid, RowId> staying;
+  SQLTransaction transaction(*index_);
+  index_->execute("ALTER TABLE fts RENAME TO outgoing");
+  index_->execute(kCreate);
+  for (auto it = rows_.constBegin(); it != rows_.constEnd(); ++it) {
+    if (ids.contains(it.key())) continue;
+    index_->run("INSERT INTO fts(rowid, id, body) SELECT rowid, id, body FROM outgoing WHERE rowid = ?",
+                {it.value()});
+    staying.insert(it.key(), it.value());
+  }
+  index_->execute("DROP TABLE outgoing");
+  transaction.commit();
+  rows_ = staying;
 }
 
 void ClipIndex::rebuild(const QList<ClipRef>& clips) {
@@ -82,11 +125,15 @@ void ClipIndex::rebuild(const QList<ClipRef>& clips) {
   queue_.post([this, clips] {
     if (index_) {
       try {
+        QHash<QUuid, RowId> rows;
         SQLTransaction transaction(*index_);
         index_->execute("DELETE FROM fts");
-        for (const ClipRef& clip : clips)
-          insertBody(*index_, *clip);
+        for (const ClipRef& clip : clips) {
+          insert(*clip);
+          if (clip->body()) rows.insert(clip->clip.id, lastRow_);
+        }
         transaction.commit();
+        rows_ = rows;
       } catch (const SQLError& error) {
         logFailure("No se pudo reconstruir el índice", error.description());
       }

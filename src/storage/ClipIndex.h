@@ -1,10 +1,12 @@
 #pragma once
 
 #include <QByteArray>
+#include <QHash>
 #include <QList>
 #include <QSet>
 #include <QUuid>
 #include <atomic>
+#include <cstdint>
 #include <memory>
 #include <optional>
 
@@ -28,6 +30,7 @@ class ClipIndex final {
   /// Puts a clip in, or takes it out when it has no search body any more.
   void put(const ClipRef& clip);
 
+  /// Takes clips out. While many are going, searches give no answer.
   void remove(const QList<QUuid>& ids);
 
   /// Fills the index with exactly these clips. Until it is done, searches give no answer.
@@ -42,16 +45,23 @@ class ClipIndex final {
   void flush();
 
  private:
+  using RowId = std::int64_t;
+
   void open();
+  /// Inside a transaction: the row is gone, respectively there.
+  void erase(const QUuid& id);
+  void insert(const IndexedClip& clip);
+  void removeFew(const QList<QUuid>& ids);
+  void removeMost(const QSet<QUuid>& ids);
 
   std::unique_ptr<SQLiteConnection> index_;
-  /// Rebuilds that have been asked for and are not finished.
+  /// Where each clip's row is: an FTS5 table finds no row by a column without reading them all.
+  QHash<QUuid, RowId> rows_;
+  RowId lastRow_ = 0;
+  /// Rebuilds and large removals that have been asked for and are not finished.
   std::atomic<int> pendingRebuilds_ = 0;
   // Last member, first to go: the queue finishes its work while the connection still exists.
   SerialQueue queue_;
 };
-
-/// Deletes one row per id with a statement that has one parameter, all or none.
-void deleteById(SQLiteConnection& connection, const char* sql, const QList<QUuid>& ids);
 
 }  // namespace nimbrel

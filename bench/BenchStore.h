@@ -1,0 +1,116 @@
+#pragma once
+
+#include <QTemporaryDir>
+#include <memory>
+
+#include "bench/BenchHistory.h"
+#include "capture/ClipFiles.h"
+#include "capture/ClipboardStore.h"
+#include "platform/PasteboardTypes.h"
+#include "storage/HistoryCipher.h"
+#include "storage/RandomSource.h"
+
+/// The history without a desktop.
+namespace nimbrel::bench {
+
+class OneKey final : public SecretStore {
+ public:
+  [[nodiscard]] SecretLookup find(const SecretItem&) override {
+    return {SecretLookup::Outcome::found, QByteArray(32, 'k'), 0};
+  }
+  [[nodiscard]] int add(const SecretItem&, const QByteArray&) override { return -1; }
+};
+
+class QuietPasteboard final : public Pasteboard {
+ public:
+  void setReadPolicy(const PasteboardReadPolicy&) override {}
+  [[nodiscard]] qint64 changeCount() const override { return count; }
+  [[nodiscard]] QList<PasteboardSnapshot> changesAfter(qint64) override { return std::exchange(ready, {}); }
+  [[nodiscard]] std::optional<QString> currentText() const override { return {}; }
+  std::optional<qint64> write(const PasteboardContent&) override { return ++count; }
+  std::optional<qint64> clearIfUnchanged(qint64) override { return {}; }
+  void setChangeHandler(std::function<void()>) override {}
+
+  void copy(const QString& text) {
+    PasteboardSnapshot snapshot;
+    snapshot.changeCount = ++count;
+    snapshot.types = {pasteboardType::plainText.toString()};
+    snapshot.text = text;
+    ready.append(snapshot);
+  }
+
+  qint64 count = 0;
+  QList<PasteboardSnapshot> ready;
+};
+
+class NoWorkspace final : public Workspace {
+ public:
+  [[nodiscard]] std::optional<RunningApplication> frontmostApplication() const override { return {}; }
+};
+
+class NoImages final : public ImageCodec {
+ public:
+  [[nodiscard]] std::variant<Encoded, ImageError> encodePng(const QByteArray&, int) override {
+    return ImageError{};
+  }
+  [[nodiscard]] std::variant<QImage, ImageError> thumbnail(const QByteArray&, int) override {
+    return ImageError{};
+  }
+  [[nodiscard]] std::variant<QByteArray, ImageError> convert(const QByteArray&, Format) override {
+    return ImageError{};
+  }
+};
+
+class NoImageTexts final : public ImageTextQueue {
+ public:
+  void setHandler(Recognized) override {}
+  void enqueue(const QUuid&, const QString&) override {}
+  void cancel(const QUuid&) override {}
+};
+
+/// A database file with clips, and a store on it.
+class Bench final {
+ public:
+  explicit Bench(int count) : Bench(makeClips(count)) {}
+  explicit Bench(const QList<ClipItem>& clips) : cipher(secrets, random) {
+    ClipDatabase filled(path, cipher);
+    if (!filled.saveMany(clips)) std::abort();
+  }
+
+  void launch() {
+    database = std::make_unique<ClipDatabase>(path, cipher);
+    store = std::make_unique<ClipboardStore>(ClipboardStoreParts{.settings = settings,
+                                                                 .pasteboard = pasteboard,
+                                                                 .workspace = workspace,
+                                                                 .clock = clock,
+                                                                 .database = *database,
+                                                                 .grader = grader,
+                                                                 .files = files,
+                                                                 .images = codec,
+                                                                 .imageTexts = imageTexts,
+                                                                 .makeId = &QUuid::createUuid});
+  }
+  void quit() {
+    store.reset();
+    database.reset();
+  }
+
+  QTemporaryDir folder;
+  QString path = folder.filePath(QStringLiteral("brevin.sqlite"));
+  OneKey secrets;
+  SystemRandom random;
+  HistoryCipher cipher;
+  AppSettings settings;
+  QuietPasteboard pasteboard;
+  NoWorkspace workspace;
+  SystemClock clock;
+  NoTextGrader grader;
+  NoImages codec;
+  BlobFiles blobs{folder.path(), cipher, clock};
+  ClipFiles files{blobs, codec};
+  NoImageTexts imageTexts;
+  std::unique_ptr<ClipDatabase> database;
+  std::unique_ptr<ClipboardStore> store;
+};
+
+}  // namespace nimbrel::bench
