@@ -6,7 +6,6 @@
 #include "app/StatusItemState.h"
 #include "capture/model/Log.h"
 #include "panel/Symbols.h"
-#include "storage/StorageDirectory.h"
 
 namespace nimbrel {
 namespace {
@@ -17,30 +16,24 @@ constexpr auto kSweepDelay = 15s;
 
 }  // namespace
 
-AppDelegate::AppDelegate(Platform& platform, HistoryCipher& cipher, const QString& storageDirectory)
+AppDelegate::AppDelegate(Platform& platform, HistoryCipher& cipher, std::unique_ptr<ClipDatabase> database,
+                         const QString& storageDirectory)
     : platform_(platform),
       permission_(*platform.accessibility),
       blobs_(storageDirectory, cipher, clock_),
       files_(blobs_, *platform.imageCodec),
-      database_(databasePath(storageDirectory), cipher),
+      database_(std::move(database)),
       imageTexts_(files_, *platform.textRecognizer),
       store_({.settings = settings_,
               .pasteboard = *platform.pasteboard,
               .workspace = *platform.workspace,
               .clock = clock_,
-              .database = databaseWithLegacy(cipher, storageDirectory),
+              .database = *database_,
               .grader = grader_,
               .files = files_,
               .images = *platform.imageCodec,
               .imageTexts = imageTexts_,
               .makeId = &QUuid::createUuid}) {}
-
-ClipDatabase& AppDelegate::databaseWithLegacy(HistoryCipher& cipher, const QString& storageDirectory) {
-  LegacyImport({.database = database_, .cipher = cipher, .defaults = *platform_.defaults, .clock = clock_},
-               storageDirectory)
-      .run();
-  return database_;
-}
 
 AppDelegate::~AppDelegate() {
   applicationWillTerminate();
@@ -67,7 +60,7 @@ void AppDelegate::applicationDidFinishLaunching() {
   registerHotKey(*nextHotKey_, settings_.nextHotKey);
   // The first seconds belong to the user.
   sweepTimer_.setSingleShot(true);
-  connect(&sweepTimer_, &QTimer::timeout, this, [this] { files_.sweepOrphans(database_); });
+  connect(&sweepTimer_, &QTimer::timeout, this, [this] { files_.sweepOrphans(*database_); });
   sweepTimer_.start(kSweepDelay);
 }
 
@@ -98,7 +91,7 @@ void AppDelegate::applicationWillTerminate() {
   if (std::exchange(terminated_, true)) return;
   store_.sweepExpired();
   files_.finish();
-  database_.checkpoint();
+  database_->checkpoint();
 }
 
 void AppDelegate::showPanel() {

@@ -12,7 +12,6 @@
 #include "capture/ClipFiles.h"
 #include "capture/ClipboardStore.h"
 #include "capture/ImageTextReader.h"
-#include "capture/LegacyImport.h"
 #include "platform/Platform.h"
 #include "settings/model/AppSettings.h"
 #include "storage/BlobFiles.h"
@@ -25,9 +24,10 @@ namespace nimbrel {
 /// Main thread.
 class AppDelegate final : public QObject {
  public:
-  /// Opens the history in a storage directory and starts to capture. The cipher is ready to use without
-  /// waiting for the user; it and the platform outlive the delegate.
-  AppDelegate(Platform& platform, HistoryCipher& cipher, const QString& storageDirectory);
+  /// Loads the history and starts to capture. The cipher is ready to use without waiting for the user; it and
+  /// the platform outlive the delegate.
+  AppDelegate(Platform& platform, HistoryCipher& cipher, std::unique_ptr<ClipDatabase> database,
+              const QString& storageDirectory);
   ~AppDelegate() override;
 
   /// Puts up the status item, the panel and the hot keys.
@@ -44,8 +44,6 @@ class AppDelegate final : public QObject {
   void showPanel();
 
  private:
-  /// The database with what older versions left brought into it.
-  [[nodiscard]] ClipDatabase& databaseWithLegacy(HistoryCipher& cipher, const QString& storageDirectory);
   void registerHotKey(HotKey& hotKey, const HotKeyCombo& combo);
   void refreshStatusItem();
   void pasteNextQueued();
@@ -57,7 +55,7 @@ class AppDelegate final : public QObject {
   BlobFiles blobs_;
   // Before what asks for its files to be removed, and so outliving it.
   ClipFiles files_;
-  ClipDatabase database_;
+  std::unique_ptr<ClipDatabase> database_;
   NoTextGrader grader_;
   ImageTextReader imageTexts_;
   ClipboardStore store_;

@@ -2,10 +2,12 @@
 #include <QEventLoop>
 #include <QThread>
 #include <cstdio>
+#include <functional>
 #include <memory>
 
 #include "app/AppDelegate.h"
 #include "app/CommandLine.h"
+#include "app/HistoryOpening.h"
 #include "platform/Platform.h"
 #include "storage/HistoryCipher.h"
 #include "storage/RandomSource.h"
@@ -26,12 +28,12 @@ int print(const CommandLine& command) {
   return command.exitStatus;
 }
 
-/// Looks the history key up on another thread, since the key store may ask the user to unlock it. False when
-/// the program is told to end meanwhile.
-bool loadKey(HistoryCipher& cipher, TerminationSignal& termination) {
+/// Runs something on another thread while the event loop goes on here. False when the program is told to end
+/// meanwhile.
+bool inBackground(TerminationSignal& termination, const std::function<void()>& task) {
   QEventLoop loop;
   bool ended = false;
-  const std::unique_ptr<QThread> thread(QThread::create([&cipher] { static_cast<void>(cipher.hasKey()); }));
+  const std::unique_ptr<QThread> thread(QThread::create(task));
   QObject::connect(thread.get(), &QThread::finished, &loop, &QEventLoop::quit);
   termination.setHandler([&] {
     ended = true;
@@ -42,6 +44,7 @@ bool loadKey(HistoryCipher& cipher, TerminationSignal& termination) {
   termination.setHandler({});
   // A key store that never answers must not keep the session from ending.
   if (ended && thread->isRunning()) std::_Exit(0);
+  thread->wait();
   return !ended;
 }
 
@@ -64,8 +67,14 @@ int run(int argc, char** argv) {
   }
   SystemRandom random;
   HistoryCipher cipher(*platform.secrets, random);
-  if (!loadKey(cipher, *platform.termination)) return 0;
-  AppDelegate delegate(platform, cipher, makeStorageDirectory(userDataFolder()));
+  const SystemClock clock;
+  const QString directory = makeStorageDirectory(userDataFolder());
+  std::unique_ptr<ClipDatabase> database;
+  // The key store may ask the user to unlock it, and an older history may be large.
+  const bool opened = inBackground(
+      *platform.termination, [&] { database = openHistory(directory, cipher, *platform.defaults, clock); });
+  if (!opened) return 0;
+  AppDelegate delegate(platform, cipher, std::move(database), directory);
   platform.termination->setHandler([] { QApplication::quit(); });
   QObject::connect(&application, &QCoreApplication::aboutToQuit, &delegate,
                    &AppDelegate::applicationWillTerminate);

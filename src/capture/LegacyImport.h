@@ -24,7 +24,7 @@ struct LegacyImportParts final {
 /// Brings the history of older versions into the database, once: the file "history.json" in the storage
 /// directory, or else the bytes under "clipboardItems" in the user defaults. An imported source is retired;
 /// an unreadable file is set aside and never deleted; what could not be imported is tried again at the next
-/// launch. Main thread.
+/// launch. Any thread, one at a time.
 class LegacyImport final {
  public:
   LegacyImport(const LegacyImportParts& parts, const QString& storageDirectory);

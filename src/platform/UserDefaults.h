@@ -6,7 +6,7 @@
 
 namespace nimbrel {
 
-/// The user's stored values, by key, each with a type of its own. Main thread.
+/// The user's stored values, by key, each with a type of its own. One thread at a time.
 class UserDefaults {
  public:
   virtual ~UserDefaults() = default;

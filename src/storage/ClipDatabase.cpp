@@ -210,11 +210,13 @@ bool ClipDatabase::saveMany(const QList<ClipItem>& clips) {
     if (!disk_) return false;
     try {
       SQLTransaction transaction(*disk_);
-      for (const ClipItem& clip : clips) {
-        const auto row = rowOf(clip, cipher_);
-        if (!row) throw SQLError(SQLITE_ERROR, QStringLiteral("no se pudo cifrar"));
-        disk_->run(kUpsert, *row);
-      }
+      auto clip = clips.begin();
+      disk_->runMany(kUpsert, [&] {
+        auto row = clip == clips.end() ? std::nullopt : rowOf(*clip, cipher_);
+        if (!row && clip != clips.end()) throw SQLError(SQLITE_ERROR, QStringLiteral("no se pudo cifrar"));
+        if (row) ++clip;
+        return row;
+      });
       transaction.commit();
       return true;
     } catch (const SQLError& error) {
@@ -261,8 +263,11 @@ void ClipDatabase::remove(const QList<QUuid>& ids, Traces traces, std::function<
 void ClipDatabase::erase(const Removal& removal) {
   if (disk_) {
     SQLTransaction transaction(*disk_);
-    for (const QUuid& id : removal.ids)
-      disk_->run("DELETE FROM clips WHERE id = ?", {sqlText(clipIdText(id))});
+    auto id = removal.ids.begin();
+    disk_->runMany("DELETE FROM clips WHERE id = ?", [&] {
+      return id == removal.ids.end() ? std::nullopt
+                                     : std::optional(SQLiteConnection::Bindings{sqlText(clipIdText(*id++))});
+    });
     transaction.commit();
     if (removal.traces == Traces::erase) eraseTraces(kTraceAttempts);
   }

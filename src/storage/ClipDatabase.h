@@ -33,8 +33,8 @@ struct LoadedHistory final {
 /// Disk work runs on the queue "Nimbrel.db.disk", index work on "Nimbrel.db.index"; methods marked *waits*
 /// wait for their queue, all others return at once. Failures are logged and absorbed: without a database,
 /// writes are dropped and reads give nothing; without an index, searches give no answer. A write that fails
-/// is remembered and done as soon as writing works again. All methods belong to the main thread, except where
-/// they say otherwise.
+/// is remembered and done as soon as writing works again. Methods are called by
+/// one thread at a time, except where they say otherwise.
 class ClipDatabase final {
  public:
   /// Opens the file, created for its owner alone (0600) if missing, and migrates it; *waits*. A file that

@@ -61,22 +61,43 @@ void SQLiteConnection::execute(const char* sql) {
   if (code != SQLITE_OK) throw SQLError(code, QString::fromUtf8(message.get()));
 }
 
-void SQLiteConnection::run(const char* sql, const std::vector<SQLValue>& bindings, const RowHandler& onRow) {
-  if (bindings.size() > static_cast<std::size_t>(std::numeric_limits<int>::max())) std::terminate();
+sqlite3_stmt* SQLiteConnection::prepare(const char* sql) {
   sqlite3_stmt* prepared = nullptr;
-  const int prepareCode = sqlite3_prepare_v2(handle_.get(), sql, -1, &prepared, nullptr);
-  const Statement statement(prepared);
-  if (prepareCode != SQLITE_OK || !statement) fail(prepareCode);
+  const int code = sqlite3_prepare_v2(handle_.get(), sql, -1, &prepared, nullptr);
+  if (code != SQLITE_OK || !prepared) fail(code);
+  return prepared;
+}
+
+void SQLiteConnection::bind(sqlite3_stmt* statement, const std::vector<SQLValue>& bindings) {
+  if (bindings.size() > static_cast<std::size_t>(std::numeric_limits<int>::max())) std::terminate();
   int parameter = 0;
   for (const auto& value : bindings) {
-    const int code = std::visit(Binder(prepared, ++parameter), value);
+    const int code = std::visit(Binder(statement, ++parameter), value);
     if (code != SQLITE_OK) fail(code);
   }
+}
+
+void SQLiteConnection::step(sqlite3_stmt* statement, const RowHandler& onRow) {
   while (true) {
-    const int code = sqlite3_step(prepared);
+    const int code = sqlite3_step(statement);
     if (code == SQLITE_DONE) return;
     if (code != SQLITE_ROW) fail(code);
-    if (onRow) onRow(prepared);
+    if (onRow) onRow(statement);
+  }
+}
+
+void SQLiteConnection::run(const char* sql, const std::vector<SQLValue>& bindings, const RowHandler& onRow) {
+  const Statement statement(prepare(sql));
+  bind(statement.get(), bindings);
+  step(statement.get(), onRow);
+}
+
+void SQLiteConnection::runMany(const char* sql, const std::function<std::optional<Bindings>()>& next) {
+  const Statement statement(prepare(sql));
+  while (const auto bindings = next()) {
+    bind(statement.get(), *bindings);
+    step(statement.get(), {});
+    sqlite3_reset(statement.get());
   }
 }
 

@@ -3,6 +3,7 @@
 #include <QByteArray>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "storage/SQLError.h"
@@ -30,6 +31,11 @@ class SQLiteConnection final {
   /// row to `onRow`. Rows delivered before a failure stay delivered.
   void run(const char* sql, const std::vector<SQLValue>& bindings = {}, const RowHandler& onRow = {});
 
+  /// Prepares one statement and runs it, for what it changes, once with each set of values that `next` gives,
+  /// until it gives none.
+  using Bindings = std::vector<SQLValue>;
+  void runMany(const char* sql, const std::function<std::optional<Bindings>()>& next);
+
   /// The first column of the first row as an integer; 0 without a row.
   [[nodiscard]] std::int64_t integer(const char* sql);
 
@@ -40,6 +46,10 @@ class SQLiteConnection final {
   void keepLogOnClose();
 
  private:
+  [[nodiscard]] sqlite3_stmt* prepare(const char* sql);
+  void bind(sqlite3_stmt* statement, const std::vector<SQLValue>& bindings);
+  void step(sqlite3_stmt* statement, const RowHandler& onRow);
+
   struct Closer {
     void operator()(sqlite3* handle) const;
   };

@@ -5,6 +5,7 @@
 #include <QCoreApplication>
 #include <QTemporaryDir>
 
+#include "app/HistoryOpening.h"
 #include "platform/PasteboardTypes.h"
 #include "storage/RandomSource.h"
 #include "storage/StorageDirectory.h"
@@ -42,7 +43,8 @@ class AppDelegateTest : public ::testing::Test {
   ~AppDelegateTest() override { delegate.reset(); }
 
   void start() {
-    delegate = std::make_unique<AppDelegate>(platform, *cipher, directory);
+    delegate = std::make_unique<AppDelegate>(
+        platform, *cipher, openHistory(directory, *cipher, *platform.defaults, clock), directory);
     delegate->applicationDidFinishLaunching();
   }
   void copy(const QString& text) {
@@ -62,6 +64,7 @@ class AppDelegateTest : public ::testing::Test {
   LogRecorder log;
   QTemporaryDir home;
   QString directory = makeStorageDirectory(home.path());
+  SystemClock clock;
   SystemRandom random;
   Platform platform;
   FakeSecretStore* secrets = nullptr;
