@@ -6,10 +6,11 @@
 #include <xcb/damage.h>
 #include <xcb/xtest.h>
 
-#include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
+#include <QGuiApplication>
 #include <QTemporaryDir>
+#include <array>
 #include <chrono>
 #include <cstring>
 #include <optional>
@@ -23,6 +24,7 @@
 #include "storage/HistoryCipher.h"
 #include "storage/RandomSource.h"
 #include "storage/StorageDirectory.h"
+#include "support/Pictures.h"
 
 /// The program itself on a real X server, seen from outside: other clients' copies, keys and the server's
 /// events.
@@ -133,7 +135,7 @@ class Program {
   Clock::duration start(Observer& observer) {
     const auto begin = Clock::now();
     const std::string home = folder.path().toStdString();
-    const std::string binary = QFileInfo(QCoreApplication::applicationDirPath() + QStringLiteral("/nimbrel"))
+    const std::string binary = QFileInfo(QGuiApplication::applicationDirPath() + QStringLiteral("/nimbrel"))
                                    .absoluteFilePath()
                                    .toStdString();
     process = fork();
@@ -277,28 +279,38 @@ BENCHMARK(keyToPainted)
 class CopyingClient {
  public:
   explicit CopyingClient(Observer& observer) : observer_(observer) {
-    for (const char* name : {"CLIPBOARD", "TARGETS", "UTF8_STRING"})
+    for (const char* name : {"CLIPBOARD", "TARGETS", "UTF8_STRING", "image/png"})
       atoms_.push_back(intern(name));
   }
-  void copy(const std::string& text) {
-    text_ = text;
-    xcb_set_selection_owner(observer_.x.get(), observer_.window, atoms_[0], XCB_CURRENT_TIME);
-    xcb_flush(observer_.x.get());
-  }
+  void copy(const std::string& text) { own(atoms_[2], text); }
+  void copyPicture(const QByteArray& png) { own(atoms_[3], png.toStdString()); }
   /// Answers requests for so long, or until `done`; gives whether it was.
   template <typename Done>
   bool serve(Clock::duration patience, Done&& done) {
+    return serve(patience, done, [](const xcb_generic_event_t&) {});
+  }
+  /// The same, and hands on every other event.
+  template <typename Done, typename Other>
+  bool serve(Clock::duration patience, Done&& done, Other&& other) {
     const auto deadline = Clock::now() + patience;
     while (Clock::now() < deadline) {
       if (done()) return true;
       const auto event = observer_.next(200us);
       if (event && eventType(*event) == XCB_SELECTION_REQUEST)
         answer(eventAs<xcb_selection_request_event_t>(*event));
+      else if (event)
+        other(*event);
     }
     return false;
   }
 
  private:
+  void own(xcb_atom_t target, const std::string& bytes) {
+    target_ = target;
+    text_ = bytes;
+    xcb_set_selection_owner(observer_.x.get(), observer_.window, atoms_[0], XCB_CURRENT_TIME);
+    xcb_flush(observer_.x.get());
+  }
   xcb_atom_t intern(const char* name) {
     const auto cookie =
         xcb_intern_atom(observer_.x.get(), 0, static_cast<std::uint16_t>(std::strlen(name)), name);
@@ -308,11 +320,12 @@ class CopyingClient {
   }
   void answer(const xcb_selection_request_event_t& request) {
     xcb_atom_t property = request.property;
+    const std::array targets{atoms_[1], target_};
     if (request.target == atoms_[1])
       xcb_change_property(observer_.x.get(), XCB_PROP_MODE_REPLACE, request.requestor, property,
-                          XCB_ATOM_ATOM, 32, 2, &atoms_[1]);
-    else if (request.target == atoms_[2])
-      xcb_change_property(observer_.x.get(), XCB_PROP_MODE_REPLACE, request.requestor, property, atoms_[2], 8,
+                          XCB_ATOM_ATOM, 32, targets.size(), targets.data());
+    else if (request.target == target_)
+      xcb_change_property(observer_.x.get(), XCB_PROP_MODE_REPLACE, request.requestor, property, target_, 8,
                           static_cast<std::uint32_t>(text_.size()), text_.data());
     else
       property = XCB_ATOM_NONE;
@@ -322,6 +335,7 @@ class CopyingClient {
 
   Observer& observer_;
   std::vector<xcb_atom_t> atoms_;
+  xcb_atom_t target_ = XCB_ATOM_NONE;
   std::string text_;
 };
 
@@ -351,6 +365,40 @@ void copyToDisk(benchmark::State& state) {
 BENCHMARK(copyToDisk)->Arg(10'000)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(50);
 
 /// The same while the owner before has never answered.
+/// From the copy of a 4K screenshot until its row, which comes with its thumbnail, is painted in the open
+/// panel.
+void screenshotToRow(benchmark::State& state) {
+  Observer observer;
+  Program program(static_cast<int>(state.range(0)));
+  program.start(observer);
+  const Opening opening = openPanel(observer);
+  const xcb_damage_damage_t damage = xcb_generate_id(observer.x.get());
+  xcb_damage_create(observer.x.get(), damage, opening.panel, XCB_DAMAGE_REPORT_LEVEL_RAW_RECTANGLES);
+  CopyingClient client(observer);
+  QImage screenshot = testing::screenshotPicture({3840, 2160});
+  int number = 0;
+  for (auto _ : state) {
+    screenshot.setPixel(number, 0, qRgb(255, 0, 0));
+    ++number;
+    const QByteArray png = testing::encoded(screenshot, "png");
+    // The helper ends when idle; both kinds of copies happen.
+    client.serve(3s, [] { return false; });
+    const auto begin = Clock::now();
+    client.copyPicture(png);
+    bool painted = false;
+    const auto look = [&](const xcb_generic_event_t& event) {
+      if (eventType(event) != observer.damageEvent + XCB_DAMAGE_NOTIFY) return;
+      // More than the blinking cursor.
+      painted = painted || eventAs<xcb_damage_notify_event_t>(event).area.width > 200;
+    };
+    if (!client.serve(
+            5s, [&] { return painted; }, look))
+      state.SkipWithError("lost");
+    state.SetIterationTime(seconds(Clock::now() - begin));
+  }
+}
+BENCHMARK(screenshotToRow)->Arg(10'000)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(5);
+
 void copyAfterMuteOwner(benchmark::State& state) {
   Observer observer;
   Observer mute;
@@ -427,7 +475,7 @@ BENCHMARK(idle)->Arg(10'000)->UseManualTime()->Iterations(1);
 }  // namespace nimbrel::bench
 
 int main(int argc, char** argv) {
-  const QCoreApplication application(argc, argv);
+  const QGuiApplication application(argc, argv);
   benchmark::Initialize(&argc, argv);
   benchmark::RunSpecifiedBenchmarks();
   return 0;

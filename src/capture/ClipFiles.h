@@ -27,7 +27,8 @@ class ClipFiles final : public SideFiles {
   [[nodiscard]] std::optional<QByteArray> loadRich(const QString& file) override;
   void remove(const SideFileNames& names) override;
 
-  /// Deletes, later, the files that no row of the database refers to. The database outlives this.
+  /// Deletes, later, the files that no row of the database refers to. The database must not go before that is
+  /// done, which `finish` waits for.
   void sweepOrphans(ClipDatabase& database);
 
   /// Finishes all that was asked for so far and tells what came of it; *waits*. For the end of the program.

@@ -4,6 +4,7 @@
 #include <QFileInfo>
 #include <QPainter>
 #include <QTemporaryDir>
+#include <QTest>
 #include <QTransform>
 #include <csignal>
 
@@ -117,6 +118,15 @@ TEST(ImagingHelper, AHelperThatHasEndedWhenIdleIsStartedAgainUnnoticed) {
                          "/seen; exit 0; fi; exec " + helperProgram().toUtf8() + " \"$@\"");
   ConfinedImageCodec codec(program);
   EXPECT_EQ(errorOf(codec.thumbnail(encoded(noisePicture({8, 8}), "png"), 4)), QString());
+}
+
+TEST(ImagingHelper, ADeadHelperIsNotLeftLyingAbout) {
+  ConfinedImageCodec codec(helperProgram());
+  ASSERT_TRUE(errorOf(codec.thumbnail(encoded(noisePicture({8, 8}), "png"), 4)).isEmpty());
+  const auto pid = codec.helper().processId();
+  ASSERT_TRUE(pid);
+  kill(*pid, SIGTERM);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return statusOf(*pid, "State").isEmpty(); }));
 }
 
 TEST(ImagingHelper, AMissingHelperIsAnError) {

@@ -10,7 +10,9 @@
 #include <QFile>
 #include <array>
 #include <cerrno>
+#include <condition_variable>
 #include <csignal>
+#include <mutex>
 #include <thread>
 #include <utility>
 #include <vector>
@@ -75,30 +77,54 @@ std::optional<pid_t> spawn(const QString& program, const QStringList& arguments,
   return pid;
 }
 
-/// Waits for the end of a process and gives its status.
-std::optional<int> waitForEnd(pid_t pid) {
-  int status = 0;
-  pid_t ended = -1;
-  do {
-    ended = waitpid(pid, &status, 0);
-  } while (ended < 0 && errno == EINTR);
-  return ended == pid ? std::optional(status) : std::nullopt;
-}
-
-/// The same for one that has closed its channel and therefore should be ending; if it does not, it is killed.
-std::optional<int> endSoon(pid_t pid) {
-  using namespace std::chrono_literals;
-  constexpr int kLooks = 200;
-  for (int look = 0; look < kLooks; ++look) {
-    int status = 0;
-    if (waitpid(pid, &status, WNOHANG) == pid) return status;
-    std::this_thread::sleep_for(5ms);
-  }
-  kill(pid, SIGKILL);
-  return waitForEnd(pid);
-}
-
 }  // namespace
+
+/// A started process. A thread waits for its end, so that no dead one is left lying about however long nobody
+/// looks; signals and the end are told apart under a lock, since a process number can be given away again.
+class HelperProcess::Child final {
+ public:
+  explicit Child(pid_t pid) : pid_(pid), waiter_([this] { wait(); }) {}
+  ~Child() {
+    terminate();
+    waiter_.join();
+  }
+  Child(const Child&) = delete;
+  Child& operator=(const Child&) = delete;
+
+  [[nodiscard]] pid_t pid() const { return pid_; }
+
+  void terminate() {
+    const std::lock_guard lock(mutex_);
+    if (!status_) kill(pid_, SIGKILL);
+  }
+
+  /// How it ended, if it does within a time.
+  [[nodiscard]] std::optional<int> statusWithin(std::chrono::milliseconds time) {
+    std::unique_lock lock(mutex_);
+    ended_.wait_for(lock, time, [this] { return status_.has_value(); });
+    return status_;
+  }
+
+ private:
+  void wait() {
+    siginfo_t info{};
+    // Without taking it away yet.
+    while (waitid(P_PID, static_cast<id_t>(pid_), &info, WEXITED | WNOWAIT) < 0 && errno == EINTR) {
+    }
+    const std::lock_guard lock(mutex_);
+    int status = 0;
+    waitpid(pid_, &status, 0);
+    status_ = status;
+    ended_.notify_all();
+  }
+
+  const pid_t pid_;
+  std::mutex mutex_;
+  std::condition_variable ended_;
+  std::optional<int> status_;
+  // Last member: it uses all of the above.
+  std::thread waiter_;
+};
 
 std::optional<HelperProcess> HelperProcess::start(const QString& program, const QStringList& arguments) {
   std::array<int, 2> ends{-1, -1};
@@ -108,37 +134,27 @@ std::optional<HelperProcess> HelperProcess::start(const QString& program, const 
   if (fcntl(ours.get(), F_SETFL, O_NONBLOCK) != 0) return std::nullopt;
   const auto pid = spawn(program, arguments, theirs.get());
   if (!pid) return std::nullopt;
-  return HelperProcess(*pid, std::move(ours));
+  return HelperProcess(std::make_unique<Child>(*pid), std::move(ours));
 }
 
-HelperProcess::HelperProcess(pid_t pid, FileDescriptor channel) : pid_(pid), channel_(std::move(channel)) {}
+HelperProcess::HelperProcess(std::unique_ptr<Child> child, FileDescriptor channel)
+    : child_(std::move(child)), channel_(std::move(channel)) {}
 
-HelperProcess::HelperProcess(HelperProcess&& other) noexcept
-    : pid_(std::exchange(other.pid_, -1)), channel_(std::move(other.channel_)) {}
+HelperProcess::HelperProcess(HelperProcess&& other) noexcept = default;
 
-HelperProcess& HelperProcess::operator=(HelperProcess&& other) noexcept {
-  if (this != &other) {
-    end();
-    pid_ = std::exchange(other.pid_, -1);
-    channel_ = std::move(other.channel_);
-  }
-  return *this;
-}
+HelperProcess& HelperProcess::operator=(HelperProcess&& other) noexcept = default;
 
-HelperProcess::~HelperProcess() {
-  end();
-}
+HelperProcess::~HelperProcess() = default;
 
-void HelperProcess::end() {
-  channel_.reset();
-  if (pid_ < 0) return;
-  kill(pid_, SIGKILL);
-  waitForEnd(std::exchange(pid_, -1));
+pid_t HelperProcess::processId() const {
+  return child_->pid();
 }
 
 bool HelperProcess::endedInPeace() {
+  using namespace std::chrono_literals;
   channel_.reset();
-  const auto status = endSoon(std::exchange(pid_, -1));
+  // It has closed its channel and therefore should be ending.
+  const auto status = child_->statusWithin(1s);
   return status && WIFEXITED(*status) && WEXITSTATUS(*status) == 0;
 }
 

@@ -6,6 +6,7 @@
 #include <QString>
 #include <QStringList>
 #include <chrono>
+#include <memory>
 #include <optional>
 #include <stop_token>
 #include <variant>
@@ -46,10 +47,12 @@ class HelperProcess final {
   [[nodiscard]] std::variant<QByteArray, Failure> exchange(const QByteArray& frame, Deadline deadline,
                                                            const std::stop_token& stop);
 
-  [[nodiscard]] pid_t processId() const { return pid_; }
+  [[nodiscard]] pid_t processId() const;
 
  private:
-  HelperProcess(pid_t pid, FileDescriptor channel);
+  class Child;
+
+  HelperProcess(std::unique_ptr<Child> child, FileDescriptor channel);
 
   /// When waiting ends without an answer.
   struct Patience {
@@ -62,9 +65,8 @@ class HelperProcess final {
   [[nodiscard]] std::variant<QByteArray, Failure> receive(qsizetype length, const Patience& patience);
   [[nodiscard]] std::optional<Failure> waitFor(short events, const Patience& patience) const;
   [[nodiscard]] bool endedInPeace();
-  void end();
 
-  pid_t pid_ = -1;
+  std::unique_ptr<Child> child_;
   FileDescriptor channel_;
 };
 
