@@ -3,10 +3,12 @@
 #include <cstdint>
 #include <cstdlib>
 
+#include "capture/LegacyImport.h"
 #include "capture/model/ClipPayload.h"
 #include "capture/model/IndexedClip.h"
 #include "capture/model/TextRules.h"
 #include "platform/linux/SelectionReadPlan.h"
+#include "platform/linux/imaging/ImagingMessages.h"
 
 /// Bytes that other programs and damaged files hand to the program, through everything that reads them on the
 /// way to a clip. Besides not crashing, what is read must hold what it promises.
@@ -16,6 +18,19 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
   if (const auto payload = decodePayload(bytes)) {
     if (decodePayload(encodePayload(*payload)) != payload) std::abort();
+  }
+
+  // What the imaging helper, or whoever has taken it over, says; and what is said to it.
+  if (const auto reply = decodeReply(bytes)) {
+    if (decodeReply(encodeReply(*reply)) != reply) std::abort();
+  }
+  if (const auto request = decodeRequest(bytes)) {
+    if (decodeRequest(encodeRequest(*request)) != request) std::abort();
+  }
+
+  if (const auto clips = clipsFromJson(bytes)) {
+    for (const ClipItem& clip : *clips)
+      static_cast<void>(clipFromJson(clipToJson(clip)));
   }
 
   SelectionReadPlan plan({.ignoredTypes = {},

@@ -223,6 +223,15 @@ TEST(TextRecognition, ReadsBothOfTwoColumns) {
   EXPECT_GE(shareOfWords((left + right).join(u' ').split(u' '), found), 0.9) << found.toStdString();
 }
 
+TEST(TextRecognition, ReadsAPhotoThatWasTakenSideways) {
+  ConfinedTextRecognizer recognizer(helperProgram());
+  const QImage upright = pictureOf({u"documento escaneado"_s, u"segunda línea"_s},
+                                   {.family = u"DejaVu Sans"_s, .pixelSize = 32});
+  const QByteArray photo = turnedJpeg(upright.transformed(QTransform().rotate(-90)));
+  EXPECT_EQ(textsOf(recognizer.recognizeText(photo, {})),
+            (QStringList{u"documento escaneado"_s, u"segunda línea"_s}));
+}
+
 TEST(TextRecognition, AnImageWithoutTextHasNoLines) {
   ConfinedTextRecognizer recognizer(helperProgram());
   QImage plain(300, 200, QImage::Format_RGB32);

@@ -63,6 +63,18 @@ QByteArray encoded(const QImage& image, const char* format) {
   return bytes;
 }
 
+QByteArray turnedJpeg(const QImage& image) {
+  const QByteArray exif = QByteArray("Exif\0\0", 6) + QByteArray("MM\0\x2a\0\0\0\x08", 8) +
+                          QByteArray("\0\x01\x01\x12\0\x03\0\0\0\x01\0\x06\0\0\0\0\0\0", 18);
+  QByteArray segment("\xff\xe1", 2);
+  const auto length = static_cast<quint16>(exif.size() + 2);
+  segment += static_cast<char>(length >> 8U);
+  segment += static_cast<char>(length & 0xffU);
+  QByteArray jpeg = encoded(image, "jpeg");
+  jpeg.insert(2, segment + exif);
+  return jpeg;
+}
+
 double shareOfWords(const QStringList& expected, const QString& recognised) {
   QStringList found = recognised.simplified().split(u' ', Qt::SkipEmptyParts);
   qsizetype hits = 0;

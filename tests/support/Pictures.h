@@ -28,6 +28,9 @@ struct TextStyle final {
 
 [[nodiscard]] QByteArray encoded(const QImage& image, const char* format);
 
+/// A JPEG with a camera's note that it was held sideways (EXIF 2.3, orientation 6: turn clockwise).
+[[nodiscard]] QByteArray turnedJpeg(const QImage& image);
+
 /// The share of the expected words that are among the recognised ones, from 0 to 1.
 [[nodiscard]] double shareOfWords(const QStringList& expected, const QString& recognised);
 

@@ -13,6 +13,7 @@ namespace {
 using namespace Qt::StringLiterals;
 using testing::encoded;
 using testing::noisePicture;
+using testing::turnedJpeg;
 
 QString errorOf(const QByteArray& bytes) {
   const auto outcome = decodeImage(bytes);
@@ -49,19 +50,6 @@ QByteArray pngThatClaims(quint32 width, quint32 height) {
   const QByteArray header = QByteArray("IHDR") + bigEndian(width) + bigEndian(height) + png.mid(24, 5);
   png.replace(12, 21, header + bigEndian(crc32(header)));
   return png;
-}
-
-/// A JPEG with a camera's note that it was held sideways (EXIF 2.3, orientation 6: turn clockwise).
-QByteArray turnedJpeg(const QImage& image) {
-  const QByteArray exif = QByteArray("Exif\0\0", 6) + QByteArray("MM\0\x2a\0\0\0\x08", 8) +
-                          QByteArray("\0\x01\x01\x12\0\x03\0\0\0\x01\0\x06\0\0\0\0\0\0", 18);
-  QByteArray segment("\xff\xe1", 2);
-  const auto length = static_cast<quint16>(exif.size() + 2);
-  segment += static_cast<char>(length >> 8U);
-  segment += static_cast<char>(length & 0xffU);
-  QByteArray jpeg = encoded(image, "jpeg");
-  jpeg.insert(2, segment + exif);
-  return jpeg;
 }
 
 TEST(BoundedImage, ReadsTheFormatsThatProgramsOffer) {

@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <ctime>
 #include <memory>
 #include <optional>
 
@@ -59,6 +60,12 @@ bool isIdle() {
   return ready == 0;
 }
 
+/// Whether so much of the processor time is used up that another image might not be finished.
+bool isTired() {
+  constexpr double kWorkingSeconds = 300;
+  return static_cast<double>(std::clock()) / CLOCKS_PER_SEC > kWorkingSeconds;
+}
+
 /// Answers one request; false when there will be no other.
 bool serveOne(LineRecognizer* recognizer) {
   const auto header = receive(kFrameHeaderBytes);
@@ -93,7 +100,7 @@ int serve(bool readsText) {
     dprintf(log, "nimbrel-imaging: el núcleo no permite aislar el proceso\n");
     return 1;
   }
-  while (!isIdle() && serveOne(recognizer.get())) {
+  while (!isTired() && !isIdle() && serveOne(recognizer.get())) {
   }
   return 0;
 }
