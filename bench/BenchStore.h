@@ -50,13 +50,16 @@ class NoWorkspace final : public Workspace {
 
 class NoImages final : public ImageCodec {
  public:
-  [[nodiscard]] std::variant<Encoded, ImageError> encodePng(const QByteArray&, int) override {
+  [[nodiscard]] std::variant<Encoded, ImageError> encodePng(const QByteArray&, int,
+                                                            const std::stop_token&) override {
     return ImageError{};
   }
-  [[nodiscard]] std::variant<QImage, ImageError> thumbnail(const QByteArray&, int) override {
+  [[nodiscard]] std::variant<QImage, ImageError> thumbnail(const QByteArray&, int,
+                                                           const std::stop_token&) override {
     return ImageError{};
   }
-  [[nodiscard]] std::variant<QByteArray, ImageError> convert(const QByteArray&, Format) override {
+  [[nodiscard]] std::variant<QByteArray, ImageError> convert(const QByteArray&, Format,
+                                                             const std::stop_token&) override {
     return ImageError{};
   }
 };

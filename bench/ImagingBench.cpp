@@ -24,7 +24,7 @@ void store4KScreenshot(benchmark::State& state) {
   const QByteArray png = encoded(screenshotPicture(k4K), "png");
   qsizetype stored = 0;
   for (auto _ : state) {
-    const auto outcome = codec.encodePng(png, kThumbnail);
+    const auto outcome = codec.encodePng(png, kThumbnail, {});
     if (const auto* const result = std::get_if<ImageCodec::Encoded>(&outcome)) stored = result->png.size();
   }
   state.counters["copied"] = static_cast<double>(png.size());
@@ -37,7 +37,7 @@ void storeNoise(benchmark::State& state) {
   ConfinedImageCodec codec(helperProgram());
   const QByteArray png = encoded(noisePicture({1920, 1080}), "png");
   for (auto _ : state)
-    benchmark::DoNotOptimize(codec.encodePng(png, kThumbnail));
+    benchmark::DoNotOptimize(codec.encodePng(png, kThumbnail, {}));
 }
 BENCHMARK(storeNoise)->Unit(benchmark::kMillisecond)->Iterations(5)->UseRealTime();
 
@@ -45,7 +45,7 @@ void thumbnailOf4KScreenshot(benchmark::State& state) {
   ConfinedImageCodec codec(helperProgram());
   const QByteArray png = encoded(screenshotPicture(k4K), "png");
   for (auto _ : state)
-    benchmark::DoNotOptimize(codec.thumbnail(png, kThumbnail));
+    benchmark::DoNotOptimize(codec.thumbnail(png, kThumbnail, {}));
 }
 BENCHMARK(thumbnailOf4KScreenshot)->Unit(benchmark::kMillisecond)->Iterations(10)->UseRealTime();
 
@@ -53,7 +53,7 @@ void startHelper(benchmark::State& state) {
   ConfinedImageCodec codec(helperProgram());
   const QByteArray png = encoded(noisePicture({8, 8}), "png");
   for (auto _ : state) {
-    benchmark::DoNotOptimize(codec.thumbnail(png, kThumbnail));
+    benchmark::DoNotOptimize(codec.thumbnail(png, kThumbnail, {}));
     state.PauseTiming();
     codec.helper().end();
     state.ResumeTiming();

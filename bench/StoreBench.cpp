@@ -187,7 +187,7 @@ void import(benchmark::State& state) {
   class NoDefaults final : public UserDefaults {
    public:
     [[nodiscard]] std::optional<QByteArray> data(const QString&) const override { return {}; }
-    void remove(const QString&) override {}
+    [[nodiscard]] bool remove(const QString&) override { return true; }
   } defaults;
   for (auto _ : state) {
     state.PauseTiming();

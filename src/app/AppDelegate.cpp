@@ -4,6 +4,7 @@
 #include <QPalette>
 
 #include "app/StatusItemState.h"
+#include "capture/LegacyImport.h"
 #include "capture/model/Log.h"
 #include "panel/Symbols.h"
 
@@ -19,6 +20,7 @@ constexpr auto kSweepDelay = 15s;
 AppDelegate::AppDelegate(Platform& platform, HistoryCipher& cipher, std::unique_ptr<ClipDatabase> database,
                          const QString& storageDirectory)
     : platform_(platform),
+      storageDirectory_(storageDirectory),
       permission_(*platform.accessibility),
       blobs_(storageDirectory, cipher, clock_),
       files_(blobs_, *platform.imageCodec),
@@ -60,8 +62,12 @@ void AppDelegate::applicationDidFinishLaunching() {
   registerHotKey(*nextHotKey_, settings_.nextHotKey);
   // The first seconds belong to the user.
   sweepTimer_.setSingleShot(true);
-  connect(&sweepTimer_, &QTimer::timeout, this, [this] { files_.sweepOrphans(*database_); });
+  connect(&sweepTimer_, &QTimer::timeout, this, [this] { sweepOrphans(); });
   sweepTimer_.start(kSweepDelay);
+}
+
+void AppDelegate::sweepOrphans() {
+  if (!holdsUnimportedHistory(storageDirectory_, *platform_.defaults)) files_.sweepOrphans(*database_);
 }
 
 void AppDelegate::pasteNextQueued() {

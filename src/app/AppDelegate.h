@@ -33,8 +33,8 @@ class AppDelegate final : public QObject {
   /// Puts up the status item, the panel and the hot keys.
   void applicationDidFinishLaunching();
 
-  /// Removes what has expired and folds the database's log, *waiting* for the disk. Runs once, however often
-  /// called.
+  /// Removes what has expired, finishes what is being stored and folds the database's log, *waiting* for the
+  /// disk and some seconds at most for images. Runs once, however often called.
   void applicationWillTerminate();
 
   /// The history, for whoever automates the program.
@@ -47,8 +47,10 @@ class AppDelegate final : public QObject {
   void registerHotKey(HotKey& hotKey, const HotKeyCombo& combo);
   void refreshStatusItem();
   void pasteNextQueued();
+  void sweepOrphans();
 
   Platform& platform_;
+  const QString storageDirectory_;
   SystemClock clock_;
   PermissionState permission_;
   AppSettings settings_;

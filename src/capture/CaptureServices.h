@@ -88,7 +88,7 @@ class ImageTextQueue {
   /// Who is told of each result; set before anything is queued.
   virtual void setHandler(Recognized handler) = 0;
 
-  /// Queues a clip's image, once. An image that cannot be read is not tried again.
+  /// Queues a clip's image, once. An image that cannot be read is not tried again by itself.
   virtual void enqueue(const QUuid& id, const QString& imageFile) = 0;
 
   /// Forgets a clip, whether it waits or is being read.

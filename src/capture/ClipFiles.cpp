@@ -1,5 +1,8 @@
 #include "capture/ClipFiles.h"
 
+#include <future>
+#include <thread>
+
 #include "capture/model/ClipItem.h"
 #include "capture/model/Log.h"
 #include "storage/ContentHash.h"
@@ -11,8 +14,9 @@ QString newFileName(const QString& extension) {
   return clipIdText(QUuid::createUuid()) + u'.' + extension;
 }
 
-std::optional<PreparedImage> prepared(ImageCodec& codec, const QByteArray& data) {
-  auto outcome = codec.encodePng(data, kThumbnailPixels);
+std::optional<PreparedImage> prepared(ImageCodec& codec, const QByteArray& data,
+                                      const std::stop_token& stop) {
+  auto outcome = codec.encodePng(data, kThumbnailPixels, stop);
   if (const auto* const error = std::get_if<ImageError>(&outcome)) {
     logFailure("No se pudo guardar la imagen", error->description);
     return std::nullopt;
@@ -32,8 +36,8 @@ ClipFiles::ClipFiles(BlobFiles& files, ImageCodec& codec)
 
 void ClipFiles::prepareImage(const QByteArray& data,
                              std::function<void(const std::optional<PreparedImage>&)> done) {
-  imageQueue_.post([this, data, done = std::move(done)] {
-    calls_.post([done, image = prepared(codec_, data)] { done(image); });
+  imageQueue_.post([this, data, done = std::move(done), stop = stop_.get_token()] {
+    calls_.post([done, image = prepared(codec_, data, stop)] { done(image); });
   });
 }
 
@@ -78,13 +82,18 @@ void ClipFiles::sweepOrphans(ClipDatabase& database) {
   });
 }
 
-void ClipFiles::finish() {
+void ClipFiles::finish(std::chrono::milliseconds patience) {
+  std::promise<void> finished;
+  std::jthread watch([&stop = stop_, patience, done = finished.get_future()] {
+    if (done.wait_for(patience) == std::future_status::timeout) stop.request_stop();
+  });
   // An image is decoded, told, and only then stored and told again.
   for (int round = 0; round < 2; ++round) {
     imageQueue_.runAndWait([] {});
     fileQueue_.runAndWait([] {});
     calls_.deliver();
   }
+  finished.set_value();
 }
 
 }  // namespace nimbrel

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <chrono>
+#include <stop_token>
+
 #include "capture/CaptureServices.h"
 #include "capture/MainThreadCalls.h"
 #include "platform/ImageCodec.h"
@@ -31,12 +34,14 @@ class ClipFiles final : public SideFiles {
   /// done, which `finish` waits for.
   void sweepOrphans(ClipDatabase& database);
 
-  /// Finishes all that was asked for so far and tells what came of it; *waits*. For the end of the program.
-  void finish();
+  /// Finishes all that was asked for so far and tells what came of it; *waits*, but gives up images that take
+  /// longer than `patience` in all. For the end of the program.
+  void finish(std::chrono::milliseconds patience = std::chrono::seconds(3));
 
  private:
   BlobFiles& files_;
   ImageCodec& codec_;
+  std::stop_source stop_;
   MainThreadCalls calls_;
   // Last members, first to go: what they still run uses all of the above.
   SerialQueue fileQueue_;

@@ -99,9 +99,14 @@ void ClipRecorder::keepFormat(const QUuid& id, const RichContent& rich) {
   if (!row) return;
   const ClipItem& clip = history_.items().at(*row)->clip;
   // What was copied last is what the user wants to paste, its formatting included.
-  if (clip.isSensitive() || clip.richHash == rich.hash) return;
+  const auto onItsWay = comingFormats_.constFind(id);
+  const std::optional<QString> known = onItsWay == comingFormats_.constEnd() ? clip.richHash : *onItsWay;
+  if (clip.isSensitive() || known == rich.hash) return;
+  comingFormats_.insert(id, rich.hash);
   parts_.files.storeRich(rich, [this, id, hash = rich.hash, alive = QPointer(&history_)](const auto& file) {
-    if (alive && file) attachFormat(id, *file, hash);
+    if (!alive) return;
+    if (comingFormats_.value(id) == hash) comingFormats_.remove(id);
+    if (file) attachFormat(id, *file, hash);
   });
 }
 
@@ -134,7 +139,9 @@ void ClipRecorder::insertImage(const PreparedImage& image, const QString& file, 
   clip.imageHash = image.hash;
   parts_.thumbnails.insert(file, image.thumbnail);
   insert(clip, place);
-  if (parts_.settings.ocrEnabled) parts_.imageTexts.enqueue(clip.id, file);
+  // A very small history may have pushed it out again.
+  const bool kept = history_.items().rowOf(clip.id).has_value();
+  if (kept && parts_.settings.ocrEnabled) parts_.imageTexts.enqueue(clip.id, file);
 }
 
 }  // namespace nimbrel

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QHash>
 #include <QUuid>
 #include <functional>
 
@@ -54,6 +55,8 @@ class ClipRecorder final {
 
   ClipRecorderParts parts_;
   ClipHistory& history_;
+  /// The hashes of formats that are being stored, by the clips they belong to.
+  QHash<QUuid, QString> comingFormats_;
 };
 
 }  // namespace nimbrel

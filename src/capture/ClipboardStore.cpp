@@ -100,7 +100,13 @@ bool ClipboardStore::copyRecognizedText(const ClipItem& clip) {
 }
 
 bool ClipboardStore::write(const PasteboardContent& content) {
-  const auto change = content.isEmpty() ? std::nullopt : parts_.pasteboard.write(content);
+  if (content.isEmpty()) {
+    // What the user asked for is gone; what was there before, a secret perhaps, must not be pasted in its
+    // place.
+    if (const auto change = parts_.pasteboard.clearIfUnchanged(lastChange_)) lastChange_ = *change;
+    return false;
+  }
+  const auto change = parts_.pasteboard.write(content);
   if (!change) return false;
   // Somebody's copy that is ready but not looked at yet must not be taken for part of this write.
   const auto missed = parts_.pasteboard.changesAfter(lastChange_);

@@ -63,14 +63,25 @@ void LegacyImport::importFile(const QByteArray& data) {
   const auto opened = parts_.cipher.open(data);
   const auto clips = opened ? clipsFromJson(*opened) : std::nullopt;
   if (!clips) return setAside();
-  if (!clips->isEmpty() && parts_.database.saveMany(*clips)) retireFile(data);
+  if (store(*clips)) retireFile(data);
 }
 
 void LegacyImport::importDefaults() {
   const auto data = parts_.defaults.data(kDefaultsKey.toString());
   const auto clips = data ? clipsFromJson(*data) : std::nullopt;
-  if (clips && !clips->isEmpty() && parts_.database.saveMany(*clips))
-    parts_.defaults.remove(kDefaultsKey.toString());
+  if (clips && store(*clips) && !parts_.defaults.remove(kDefaultsKey.toString()))
+    logFailure("No se pudo retirar clipboardItems", QStringLiteral("las preferencias no se pueden escribir"));
+}
+
+bool LegacyImport::store(const QList<ClipItem>& clips) {
+  // The source may go only when no power cut can take the copy.
+  return !clips.isEmpty() && parts_.database.saveMany(clips) && parts_.database.checkpoint();
+}
+
+bool holdsUnimportedHistory(const QString& storageDirectory, const UserDefaults& defaults) {
+  const QStringList names{QStringLiteral("history.json"), QStringLiteral("history.corrupt-*.json")};
+  return !QDir(storageDirectory).entryList(names, QDir::Files | QDir::System).isEmpty() ||
+         defaults.data(kDefaultsKey.toString()).has_value();
 }
 
 void LegacyImport::setAside() {
@@ -83,7 +94,8 @@ void LegacyImport::setAside() {
 void LegacyImport::retireFile(const QByteArray& data) {
   const QString path = inFolder(QStringLiteral("history.json"));
   const QString copy = inFolder(QStringLiteral("history.migrated.json"));
-  QFile::remove(copy);
+  if (QFile older(copy); older.exists() && !older.remove())
+    logFailure("No se pudo borrar history.migrated.json", older.errorString());
   // Only a sealed copy may stay: a plain one would leave the history readable on the disk.
   if (HistoryCipher::isSealed(data)) return rename(path, copy);
   QFile file(path);

@@ -35,6 +35,8 @@ class LegacyImport final {
  private:
   void importFile(const QByteArray& data);
   void importDefaults();
+  /// Whether the clips are in the database for good.
+  [[nodiscard]] bool store(const QList<ClipItem>& clips);
   void setAside();
   void retireFile(const QByteArray& data);
   [[nodiscard]] QString inFolder(const QString& name) const;
@@ -42,6 +44,10 @@ class LegacyImport final {
   LegacyImportParts parts_;
   const QString folder_;
 };
+
+/// Whether there is an older history that has not been imported, or could not be read: its images and formats
+/// belong to nobody yet and must not be taken for orphans.
+[[nodiscard]] bool holdsUnimportedHistory(const QString& storageDirectory, const UserDefaults& defaults);
 
 /// Reads a JSON array of clips. Nothing when it is no such array or any clip in it is malformed.
 [[nodiscard]] std::optional<QList<ClipItem>> clipsFromJson(const QByteArray& json);

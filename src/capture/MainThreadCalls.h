@@ -1,9 +1,11 @@
 #pragma once
 
-#include <QCoreApplication>
-#include <QMetaObject>
-#include <QObject>
+#include <QList>
+#include <functional>
 #include <memory>
+#include <mutex>
+
+class QObject;
 
 namespace nimbrel {
 
@@ -11,22 +13,23 @@ namespace nimbrel {
 /// goes are dropped. Made and destroyed on the main thread.
 class MainThreadCalls final {
  public:
-  MainThreadCalls() : context_(std::make_unique<QObject>()) {}
-  ~MainThreadCalls() = default;
+  MainThreadCalls();
+  ~MainThreadCalls();
   MainThreadCalls(const MainThreadCalls&) = delete;
   MainThreadCalls& operator=(const MainThreadCalls&) = delete;
 
   /// Queues a call. Any thread; whoever posts from another one must have ended before this goes.
-  template <typename Task>
-  void post(Task&& task) {
-    QMetaObject::invokeMethod(context_.get(), std::forward<Task>(task), Qt::QueuedConnection);
-  }
+  void post(std::function<void()> call);
 
   /// Makes the calls that have been queued, now. Main thread.
-  void deliver() { QCoreApplication::sendPostedEvents(context_.get()); }
+  void deliver();
 
  private:
-  std::unique_ptr<QObject> context_;
+  class Receiver;
+
+  std::mutex mutex_;
+  QList<std::function<void()>> queued_;
+  std::unique_ptr<QObject> receiver_;
 };
 
 }  // namespace nimbrel

@@ -36,7 +36,7 @@ void Thumbnails::make(const QString& file) {
     if (stop.stop_requested()) return;
     const auto data = files_.loadImage(file);
     if (!data) return;
-    const auto outcome = codec_.thumbnail(*data, kThumbnailPixels);
+    const auto outcome = codec_.thumbnail(*data, kThumbnailPixels, stop);
     const auto* const image = std::get_if<QImage>(&outcome);
     if (!image || image->isNull()) return;
     calls_.post([this, file, made = *image] {

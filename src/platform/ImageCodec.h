@@ -3,6 +3,7 @@
 #include <QByteArray>
 #include <QImage>
 #include <QString>
+#include <stop_token>
 #include <variant>
 
 namespace nimbrel {
@@ -14,7 +15,8 @@ struct ImageError final {
 };
 
 /// Decodes and encodes images, which are hostile input: formats are whitelisted, pixels and memory bounded
-/// before anything is decoded. Methods may take seconds, so never on the main thread; otherwise any thread.
+/// before anything is decoded. Methods may take seconds, so never on the main thread; otherwise any thread. A
+/// requested stop makes them fail soon.
 class ImageCodec {
  public:
   /// The formats besides PNG that programs ask for.
@@ -28,16 +30,17 @@ class ImageCodec {
   virtual ~ImageCodec() = default;
 
   /// Re-encodes an image of any supported raster format as PNG: upright, without comments or camera data, the
-  /// same pixels always as the same bytes. The thumbnail is made on the way, as `thumbnail` does.
-  [[nodiscard]] virtual std::variant<Encoded, ImageError> encodePng(const QByteArray& image,
-                                                                    int maxPixelSize) = 0;
+  /// same pixels at the same density always as the same bytes. The thumbnail is made on the way, as
+  /// `thumbnail` does.
+  [[nodiscard]] virtual std::variant<Encoded, ImageError> encodePng(const QByteArray& image, int maxPixelSize,
+                                                                    const std::stop_token& stop) = 0;
 
   /// The image, upright, scaled down to fit a square of `maxPixelSize` pixels; smaller ones keep their size.
-  [[nodiscard]] virtual std::variant<QImage, ImageError> thumbnail(const QByteArray& image,
-                                                                   int maxPixelSize) = 0;
+  [[nodiscard]] virtual std::variant<QImage, ImageError> thumbnail(const QByteArray& image, int maxPixelSize,
+                                                                   const std::stop_token& stop) = 0;
 
-  [[nodiscard]] virtual std::variant<QByteArray, ImageError> convert(const QByteArray& image,
-                                                                     Format format) = 0;
+  [[nodiscard]] virtual std::variant<QByteArray, ImageError> convert(const QByteArray& image, Format format,
+                                                                     const std::stop_token& stop) = 0;
 };
 
 }  // namespace nimbrel

@@ -46,9 +46,6 @@ constexpr const char* kLoad =
 constexpr const char* kCannotOpen = "No se pudo abrir la base de datos (el historial no se guardará)";
 constexpr const char* kCannotSave = "No se pudo guardar";
 
-/// How often a checkpoint after a deletion is tried again while another connection reads the log.
-constexpr int kTraceAttempts = 3;
-
 void migrate(SQLiteConnection& disk, std::int64_t version) {
   if (version < 1) {
     SQLTransaction transaction(disk);
@@ -171,8 +168,9 @@ void ClipDatabase::remember(const ClipRef& clip) {
 }
 
 void ClipDatabase::noteFailures() {
-  hasFailures_ = !unwritten_.isEmpty() || !undeleted_.isEmpty();
-  if (hasFailures_) return;
+  const bool unfinished = !unwritten_.isEmpty() || !undeleted_.isEmpty();
+  hasFailures_ = unfinished || hasTraces_;
+  if (unfinished) return;
   for (const auto& task : std::exchange(waitingForWrites_, {}))
     task();
 }
@@ -181,27 +179,32 @@ void ClipDatabase::retryFailedWrites() {
   if (hasFailures_) diskQueue_.post([this] { writeWhatFailed(); });
 }
 
-void ClipDatabase::writeWhatFailed() {
+bool ClipDatabase::succeeds(const std::function<void()>& attempt) {
   try {
-    const auto clips = unwritten_.values();
-    for (const ClipRef& clip : clips)
-      write(clip);
-    while (!undeleted_.isEmpty()) {
-      erase(undeleted_.first());
-      undeleted_.removeFirst();
-    }
+    attempt();
+    return true;
   } catch (const SQLError&) {
     // Said when it failed first; the next attempt comes.
+    return false;
   }
+}
+
+void ClipDatabase::writeWhatFailed() {
+  // Each by itself: one that cannot succeed, for want of room, say, holds up no other. Deletions make room.
+  undeleted_.removeIf([this](const Removal& removal) { return succeeds([&] { erase(removal); }); });
+  const auto clips = unwritten_.values();
+  for (const ClipRef& clip : clips)
+    static_cast<void>(succeeds([&] { write(clip); }));
+  if (hasTraces_) static_cast<void>(succeeds([this] { eraseTraces(); }));
   noteFailures();
 }
 
 void ClipDatabase::afterWrites(std::function<void()> task) {
   diskQueue_.post([this, task = std::move(task)] {
-    if (hasFailures_)
-      waitingForWrites_.append(task);
-    else
+    if (unwritten_.isEmpty() && undeleted_.isEmpty())
       task();
+    else
+      waitingForWrites_.append(task);
   });
 }
 
@@ -269,25 +272,17 @@ void ClipDatabase::erase(const Removal& removal) {
                                      : std::optional(SQLiteConnection::Bindings{sqlText(clipIdText(*id++))});
     });
     transaction.commit();
-    if (removal.traces == Traces::erase) eraseTraces(kTraceAttempts);
+    if (removal.traces == Traces::erase) eraseTraces();
   }
   if (removal.removed) removal.removed();
 }
 
-void ClipDatabase::eraseTraces(int attemptsLeft) {
+void ClipDatabase::eraseTraces() {
   bool busy = false;
+  // Waits as long as the busy timeout; what then still reads is waited for by the next attempt.
   disk_->run("PRAGMA wal_checkpoint(TRUNCATE)", {},
              [&](sqlite3_stmt* row) { busy = sqlite3_column_int(row, 0) != 0; });
-  // Each attempt already waits as long as the busy timeout; queueing the next one lets other work pass.
-  if (busy && attemptsLeft > 0) {
-    diskQueue_.post([this, attemptsLeft] {
-      try {
-        eraseTraces(attemptsLeft - 1);
-      } catch (const SQLError& error) {
-        logFailure("No se pudo borrar", error.description());
-      }
-    });
-  }
+  hasTraces_ = busy;
 }
 
 void ClipDatabase::index(const ClipRef& clip) {
@@ -328,14 +323,10 @@ std::optional<QSet<QString>> ClipDatabase::referencedFiles(const char* sql, cons
   });
 }
 
-void ClipDatabase::checkpoint() {
-  diskQueue_.runAndWait([this] {
-    if (!disk_) return;
-    try {
-      disk_->execute("PRAGMA wal_checkpoint(TRUNCATE)");
-    } catch (const SQLError&) {
-      // The next start folds the log in; there is nothing to tell.
-    }
+bool ClipDatabase::checkpoint() {
+  return diskQueue_.runAndWait([this] {
+    // Without a word when it fails: the next start folds the log in.
+    return disk_ && succeeds([this] { eraseTraces(); }) && !hasTraces_;
   });
 }
 

@@ -94,8 +94,9 @@ class ClipDatabase final {
   [[nodiscard]] std::optional<QSet<QString>> referencedImageFiles();
   [[nodiscard]] std::optional<QSet<QString>> referencedRichFiles();
 
-  /// Folds the write-ahead log into the file and empties it; *waits*.
-  void checkpoint();
+  /// Folds the write-ahead log into the file, safe from a power cut, and empties it; *waits*. False when that
+  /// failed or another process is reading.
+  bool checkpoint();
 
   /// Lets everything that was queued so far finish; *waits*.
   void flush();
@@ -110,7 +111,8 @@ class ClipDatabase final {
   void openDisk();
   void write(const ClipRef& clip);
   void erase(const Removal& removal);
-  void eraseTraces(int attemptsLeft);
+  void eraseTraces();
+  [[nodiscard]] static bool succeeds(const std::function<void()>& attempt);
   void remember(const ClipRef& clip);
   void noteFailures();
   void writeWhatFailed();
@@ -123,6 +125,8 @@ class ClipDatabase final {
   QHash<QUuid, ClipRef> unwritten_;
   QList<Removal> undeleted_;
   QList<std::function<void()>> waitingForWrites_;
+  /// Deleted content is still in the write-ahead log.
+  bool hasTraces_ = false;
   std::atomic<bool> hasFailures_ = false;
   ClipIndex index_;
   // Last member, first to go: the queue finishes its work while the connection still exists.

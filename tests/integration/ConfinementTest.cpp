@@ -14,7 +14,6 @@
 namespace nimbrel {
 namespace {
 
-constexpr ConfinementLimits kLimits{.memory = 1ULL << 30U, .processorSeconds = 30};
 constexpr int kRefused = 0;
 constexpr int kPossible = 1;
 constexpr int kNotConfined = 2;
@@ -23,7 +22,8 @@ constexpr int kNotConfined = 2;
 int inConfinement(const std::function<bool()>& attempt) {
   const pid_t child = fork();
   if (child == 0) {
-    if (!confineThisProcess(kLimits)) _exit(kNotConfined);
+    if (!confineThisProcess({.parent = getppid(), .memory = 1ULL << 30U, .processorSeconds = 30}))
+      _exit(kNotConfined);
     _exit(attempt() ? kPossible : kRefused);
   }
   int status = 0;

@@ -63,7 +63,7 @@ const TextStyle kPlain{.family = u"DejaVu Sans"_s};
 TEST(ImagingHelper, MakesPngAndThumbnailInOneGo) {
   ConfinedImageCodec codec(helperProgram());
   const QImage picture = screenshotPicture({800, 400});
-  const auto outcome = codec.encodePng(encoded(picture, "bmp"), 256);
+  const auto outcome = codec.encodePng(encoded(picture, "bmp"), 256, {});
   const auto* const result = std::get_if<ImageCodec::Encoded>(&outcome);
   ASSERT_NE(result, nullptr) << errorOf(outcome).toStdString();
   EXPECT_EQ(result->thumbnail.size(), QSize(256, 128));
@@ -78,7 +78,7 @@ TEST(ImagingHelper, ConvertsToTheFormatsThatProgramsAskFor) {
   const QByteArray png = encoded(picture, "png");
   for (const auto& [format, name] :
        {std::pair(ImageCodec::Format::tiff, "tiff"), std::pair(ImageCodec::Format::bmp, "bmp")}) {
-    const auto outcome = codec.convert(png, format);
+    const auto outcome = codec.convert(png, format, {});
     ASSERT_TRUE(std::holds_alternative<QByteArray>(outcome)) << name;
     QImage back;
     ASSERT_TRUE(back.loadFromData(std::get<QByteArray>(outcome), name)) << name;
@@ -88,7 +88,7 @@ TEST(ImagingHelper, ConvertsToTheFormatsThatProgramsAskFor) {
 
 TEST(ImagingHelper, WorksBehindTheFilterOfSystemCallsOnly) {
   ConfinedImageCodec codec(helperProgram());
-  ASSERT_TRUE(errorOf(codec.thumbnail(encoded(noisePicture({8, 8}), "png"), 4)).isEmpty());
+  ASSERT_TRUE(errorOf(codec.thumbnail(encoded(noisePicture({8, 8}), "png"), 4, {})).isEmpty());
   const auto pid = codec.helper().processId();
   ASSERT_TRUE(pid);
   EXPECT_EQ(statusOf(*pid, "Seccomp"), "2");
@@ -97,17 +97,17 @@ TEST(ImagingHelper, WorksBehindTheFilterOfSystemCallsOnly) {
 
 TEST(ImagingHelper, AnImageThatCannotBeReadIsAnErrorAndNothingElse) {
   ConfinedImageCodec codec(helperProgram());
-  EXPECT_EQ(errorOf(codec.thumbnail("this is no image", 64)), u"no es una imagen legible");
-  EXPECT_TRUE(errorOf(codec.thumbnail(encoded(noisePicture({8, 8}), "png"), 4)).isEmpty());
+  EXPECT_EQ(errorOf(codec.thumbnail("this is no image", 64, {})), u"no es una imagen legible");
+  EXPECT_TRUE(errorOf(codec.thumbnail(encoded(noisePicture({8, 8}), "png"), 4, {})).isEmpty());
 }
 
 TEST(ImagingHelper, AKilledHelperCostsNothingAfterwards) {
   ConfinedImageCodec codec(helperProgram());
   const QByteArray png = encoded(noisePicture({8, 8}), "png");
-  ASSERT_TRUE(errorOf(codec.thumbnail(png, 4)).isEmpty());
+  ASSERT_TRUE(errorOf(codec.thumbnail(png, 4, {})).isEmpty());
   kill(*codec.helper().processId(), SIGKILL);
-  static_cast<void>(codec.thumbnail(png, 4));
-  EXPECT_TRUE(errorOf(codec.thumbnail(png, 4)).isEmpty());
+  static_cast<void>(codec.thumbnail(png, 4, {}));
+  EXPECT_TRUE(errorOf(codec.thumbnail(png, 4, {})).isEmpty());
 }
 
 TEST(ImagingHelper, AHelperThatHasEndedWhenIdleIsStartedAgainUnnoticed) {
@@ -117,12 +117,12 @@ TEST(ImagingHelper, AHelperThatHasEndedWhenIdleIsStartedAgainUnnoticed) {
       script(folder, "if [ ! -e " + folder.path().toUtf8() + "/seen ]; then : >" + folder.path().toUtf8() +
                          "/seen; exit 0; fi; exec " + helperProgram().toUtf8() + " \"$@\"");
   ConfinedImageCodec codec(program);
-  EXPECT_EQ(errorOf(codec.thumbnail(encoded(noisePicture({8, 8}), "png"), 4)), QString());
+  EXPECT_EQ(errorOf(codec.thumbnail(encoded(noisePicture({8, 8}), "png"), 4, {})), QString());
 }
 
 TEST(ImagingHelper, ADeadHelperIsNotLeftLyingAbout) {
   ConfinedImageCodec codec(helperProgram());
-  ASSERT_TRUE(errorOf(codec.thumbnail(encoded(noisePicture({8, 8}), "png"), 4)).isEmpty());
+  ASSERT_TRUE(errorOf(codec.thumbnail(encoded(noisePicture({8, 8}), "png"), 4, {})).isEmpty());
   const auto pid = codec.helper().processId();
   ASSERT_TRUE(pid);
   kill(*pid, SIGTERM);
@@ -131,14 +131,14 @@ TEST(ImagingHelper, ADeadHelperIsNotLeftLyingAbout) {
 
 TEST(ImagingHelper, AMissingHelperIsAnError) {
   ConfinedImageCodec codec(u"/nonexistent/helper"_s);
-  EXPECT_EQ(errorOf(codec.thumbnail(encoded(noisePicture({8, 8}), "png"), 4)),
+  EXPECT_EQ(errorOf(codec.thumbnail(encoded(noisePicture({8, 8}), "png"), 4, {})),
             u"no se pudo iniciar el proceso de imágenes");
 }
 
 TEST(ImagingHelper, AHelperThatCrashesIsAnError) {
   const QTemporaryDir folder;
   ConfinedImageCodec codec(script(folder, "kill -SEGV $$"));
-  EXPECT_EQ(errorOf(codec.thumbnail("x", 4)), u"el proceso de imágenes ha fallado");
+  EXPECT_EQ(errorOf(codec.thumbnail("x", 4, {})), u"el proceso de imágenes ha fallado");
 }
 
 TEST(ImagingHelper, AHelperThatHangsIsKilledInTime) {

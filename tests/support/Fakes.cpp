@@ -153,18 +153,21 @@ void FakeSideFiles::remove(const SideFileNames& names) {
 }
 
 std::variant<ImageCodec::Encoded, ImageError> FakeImageCodec::encodePng(const QByteArray& image,
-                                                                        int maxPixelSize) {
+                                                                        int maxPixelSize,
+                                                                        const std::stop_token&) {
   if (!error.isEmpty()) return ImageError{error};
   return Encoded{image, QImage(maxPixelSize, maxPixelSize, QImage::Format_RGB32)};
 }
 
-std::variant<QImage, ImageError> FakeImageCodec::thumbnail(const QByteArray&, int maxPixelSize) {
+std::variant<QImage, ImageError> FakeImageCodec::thumbnail(const QByteArray&, int maxPixelSize,
+                                                           const std::stop_token&) {
   ++thumbnails;
   if (!error.isEmpty()) return ImageError{error};
   return QImage(maxPixelSize, maxPixelSize, QImage::Format_RGB32);
 }
 
-std::variant<QByteArray, ImageError> FakeImageCodec::convert(const QByteArray& image, Format) {
+std::variant<QByteArray, ImageError> FakeImageCodec::convert(const QByteArray& image, Format,
+                                                             const std::stop_token&) {
   if (!error.isEmpty()) return ImageError{error};
   return image;
 }

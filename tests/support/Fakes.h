@@ -130,8 +130,12 @@ class FakeUserDefaults final : public UserDefaults {
   [[nodiscard]] std::optional<QByteArray> data(const QString& key) const override {
     return values.contains(key) ? std::optional(values.value(key)) : std::nullopt;
   }
-  void remove(const QString& key) override { values.remove(key); }
+  [[nodiscard]] bool remove(const QString& key) override {
+    if (!failWrites) values.remove(key);
+    return !failWrites;
+  }
   QHash<QString, QByteArray> values;
+  bool failWrites = false;
 };
 
 class FailingRandom final : public RandomSource {
@@ -202,11 +206,12 @@ class FakeSideFiles final : public SideFiles {
 /// Sees in an image what the test put there.
 class FakeImageCodec final : public ImageCodec {
  public:
-  [[nodiscard]] std::variant<Encoded, ImageError> encodePng(const QByteArray& image,
-                                                            int maxPixelSize) override;
-  [[nodiscard]] std::variant<QImage, ImageError> thumbnail(const QByteArray& image,
-                                                           int maxPixelSize) override;
-  [[nodiscard]] std::variant<QByteArray, ImageError> convert(const QByteArray& image, Format format) override;
+  [[nodiscard]] std::variant<Encoded, ImageError> encodePng(const QByteArray& image, int maxPixelSize,
+                                                            const std::stop_token&) override;
+  [[nodiscard]] std::variant<QImage, ImageError> thumbnail(const QByteArray& image, int maxPixelSize,
+                                                           const std::stop_token& stop) override;
+  [[nodiscard]] std::variant<QByteArray, ImageError> convert(const QByteArray& image, Format format,
+                                                             const std::stop_token&) override;
 
   /// Not empty: everything fails with this.
   QString error;

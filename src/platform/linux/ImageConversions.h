@@ -6,6 +6,7 @@
 #include <functional>
 #include <mutex>
 #include <optional>
+#include <stop_token>
 
 #include "platform/ImageCodec.h"
 
@@ -37,6 +38,7 @@ class ImageConversions final {
   std::function<void()> finished_;
   std::mutex mutex_;
   QList<Result> results_;
+  std::stop_source stop_;
   QThreadPool pool_;
 };
 

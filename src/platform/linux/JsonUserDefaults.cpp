@@ -22,10 +22,15 @@ QJsonObject readObject(const QString& path) {
 
 }  // namespace
 
-JsonUserDefaults::JsonUserDefaults(QString path) : path_(std::move(path)), values_(readObject(path_)) {}
+JsonUserDefaults::JsonUserDefaults(QString path) : path_(std::move(path)) {}
+
+QJsonObject& JsonUserDefaults::values() const {
+  if (!values_) values_ = readObject(path_);
+  return *values_;
+}
 
 std::optional<QByteArray> JsonUserDefaults::data(const QString& key) const {
-  const QJsonObject value = values_.value(key).toObject();
+  const QJsonObject value = values().value(key).toObject();
   const QJsonValue encoded = value.value(QStringLiteral("data"));
   if (value.size() != 1 || !encoded.isString()) return std::nullopt;
   const auto decoded =
@@ -34,19 +39,19 @@ std::optional<QByteArray> JsonUserDefaults::data(const QString& key) const {
   return *decoded;
 }
 
-void JsonUserDefaults::remove(const QString& key) {
-  if (!values_.contains(key)) return;
-  values_.remove(key);
-  save();
+bool JsonUserDefaults::remove(const QString& key) {
+  if (!values().contains(key)) return true;
+  values().remove(key);
+  return save();
 }
 
-void JsonUserDefaults::save() const {
+bool JsonUserDefaults::save() const {
   QDir().mkpath(QFileInfo(path_).path());
   QSaveFile file(path_);
-  if (!file.open(QIODevice::WriteOnly)) return;
+  if (!file.open(QIODevice::WriteOnly)) return false;
   file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
-  file.write(QJsonDocument(values_).toJson());
-  static_cast<void>(file.commit());
+  file.write(QJsonDocument(values()).toJson());
+  return file.commit();
 }
 
 QString userDefaultsPath() {

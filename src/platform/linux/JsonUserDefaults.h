@@ -14,13 +14,15 @@ class JsonUserDefaults final : public UserDefaults {
   explicit JsonUserDefaults(QString path);
 
   [[nodiscard]] std::optional<QByteArray> data(const QString& key) const override;
-  void remove(const QString& key) override;
+  [[nodiscard]] bool remove(const QString& key) override;
 
  private:
-  void save() const;
+  /// Read at the first look, so that nobody waits for it before.
+  [[nodiscard]] QJsonObject& values() const;
+  [[nodiscard]] bool save() const;
 
   const QString path_;
-  QJsonObject values_;
+  mutable std::optional<QJsonObject> values_;
 };
 
 /// The file for the program's values in the user's configuration folder.

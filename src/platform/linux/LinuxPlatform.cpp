@@ -21,6 +21,8 @@ namespace {
 struct X11Desktop {
   DesktopEntries entries{DesktopEntries::userFolders()};
   X11Session session;
+  /// For programs that ask for an image in another format; however many do, capture has a helper to itself.
+  ConfinedImageCodec conversions{imagingHelperProgram()};
 };
 
 class XtestTrust final : public AccessibilityTrust {
@@ -48,7 +50,7 @@ Platform makePlatform() {
   Platform platform;
   platform.imageCodec = std::make_unique<ConfinedImageCodec>(imagingHelperProgram());
   platform.textRecognizer = std::make_unique<ConfinedTextRecognizer>(imagingHelperProgram());
-  auto pasteboard = std::make_unique<X11Pasteboard>(desktop->entries, platform.imageCodec.get());
+  auto pasteboard = std::make_unique<X11Pasteboard>(desktop->entries, &desktop->conversions);
   platform.foundation = desktop;
   platform.instance = std::make_unique<DBusInstanceHost>();
   platform.termination = std::make_unique<UnixTerminationSignal>();

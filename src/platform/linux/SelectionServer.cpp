@@ -64,8 +64,9 @@ void SelectionServer::handle(const xcb_selection_request_event_t& event, TimePoi
 
 bool SelectionServer::beginConversion(Offer& offer, const xcb_selection_request_event_t& request) {
   const auto format = offer.conversions.constFind(request.target);
-  if (format == offer.conversions.constEnd() || waiting_.size() >= kMaxWaiting) return false;
-  waiting_.append({++lastTicket_, request});
+  const bool converted = offer.values.contains(request.target);
+  if (converted || format == offer.conversions.constEnd() || waiting_.size() >= kMaxWaiting) return false;
+  waiting_.append({++lastTicket_, offer.since, request});
   conversions_.start(lastTicket_, offer.image, *format);
   return true;
 }
@@ -90,6 +91,10 @@ void SelectionServer::answerConverted(const Waiting& waiting, const QByteArray& 
   const xcb_atom_t property = request.property == XCB_ATOM_NONE ? request.target : request.property;
   Offer converted;
   converted.values.insert(request.target, bytes);
+  // Who asks next has it at once, unless something else is offered by now.
+  const auto current = offers_.find(request.selection);
+  if (current != offers_.end() && current->since == waiting.since)
+    current->values.insert(request.target, bytes);
   const bool answered = answer(converted, request.target, {request.requestor, property}, now);
   sendSelectionNotify(connection_, request, answered ? property : static_cast<xcb_atom_t>(XCB_ATOM_NONE));
 }
@@ -116,8 +121,9 @@ void SelectionServer::sendTargets(const Offer& offer, Place place) {
     targets.push_back(atoms_.atom(QString::fromUtf16(name)));
   for (auto it = offer.values.begin(); it != offer.values.end(); ++it)
     targets.push_back(it.key());
-  for (auto it = offer.conversions.begin(); it != offer.conversions.end(); ++it)
-    targets.push_back(it.key());
+  for (auto it = offer.conversions.begin(); it != offer.conversions.end(); ++it) {
+    if (!offer.values.contains(it.key())) targets.push_back(it.key());
+  }
   xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, place.requestor, place.property, XCB_ATOM_ATOM, 32,
                       static_cast<std::uint32_t>(targets.size()), targets.data());
 }

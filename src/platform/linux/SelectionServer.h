@@ -53,6 +53,7 @@ class SelectionServer final {
   /// A request that waits for a conversion.
   struct Waiting {
     quint64 ticket;
+    xcb_timestamp_t since;
     xcb_selection_request_event_t request;
   };
   /// Who wants an answer, and where.

@@ -202,8 +202,13 @@ TEST_F(History, WritesNothingForAnImageThatIsGone) {
   launch();
   ClipItem item = testing::textClip(QString());
   item.imageFile = u"A.png"_s;
+  copyText(u"secreto de antes"_s);
   EXPECT_FALSE(store().copyToPasteboard(item, false));
   EXPECT_TRUE(pasteboard.writes.isEmpty());
+  // Nothing else may be pasted in its place.
+  EXPECT_EQ(pasteboard.clears, 1);
+  store().tick();
+  EXPECT_EQ(texts(), QStringList{u"secreto de antes"_s});
 }
 
 TEST_F(History, ExpandsPlaceholdersButNotTheClipboardsOnTheWayOut) {

@@ -340,6 +340,29 @@ TEST_F(Organizing, TheFormatCopiedLastIsTheOneThatIsPasted) {
   EXPECT_TRUE(clip(0).richFile);
 }
 
+TEST_F(Organizing, OfThreeFormatsInARowTheLastStays) {
+  launch();
+  copyRtf(u"hola"_s, "{\\rtf1 A}");
+  files.slow = true;
+  copyRtf(u"hola"_s, "{\\rtf1 B}");
+  copyRtf(u"hola"_s, "{\\rtf1 A}");
+  files.finish();
+  settle();
+  EXPECT_EQ(files.rich.value(*clip(0).richFile), "{\\rtf1 A}");
+  EXPECT_EQ(files.rich.size(), 1);
+}
+
+TEST_F(Organizing, AnImageThatAVerySmallHistoryPushedOutIsNotRead) {
+  settings.maxUnpinned = 1;
+  launch();
+  files.slow = true;
+  copyImage("png");
+  copyText(u"después"_s);
+  files.finish();
+  EXPECT_EQ(texts(), QStringList{u"después"_s});
+  EXPECT_TRUE(imageTexts.queued.isEmpty());
+}
+
 TEST_F(Organizing, ASecretNeverKeepsTheFormatItHadBefore) {
   launch();
   copyRtf(u"sk-secreto"_s, "{\\rtf1 sk-secreto}");

@@ -187,6 +187,43 @@ TEST_F(LegacyImportTest, FromTheDefaultsRemovesTheKeyWhenDone) {
   EXPECT_TRUE(defaults.values.isEmpty());
 }
 
+TEST_F(LegacyImportTest, FromDefaultsThatCannotBeWrittenSaysSo) {
+  defaults.values.insert(u"clipboardItems"_s, jsonOf(clips));
+  defaults.failWrites = true;
+  run();
+  EXPECT_EQ(texts().size(), 2);
+  EXPECT_EQ(log.lines(),
+            QStringList{u"No se pudo retirar clipboardItems: las preferencias no se pueden escribir"_s});
+}
+
+TEST_F(LegacyImportTest, IsOnTheDiskBeforeItsSourceGoes) {
+  write(jsonOf(clips));
+  run();
+  // Folded into the file itself, which is synced, and not only in the log, which is not.
+  EXPECT_EQ(QFileInfo(databasePath(directory) + u"-wal"_s).size(), 0);
+}
+
+TEST_F(LegacyImportTest, ThatWaitsOrFailedKeepsItsFilesFromTheSweep) {
+  EXPECT_FALSE(holdsUnimportedHistory(directory, defaults));
+  write("[]");
+  EXPECT_TRUE(holdsUnimportedHistory(directory, defaults));
+  write("garbage");
+  run();
+  EXPECT_TRUE(holdsUnimportedHistory(directory, defaults));
+  ASSERT_TRUE(QFile::remove(file(names().first())));
+  defaults.values.insert(u"clipboardItems"_s, "garbage");
+  EXPECT_TRUE(holdsUnimportedHistory(directory, defaults));
+}
+
+TEST_F(LegacyImportTest, TwoUnreadableFilesWithinASecondLoseNothing) {
+  write("first");
+  run();
+  write("second");
+  run();
+  EXPECT_EQ(names().size(), 2);
+  EXPECT_TRUE(log.has(u"No se pudo mover history.json: "_s));
+}
+
 TEST_F(LegacyImportTest, FromUnreadableDefaultsRemovesNothing) {
   for (const auto* const bytes : {"", "[]", "[1]", "nada"}) {
     defaults.values.insert(u"clipboardItems"_s, bytes);

@@ -139,6 +139,12 @@ TEST_F(BlobFilesTest, TheSweepDeletesOldFilesThatNoRowRefersTo) {
   EXPECT_EQ(log.lines(), QStringList{u"Imágenes huérfanas borradas: 2"_s});
 }
 
+TEST_F(BlobFilesTest, TheSweepKeepsAFileOfExactlyTenMinutes) {
+  old(image(u"edge.png"_s), 600s);
+  files.sweepOrphanImages(QSet<QString>());
+  EXPECT_TRUE(QFileInfo::exists(image(u"edge.png"_s)));
+}
+
 TEST_F(BlobFilesTest, TheSweepOfFormatsHasItsOwnWords) {
   old(rich(u"orphan.rtf"_s), 11min);
   files.sweepOrphanRichFiles(QSet<QString>());

@@ -3,6 +3,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QTemporaryDir>
 #include <atomic>
 
@@ -206,6 +207,46 @@ TEST_F(ClipDatabaseFailure, IsMadeGoodAtTheLatestWhenTheProgramEnds) {
   database.reset();
   open();
   EXPECT_EQ(database->count(), 1);
+}
+
+TEST_F(ClipDatabaseFailure, OfOneWriteHoldsUpNoOther) {
+  open();
+  const ClipItem removed = textClip(u"borrado"_s);
+  database->save(indexed(removed));
+  database->flush();
+  disk.failWrites = true;
+  for (int i = 0; i < 5; ++i)
+    database->save(indexed(textClip(QString::number(i))));
+  database->remove({removed.id}, ClipDatabase::Traces::mayLinger);
+  database->flush();
+  // Room for some and not for all, whatever the order.
+  disk.failWrites = false;
+  disk.writesBeforeFailure = 14;
+  database->retryFailedWrites();
+  database->flush();
+  disk.writesBeforeFailure = -1;
+  disk.failWrites = false;
+  EXPECT_GT(database->count(), 0);
+  database->retryFailedWrites();
+  EXPECT_EQ(database->count(), 5);
+}
+
+TEST_F(ClipDatabaseFailure, ErasesTracesAsSoonAsNobodyReadsAnyMore) {
+  open();
+  const ClipItem secret = textClip(u"secreto"_s);
+  database->save(indexed(secret));
+  database->flush();
+  SQLiteConnection reader(path.toUtf8());
+  reader.execute("BEGIN");
+  static_cast<void>(reader.integer("SELECT COUNT(*) FROM clips"));
+  database->remove({secret.id}, ClipDatabase::Traces::erase);
+  database->flush();
+  const QString walPath = path + u"-wal"_s;
+  EXPECT_GT(QFileInfo(walPath).size(), 0);
+  reader.execute("COMMIT");
+  database->retryFailedWrites();
+  database->flush();
+  EXPECT_EQ(QFileInfo(walPath).size(), 0);
 }
 
 TEST_F(ClipDatabaseFailure, HoldsBackWhatWaitsForTheWrites) {

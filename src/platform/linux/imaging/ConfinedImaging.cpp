@@ -33,22 +33,25 @@ ConfinedImageCodec::ConfinedImageCodec(const QString& program)
     : helper_(program, ImagingSkill::codec, kCodecLimit) {}
 
 std::variant<ImageCodec::Encoded, ImageError> ConfinedImageCodec::encodePng(const QByteArray& image,
-                                                                            int maxPixelSize) {
+                                                                            int maxPixelSize,
+                                                                            const std::stop_token& stop) {
   return taken<Encoded>(
-      helper_.ask({.task = ImagingTask::encodePng, .maxPixelSize = maxPixelSize, .image = image}),
+      helper_.ask({.task = ImagingTask::encodePng, .maxPixelSize = maxPixelSize, .image = image}, stop),
       [](ImagingReply reply) {
         return Encoded{std::move(reply.data), std::move(reply.thumbnail)};
       });
 }
 
-std::variant<QImage, ImageError> ConfinedImageCodec::thumbnail(const QByteArray& image, int maxPixelSize) {
+std::variant<QImage, ImageError> ConfinedImageCodec::thumbnail(const QByteArray& image, int maxPixelSize,
+                                                               const std::stop_token& stop) {
   return taken<QImage>(
-      helper_.ask({.task = ImagingTask::thumbnail, .maxPixelSize = maxPixelSize, .image = image}),
+      helper_.ask({.task = ImagingTask::thumbnail, .maxPixelSize = maxPixelSize, .image = image}, stop),
       [](ImagingReply reply) { return std::move(reply.thumbnail); });
 }
 
-std::variant<QByteArray, ImageError> ConfinedImageCodec::convert(const QByteArray& image, Format format) {
-  return taken<QByteArray>(helper_.ask({.task = taskOf(format), .maxPixelSize = 0, .image = image}),
+std::variant<QByteArray, ImageError> ConfinedImageCodec::convert(const QByteArray& image, Format format,
+                                                                 const std::stop_token& stop) {
+  return taken<QByteArray>(helper_.ask({.task = taskOf(format), .maxPixelSize = 0, .image = image}, stop),
                            [](ImagingReply reply) { return std::move(reply.data); });
 }
 

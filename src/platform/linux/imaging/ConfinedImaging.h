@@ -11,11 +11,12 @@ class ConfinedImageCodec final : public ImageCodec {
  public:
   explicit ConfinedImageCodec(const QString& program);
 
-  [[nodiscard]] std::variant<Encoded, ImageError> encodePng(const QByteArray& image,
-                                                            int maxPixelSize) override;
-  [[nodiscard]] std::variant<QImage, ImageError> thumbnail(const QByteArray& image,
-                                                           int maxPixelSize) override;
-  [[nodiscard]] std::variant<QByteArray, ImageError> convert(const QByteArray& image, Format format) override;
+  [[nodiscard]] std::variant<Encoded, ImageError> encodePng(const QByteArray& image, int maxPixelSize,
+                                                            const std::stop_token& stop) override;
+  [[nodiscard]] std::variant<QImage, ImageError> thumbnail(const QByteArray& image, int maxPixelSize,
+                                                           const std::stop_token& stop) override;
+  [[nodiscard]] std::variant<QByteArray, ImageError> convert(const QByteArray& image, Format format,
+                                                             const std::stop_token& stop) override;
 
   [[nodiscard]] ImagingHelper& helper() { return helper_; }
 

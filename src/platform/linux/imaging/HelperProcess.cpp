@@ -150,6 +150,10 @@ pid_t HelperProcess::processId() const {
   return child_->pid();
 }
 
+bool HelperProcess::isAlive() const {
+  return !child_->statusWithin({});
+}
+
 bool HelperProcess::endedInPeace() {
   using namespace std::chrono_literals;
   channel_.reset();

@@ -16,7 +16,8 @@
 namespace nimbrel {
 
 /// One run of the imaging helper, from its start to its end; speaks frames over a socket that is the helper's
-/// standard input and output. The helper inherits no other descriptor and no environment. Ends with this
+/// standard input and output. The helper inherits no other descriptor, and of the environment only a
+/// limit to one thread for its recognizer. Ends with this
 /// object. One thread at a time.
 class HelperProcess final {
  public:
@@ -48,6 +49,8 @@ class HelperProcess final {
                                                            const std::stop_token& stop);
 
   [[nodiscard]] pid_t processId() const;
+  /// Whether it has not ended yet, as far as is known.
+  [[nodiscard]] bool isAlive() const;
 
  private:
   class Child;

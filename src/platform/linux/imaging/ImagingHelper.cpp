@@ -27,9 +27,9 @@ ImagingHelper::ImagingHelper(QString program, ImagingSkill skill, std::chrono::m
     : program_(std::move(program)), skill_(skill), timeLimit_(timeLimit) {}
 
 bool ImagingHelper::ensureStarted() {
-  if (process_) return true;
+  if (process_ && process_->isAlive()) return true;
   const QString skill = skill_ == ImagingSkill::text ? QStringLiteral("text") : QStringLiteral("codec");
-  process_ = HelperProcess::start(program_, {skill});
+  process_ = HelperProcess::start(program_, {skill, QString::number(QCoreApplication::applicationPid())});
   return process_.has_value();
 }
 

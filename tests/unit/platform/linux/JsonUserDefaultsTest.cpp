@@ -38,7 +38,7 @@ TEST_F(JsonUserDefaultsTest, TellsBytesFromOtherTypes) {
 
 TEST_F(JsonUserDefaultsTest, RemovesOneKeyForGoodAndKeepsTheOthers) {
   write(R"({"a": {"data": "aG9sYQ=="}, "maxUnpinned": 50})");
-  JsonUserDefaults(path).remove(u"a"_s);
+  EXPECT_TRUE(JsonUserDefaults(path).remove(u"a"_s));
   EXPECT_FALSE(JsonUserDefaults(path).data(u"a"_s));
   EXPECT_TRUE(content().contains("maxUnpinned"));
   EXPECT_FALSE(QFileInfo(path).permissions() & (QFile::ReadGroup | QFile::ReadOther));
@@ -48,7 +48,7 @@ TEST_F(JsonUserDefaultsTest, LeavesAFileAloneThatItCannotRead) {
   write("not json");
   JsonUserDefaults defaults(path);
   EXPECT_FALSE(defaults.data(u"a"_s));
-  defaults.remove(u"a"_s);
+  EXPECT_TRUE(defaults.remove(u"a"_s));
   EXPECT_EQ(content(), "not json");
 }
 

@@ -106,10 +106,9 @@ bool filterSystemCalls() {
 }  // namespace
 
 bool confineThisProcess(const ConfinementLimits& limits) {
-  const pid_t parent = getppid();
   prctl(PR_SET_PDEATHSIG, SIGKILL);
   // The parent may have gone before this was said.
-  if (getppid() != parent) return false;
+  if (getppid() != limits.parent) return false;
   prctl(PR_SET_DUMPABLE, 0);
   if (prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) != 0) return false;
   limitResources(limits);

@@ -16,6 +16,8 @@ constexpr double kScreenScale = 2.0;
 constexpr double kMaxEnlargedPixels = 12e6;
 /// …and above this they are made smaller, since time and memory grow with them.
 constexpr double kMaxPixelsRead = 24e6;
+/// The longest side that the recognizer takes, without the margin.
+constexpr double kMaxSideRead = 32'000;
 /// Below this mean confidence, in percent, a line is noise that looks like letters.
 constexpr float kMinConfidence = 40;
 /// Letters at the very edge are not seen.
@@ -23,8 +25,9 @@ constexpr int kMargin = 10;
 
 double scaleFor(const QSize& size) {
   const double pixels = double(size.width()) * size.height();
-  if (pixels * kScreenScale * kScreenScale <= kMaxEnlargedPixels) return kScreenScale;
-  return std::min(1.0, std::sqrt(kMaxPixelsRead / pixels));
+  const double longest = kMaxSideRead / std::max(size.width(), size.height());
+  if (pixels * kScreenScale * kScreenScale <= kMaxEnlargedPixels) return std::min(kScreenScale, longest);
+  return std::min({1.0, longest, std::sqrt(kMaxPixelsRead / pixels)});
 }
 
 /// Dark letters on a light ground, which is what the recognizer was trained on.

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <ctime>
 #include <memory>
@@ -86,9 +87,9 @@ int muteStandardError() {
   return before;
 }
 
-int serve(bool readsText) {
+int serve(bool readsText, int parent) {
   constexpr unsigned long long kMegabyte = 1 << 20;
-  const ConfinementLimits limits{.memory = 2048 * kMegabyte, .processorSeconds = 600};
+  const ConfinementLimits limits{.parent = parent, .memory = 2048 * kMegabyte, .processorSeconds = 600};
   // Everything that comes from files comes before the door shuts.
   loadImageDecoders();
   const auto recognizer = readsText ? LineRecognizer::load() : nullptr;
@@ -112,5 +113,9 @@ int main(int argc, char** argv) {
   // Its event loop would open more descriptors than a confined thread may.
   qputenv("QT_NO_GLIB", "1");
   const QCoreApplication application(argc, argv);
-  return nimbrel::serve(argc > 1 && std::strcmp(argv[1], "text") == 0);
+  if (argc != 3) {
+    std::fputs("nimbrel-imaging: lo inicia Nimbrel cuando hace falta\n", stderr);
+    return 2;
+  }
+  return nimbrel::serve(std::strcmp(argv[1], "text") == 0, std::atoi(argv[2]));
 }
