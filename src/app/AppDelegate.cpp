@@ -60,6 +60,9 @@ void AppDelegate::applicationDidFinishLaunching() {
   registerHotKey(*hotKey_, settings_.hotKey);
   nextHotKey_ = std::make_unique<HotKey>(*dispatcher_, [this] { pasteNextQueued(); });
   registerHotKey(*nextHotKey_, settings_.nextHotKey);
+  const auto interrupted = blobs_.loadPendingTexts();
+  imageTexts_.setPendingHandler([this](const auto& ids) { files_.rememberPendingTexts(ids); });
+  if (settings_.ocrEnabled) store_.recognizeTexts(interrupted);
   // The first seconds belong to the user.
   sweepTimer_.setSingleShot(true);
   connect(&sweepTimer_, &QTimer::timeout, this, [this] { sweepOrphans(); });

@@ -75,6 +75,10 @@ void ClipFiles::remove(const SideFileNames& names) {
   });
 }
 
+void ClipFiles::rememberPendingTexts(const QList<QUuid>& ids) {
+  fileQueue_.post([this, ids] { files_.savePendingTexts(ids); });
+}
+
 void ClipFiles::sweepOrphans(ClipDatabase& database) {
   fileQueue_.post([this, &database] {
     files_.sweepOrphanImages(database.referencedImageFiles());

@@ -30,6 +30,9 @@ class ClipFiles final : public SideFiles {
   [[nodiscard]] std::optional<QByteArray> loadRich(const QString& file) override;
   void remove(const SideFileNames& names) override;
 
+  /// Keeps, later, the ids of the images whose text is still to be recognised.
+  void rememberPendingTexts(const QList<QUuid>& ids);
+
   /// Deletes, later, the files that no row of the database refers to. The database must not go before that is
   /// done, which `finish` waits for.
   void sweepOrphans(ClipDatabase& database);

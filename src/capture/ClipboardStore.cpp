@@ -187,9 +187,18 @@ void ClipboardStore::setRecognizedText(const QUuid& id, const QString& text) {
 }
 
 void ClipboardStore::recognizeMissingTexts() {
-  for (qsizetype row = 0; row < items().size(); ++row) {
-    const ClipItem& clip = items().at(row)->clip;
-    if (clip.imageFile && !clip.ocrText) parts_.imageTexts.enqueue(clip.id, *clip.imageFile);
+  QList<QUuid> ids;
+  for (qsizetype row = 0; row < items().size(); ++row)
+    ids.append(items().at(row)->clip.id);
+  recognizeTexts(ids);
+}
+
+void ClipboardStore::recognizeTexts(const QList<QUuid>& ids) {
+  for (const QUuid& id : ids) {
+    const auto row = items().rowOf(id);
+    if (!row) continue;
+    const ClipItem& clip = items().at(*row)->clip;
+    if (clip.imageFile && !clip.ocrText) parts_.imageTexts.enqueue(id, *clip.imageFile);
   }
 }
 

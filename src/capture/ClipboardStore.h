@@ -102,6 +102,9 @@ class ClipboardStore final : public QObject {
   /// Queues the images whose text has not been looked for; for when the user switches recognition on.
   void recognizeMissingTexts();
 
+  /// Queues those of these clips that are images without recognised text: what was interrupted.
+  void recognizeTexts(const QList<QUuid>& ids);
+
   [[nodiscard]] bool isPaused() const { return paused_; }
   void setPaused(bool paused);
 

@@ -45,12 +45,21 @@ void ImageTextReader::enqueue(const QUuid& id, const QString& imageFile) {
       std::any_of(ocrPending_.begin(), ocrPending_.end(), [&](const Task& task) { return task.id == id; });
   if (known) return;
   ocrPending_.append({id, imageFile});
+  tellPending();
   if (!reading_) startNext();
 }
 
 void ImageTextReader::cancel(const QUuid& id) {
   if (reading_ && !ocrPending_.isEmpty() && ocrPending_.first().id == id) stop_.request_stop();
-  ocrPending_.removeIf([&](const Task& task) { return task.id == id; });
+  if (ocrPending_.removeIf([&](const Task& task) { return task.id == id; }) > 0) tellPending();
+}
+
+void ImageTextReader::tellPending() const {
+  if (!pendingHandler_) return;
+  QList<QUuid> ids;
+  for (const Task& task : ocrPending_)
+    ids.append(task.id);
+  pendingHandler_(ids);
 }
 
 void ImageTextReader::startNext() {
@@ -67,6 +76,7 @@ void ImageTextReader::startNext() {
 void ImageTextReader::finish(const QUuid& id, const std::optional<QString>& text) {
   const bool wanted = ocrPending_.removeIf([&](const Task& task) { return task.id == id; }) > 0;
   if (wanted && text && handler_) handler_(id, *text);
+  if (wanted) tellPending();
   startNext();
 }
 

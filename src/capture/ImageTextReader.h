@@ -3,6 +3,7 @@
 #include <QList>
 #include <QString>
 #include <QUuid>
+#include <functional>
 #include <optional>
 #include <stop_token>
 
@@ -23,6 +24,12 @@ class ImageTextReader final : public ImageTextQueue {
   ImageTextReader(SideFiles& files, TextRecognizer& recognizer);
   ~ImageTextReader() override;
 
+  /// Who is told of the images that are not finished whenever that changes, so that an end of the program
+  /// interrupts them and does not forget them.
+  void setPendingHandler(std::function<void(const QList<QUuid>&)> handler) {
+    pendingHandler_ = std::move(handler);
+  }
+
   void setHandler(Recognized handler) override { handler_ = std::move(handler); }
   void enqueue(const QUuid& id, const QString& imageFile) override;
   void cancel(const QUuid& id) override;
@@ -36,12 +43,14 @@ class ImageTextReader final : public ImageTextQueue {
     QString imageFile;
   };
 
+  void tellPending() const;
   void startNext();
   void finish(const QUuid& id, const std::optional<QString>& text);
 
   SideFiles& files_;
   TextRecognizer& recognizer_;
   Recognized handler_;
+  std::function<void(const QList<QUuid>&)> pendingHandler_;
   /// The first one is being read.
   QList<Task> ocrPending_;
   bool reading_ = false;

@@ -7,6 +7,7 @@
 #include <QSaveFile>
 #include <chrono>
 
+#include "capture/model/ClipItem.h"
 #include "capture/model/Log.h"
 
 namespace nimbrel {
@@ -41,6 +42,7 @@ std::chrono::system_clock::time_point modified(const QFileInfo& entry) {
 BlobFiles::BlobFiles(const QString& storageDirectory, HistoryCipher& cipher, const Clock& clock)
     : images_(QDir(storageDirectory).filePath(QStringLiteral("Images/"))),
       rich_(QDir(storageDirectory).filePath(QStringLiteral("Rich/"))),
+      pendingTexts_(QDir(storageDirectory).filePath(QStringLiteral("recognition.pending"))),
       cipher_(cipher),
       clock_(clock) {}
 
@@ -93,6 +95,26 @@ void BlobFiles::removeImage(const QString& name) {
 
 void BlobFiles::removeRich(const QString& name) {
   remove(rich_, name);
+}
+
+void BlobFiles::savePendingTexts(const QList<QUuid>& ids) {
+  QByteArray lines;
+  for (const QUuid& id : ids)
+    lines += clipIdText(id).toLatin1() + '\n';
+  if (lines.isEmpty())
+    QFile::remove(pendingTexts_);
+  else
+    static_cast<void>(writeSealedFile(lines, pendingTexts_));
+}
+
+QList<QUuid> BlobFiles::loadPendingTexts() {
+  QList<QUuid> ids;
+  const QFileInfo entry(pendingTexts_);
+  const auto lines = load(entry.path() + u'/', entry.fileName()).value_or(QByteArray()).split('\n');
+  for (const QByteArray& line : lines) {
+    if (const auto id = clipIdFromText(QString::fromLatin1(line))) ids.append(*id);
+  }
+  return ids;
 }
 
 void BlobFiles::sweepOrphanImages(const std::optional<QSet<QString>>& referenced) {

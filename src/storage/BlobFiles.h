@@ -1,8 +1,10 @@
 #pragma once
 
 #include <QByteArray>
+#include <QList>
 #include <QSet>
 #include <QString>
+#include <QUuid>
 #include <optional>
 
 #include "platform/Clock.h"
@@ -31,6 +33,11 @@ class BlobFiles final {
   void removeImage(const QString& name);
   void removeRich(const QString& name);
 
+  /// Keeps the ids of the images whose text is still to be recognised, for the next start; errors are
+  /// ignored.
+  void savePendingTexts(const QList<QUuid>& ids);
+  [[nodiscard]] QList<QUuid> loadPendingTexts();
+
   /// Deletes the regular files that no row refers to and that are older than ten minutes: a younger one may
   /// belong to a capture whose row is still on its way. Without the set of referenced names nothing is
   /// deleted.
@@ -46,6 +53,7 @@ class BlobFiles final {
 
   const QString images_;
   const QString rich_;
+  const QString pendingTexts_;
   HistoryCipher& cipher_;
   const Clock& clock_;
 };

@@ -4,6 +4,7 @@
 
 #include <QCoreApplication>
 #include <QTemporaryDir>
+#include <QTest>
 
 #include "app/HistoryOpening.h"
 #include "platform/PasteboardTypes.h"
@@ -149,6 +150,36 @@ TEST_F(AppDelegateTest, AnImageCopiedJustBeforeTheEndIsKept) {
   start();
   ASSERT_EQ(delegate->store().items().size(), 1);
   EXPECT_TRUE(delegate->store().items().at(0)->clip.isImage());
+}
+
+TEST_F(AppDelegateTest, ARecognitionThatTheEndInterruptedGoesOnAtTheNextStart) {
+  recognizer->endless = true;
+  recognizer->lines.insert("png", {{u"texto"_s, QRectF()}});
+  PasteboardSnapshot snapshot;
+  snapshot.types = {pasteboardType::png.toString()};
+  snapshot.image = "png";
+  pasteboard->copy(snapshot);
+  delegate->store().tick();
+  ASSERT_TRUE(QTest::qWaitFor([this] { return recognizer->calls == 1; }));
+  delegate.reset();
+  recognizer->endless = false;
+  start();
+  EXPECT_TRUE(QTest::qWaitFor([this] { return delegate->store().search(u"texto"_s).size() == 1; }));
+}
+
+TEST_F(AppDelegateTest, ARecognitionThatFailedIsNotTriedAgainAtTheNextStart) {
+  recognizer->error = u"se rompió"_s;
+  PasteboardSnapshot snapshot;
+  snapshot.types = {pasteboardType::png.toString()};
+  snapshot.image = "png";
+  pasteboard->copy(snapshot);
+  delegate->store().tick();
+  ASSERT_TRUE(QTest::qWaitFor([this] { return log.has(u"OCR: se rompió"_s); }));
+  QCoreApplication::processEvents();
+  delegate.reset();
+  start();
+  QTest::qWait(50);
+  EXPECT_EQ(recognizer->calls, 1);
 }
 
 TEST_F(AppDelegateTest, AnOlderHistoryIsThereAtTheFirstLaunch) {
