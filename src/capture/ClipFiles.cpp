@@ -1,6 +1,5 @@
 #include "capture/ClipFiles.h"
 
-#include <future>
 #include <thread>
 
 #include "capture/model/ClipItem.h"
@@ -14,17 +13,10 @@ QString newFileName(const QString& extension) {
   return clipIdText(QUuid::createUuid()) + u'.' + extension;
 }
 
-std::optional<PreparedImage> prepared(ImageCodec& codec, const QByteArray& data,
-                                      const std::stop_token& stop) {
-  auto outcome = codec.encodePng(data, kThumbnailPixels, stop);
-  if (const auto* const error = std::get_if<ImageError>(&outcome)) {
-    logFailure("No se pudo guardar la imagen", error->description);
-    return std::nullopt;
-  }
-  auto& encoded = std::get<ImageCodec::Encoded>(outcome);
-  const QString hash = sha256Hex(encoded.png);
-  return PreparedImage{std::move(encoded.png), hash, std::move(encoded.thumbnail)};
-}
+/// What may wait to be decoded: six of the largest images, or hundreds of screenshots.
+constexpr qint64 kMaxWaitingBytes = 128LL << 20;
+
+constexpr const char* kCannotStore = "No se pudo guardar la imagen";
 
 }  // namespace
 
@@ -36,9 +28,34 @@ ClipFiles::ClipFiles(BlobFiles& files, ImageCodec& codec)
 
 void ClipFiles::prepareImage(const QByteArray& data,
                              std::function<void(const std::optional<PreparedImage>&)> done) {
-  imageQueue_.post([this, data, done = std::move(done), stop = stop_.get_token()] {
-    calls_.post([done, image = prepared(codec_, data, stop)] { done(image); });
+  if (waitingBytes_ + data.size() > kMaxWaitingBytes) {
+    logFailure(kCannotStore, QStringLiteral("demasiadas imágenes a la vez"));
+    return calls_.post([done = std::move(done)] { done(std::nullopt); });
+  }
+  waitingBytes_ += data.size();
+  imageQueue_.post([this, data, done = std::move(done)] {
+    calls_.post([done, image = prepare(data)] { done(image); });
+    waitingBytes_ -= data.size();
   });
+}
+
+std::optional<PreparedImage> ClipFiles::prepare(const QByteArray& data) {
+  const std::stop_source stop;
+  {
+    const std::lock_guard lock(mutex_);
+    running_ = stop;
+  }
+  using Outcome = std::variant<ImageCodec::Encoded, ImageError>;
+  auto outcome =
+      givesUp_ ? Outcome(ImageError{}) : codec_.encodePng(data, kThumbnailPixels, stop.get_token());
+  if (const auto* const error = std::get_if<ImageError>(&outcome)) {
+    const bool lost = givesUp_ || stop.stop_requested();
+    logFailure(kCannotStore, lost ? QStringLiteral("se perdió al cerrar") : error->description);
+    return std::nullopt;
+  }
+  auto& encoded = std::get<ImageCodec::Encoded>(outcome);
+  const QString hash = sha256Hex(encoded.png);
+  return PreparedImage{std::move(encoded.png), hash, std::move(encoded.thumbnail)};
 }
 
 void ClipFiles::storeImage(const PreparedImage& image, Stored done) {
@@ -86,11 +103,19 @@ void ClipFiles::sweepOrphans(ClipDatabase& database) {
   });
 }
 
+void ClipFiles::giveUpSlowImages(std::chrono::milliseconds patience, const std::future<void>& done) {
+  constexpr int kRounds = 4;
+  for (int round = 1; done.wait_for(patience) == std::future_status::timeout; ++round) {
+    if (round >= kRounds) givesUp_ = true;
+    const std::lock_guard lock(mutex_);
+    running_.request_stop();
+  }
+}
+
 void ClipFiles::finish(std::chrono::milliseconds patience) {
   std::promise<void> finished;
-  std::jthread watch([&stop = stop_, patience, done = finished.get_future()] {
-    if (done.wait_for(patience) == std::future_status::timeout) stop.request_stop();
-  });
+  const std::jthread watch(
+      [this, patience, done = finished.get_future()] { giveUpSlowImages(patience, done); });
   // An image is decoded, told, and only then stored and told again.
   for (int round = 0; round < 2; ++round) {
     imageQueue_.runAndWait([] {});

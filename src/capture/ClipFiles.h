@@ -1,6 +1,9 @@
 #pragma once
 
+#include <atomic>
 #include <chrono>
+#include <future>
+#include <mutex>
 #include <stop_token>
 
 #include "capture/CaptureServices.h"
@@ -37,14 +40,24 @@ class ClipFiles final : public SideFiles {
   /// done, which `finish` waits for.
   void sweepOrphans(ClipDatabase& database);
 
-  /// Finishes all that was asked for so far and tells what came of it; *waits*, but gives up images that take
-  /// longer than `patience` in all. For the end of the program.
-  void finish(std::chrono::milliseconds patience = std::chrono::seconds(3));
+  /// Finishes all that was asked for so far and tells what came of it; *waits*, but gives up each image that
+  /// takes longer than `patience`, and after four times as long all that are left. For the end of the
+  /// program.
+  void finish(std::chrono::milliseconds patience = std::chrono::milliseconds(1500));
 
  private:
   BlobFiles& files_;
   ImageCodec& codec_;
-  std::stop_source stop_;
+  /// Waits with patience until it is told that all is done.
+  void giveUpSlowImages(std::chrono::milliseconds patience, const std::future<void>& done);
+  [[nodiscard]] std::optional<PreparedImage> prepare(const QByteArray& data);
+
+  std::mutex mutex_;
+  /// Stops the image that is being decoded.
+  std::stop_source running_;
+  std::atomic<bool> givesUp_ = false;
+  /// Bytes of images that wait to be decoded.
+  std::atomic<qint64> waitingBytes_ = 0;
   MainThreadCalls calls_;
   // Last members, first to go: what they still run uses all of the above.
   SerialQueue fileQueue_;

@@ -14,10 +14,14 @@ namespace {
 
 constexpr QStringView kDefaultsKey = u"clipboardItems";
 
-/// The whole content of a regular file.
+/// More than any history that was ever kept as JSON; reading it would take all memory.
+constexpr qint64 kMaxFileBytes = 512LL << 20;
+
+/// The whole content of a regular file; none of one that is too large to be a history.
 std::optional<QByteArray> contentOf(const QString& path) {
   QFile file(path);
   if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly)) return std::nullopt;
+  if (file.size() > kMaxFileBytes) return QByteArray();
   QByteArray data = file.readAll();
   if (file.error() != QFile::NoError) return std::nullopt;
   return data;

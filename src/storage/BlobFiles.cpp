@@ -133,6 +133,8 @@ void BlobFiles::sweepOrphanRichFiles(const std::optional<QSet<QString>>& referen
 qint64 BlobFiles::deleteOrphans(const QString& folder, const QSet<QString>& referenced, const char* failure) {
   const auto oldest = clock_.now() - kOrphanAge;
   qint64 count = 0;
+  // Whoever put a link there keeps other things where it leads.
+  if (QFileInfo(QDir::cleanPath(folder)).isSymLink()) return 0;
   QDirIterator entries(folder, QDir::Files | QDir::Hidden | QDir::NoDotAndDotDot);
   while (entries.hasNext()) {
     entries.next();

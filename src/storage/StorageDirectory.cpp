@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QStandardPaths>
 
 namespace nimbrel {
@@ -11,7 +12,8 @@ constexpr QFile::Permissions kOwnerOnly = QFile::ReadOwner | QFile::WriteOwner |
 
 void makePrivateFolder(const QString& path) {
   QDir().mkpath(path);
-  QFile::setPermissions(path, kOwnerOnly);
+  // What a link leads to is not ours to change.
+  if (!QFileInfo(path).isSymLink()) QFile::setPermissions(path, kOwnerOnly);
 }
 
 }  // namespace

@@ -125,8 +125,56 @@ TEST(ImagingHelper, ADeadHelperIsNotLeftLyingAbout) {
   ASSERT_TRUE(errorOf(codec.thumbnail(encoded(noisePicture({8, 8}), "png"), 4, {})).isEmpty());
   const auto pid = codec.helper().processId();
   ASSERT_TRUE(pid);
-  kill(*pid, SIGTERM);
+  kill(*pid, SIGKILL);
   EXPECT_TRUE(QTest::qWaitFor([&] { return statusOf(*pid, "State").isEmpty(); }));
+}
+
+TEST(ImagingHelper, ASignalToEverybodyDoesNotEndIt) {
+  ConfinedImageCodec codec(helperProgram());
+  const QByteArray png = encoded(noisePicture({8, 8}), "png");
+  ASSERT_TRUE(errorOf(codec.thumbnail(png, 4, {})).isEmpty());
+  const auto pid = codec.helper().processId();
+  for (const int number : {SIGTERM, SIGINT, SIGHUP})
+    kill(*pid, number);
+  EXPECT_TRUE(errorOf(codec.thumbnail(png, 4, {})).isEmpty());
+  EXPECT_EQ(codec.helper().processId(), pid);
+}
+
+TEST(ImagingHelper, ADamagedPictureShowsNothingOfTheOneBefore) {
+  ConfinedImageCodec codec(helperProgram());
+  QImage secret(1200, 900, QImage::Format_RGB32);
+  secret.fill(QColor(0x5ac37e));
+  QImage large(1200, 900, QImage::Format_RGB32);
+  large.fill(Qt::white);
+  // Only the header and a few rows of it.
+  const QByteArray damaged = encoded(large, "bmp").first(20'000);
+  for (int round = 0; round < 3; ++round) {
+    ASSERT_TRUE(errorOf(codec.encodePng(encoded(secret, "png"), 256, {})).isEmpty());
+    ASSERT_TRUE(errorOf(codec.convert(encoded(secret, "png"), ImageCodec::Format::tiff, {})).isEmpty());
+    const auto outcome = codec.encodePng(damaged, 256, {});
+    const auto* const result = std::get_if<ImageCodec::Encoded>(&outcome);
+    if (!result) continue;
+    QImage shown;
+    ASSERT_TRUE(shown.loadFromData(result->png, "png"));
+    for (int y = 0; y < shown.height(); ++y) {
+      for (int x = 0; x < shown.width(); ++x)
+        ASSERT_NE(shown.pixel(x, y), secret.pixel(0, 0)) << x << ", " << y;
+    }
+  }
+}
+
+TEST(ImagingHelper, AnAnswerOfAnotherSizeIsAnError) {
+  const QTemporaryDir folder;
+  ImagingReply lie;
+  lie.data = "no png";
+  lie.thumbnail = noisePicture({300, 10}).convertToFormat(QImage::Format_ARGB32_Premultiplied);
+  const QByteArray frame = encodeReply(lie);
+  QFile answer(folder.filePath(u"answer"_s));
+  ASSERT_TRUE(answer.open(QIODevice::WriteOnly));
+  answer.write(frameHeader(frame) + frame);
+  answer.close();
+  ConfinedImageCodec codec(script(folder, "cat " + answer.fileName().toUtf8() + "; sleep 5"));
+  EXPECT_EQ(errorOf(codec.thumbnail("x", 256, {})), u"el proceso de imágenes ha contestado algo sin sentido");
 }
 
 TEST(ImagingHelper, AMissingHelperIsAnError) {

@@ -154,7 +154,10 @@ void FakeSideFiles::remove(const SideFileNames& names) {
 
 std::variant<ImageCodec::Encoded, ImageError> FakeImageCodec::encodePng(const QByteArray& image,
                                                                         int maxPixelSize,
-                                                                        const std::stop_token&) {
+                                                                        const std::stop_token& stop) {
+  while ((slow || endless.contains(image)) && !stop.stop_requested())
+    std::this_thread::yield();
+  if (stop.stop_requested()) return ImageError{QStringLiteral("ya no hace falta")};
   if (!error.isEmpty()) return ImageError{error};
   return Encoded{image, QImage(maxPixelSize, maxPixelSize, QImage::Format_RGB32)};
 }

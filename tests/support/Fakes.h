@@ -215,6 +215,10 @@ class FakeImageCodec final : public ImageCodec {
 
   /// Not empty: everything fails with this.
   QString error;
+  /// Images that take for ever, until they are stopped.
+  QSet<QByteArray> endless;
+  /// Everything waits until it is switched off.
+  std::atomic<bool> slow = false;
   std::atomic<int> thumbnails = 0;
 };
 

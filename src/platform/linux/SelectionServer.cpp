@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 #include <vector>
 
 #include "platform/linux/PasteboardTargets.h"
@@ -66,6 +67,13 @@ bool SelectionServer::beginConversion(Offer& offer, const xcb_selection_request_
   const auto format = offer.conversions.constFind(request.target);
   const bool converted = offer.values.contains(request.target);
   if (converted || format == offer.conversions.constEnd() || waiting_.size() >= kMaxWaiting) return false;
+  const auto underWay = std::find_if(waiting_.begin(), waiting_.end(), [&](const Waiting& waiting) {
+    return waiting.request.target == request.target && waiting.since == offer.since;
+  });
+  if (underWay != waiting_.end()) {
+    waiting_.append({underWay->ticket, offer.since, request});
+    return true;
+  }
   waiting_.append({++lastTicket_, offer.since, request});
   conversions_.start(lastTicket_, offer.image, *format);
   return true;
@@ -74,15 +82,14 @@ bool SelectionServer::beginConversion(Offer& offer, const xcb_selection_request_
 void SelectionServer::takeConversions(TimePoint now) {
   const auto results = conversions_.takeResults();
   for (const ImageConversions::Result& result : results) {
-    const auto found = std::find_if(waiting_.begin(), waiting_.end(),
-                                    [&](const Waiting& waiting) { return waiting.ticket == result.ticket; });
-    if (found == waiting_.end()) continue;
-    const Waiting waiting = *found;
-    waiting_.erase(found);
-    if (result.bytes)
-      answerConverted(waiting, *result.bytes, now);
-    else
-      sendSelectionNotify(connection_, waiting.request, XCB_ATOM_NONE);
+    for (const Waiting& waiting : std::as_const(waiting_)) {
+      if (waiting.ticket != result.ticket) continue;
+      if (result.bytes)
+        answerConverted(waiting, *result.bytes, now);
+      else
+        sendSelectionNotify(connection_, waiting.request, XCB_ATOM_NONE);
+    }
+    waiting_.removeIf([&](const Waiting& waiting) { return waiting.ticket == result.ticket; });
   }
 }
 

@@ -155,9 +155,10 @@ class RandomOperations : public testing::StoreFixture, public ::testing::WithPar
     QList<ModelClip> clips;
     for (qsizetype row = 0; row < texts().size(); ++row) {
       const ClipItem& item = clip(row);
-      const auto left = item.expiresAt ? std::chrono::duration_cast<std::chrono::seconds>(
-                                             *item.expiresAt - Timestamp(clock.wall))
-                                       : 0s;
+      const auto left =
+          item.expiresAt
+              ? std::chrono::duration_cast<std::chrono::seconds>(*item.expiresAt - Timestamp(clock.wall))
+              : 0s;
       clips.append({.text = item.text,
                     .pinned = item.pinned,
                     .collection = item.collection.value_or(QString()),

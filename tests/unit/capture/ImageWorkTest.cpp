@@ -82,6 +82,36 @@ TEST_F(ClipFilesTest, AnImageThatIsRefusedIsLogged) {
   EXPECT_EQ(log.lines(), QStringList{u"No se pudo guardar la imagen: la imagen es demasiado grande"_s});
 }
 
+TEST_F(ClipFilesTest, MoreImagesThanMemoryShouldHoldAreRefusedAndLogged) {
+  ClipFiles files(blobs, codec);
+  codec.slow = true;
+  int kept = 0;
+  int refused = 0;
+  const QByteArray large(20'000'000, 'p');
+  for (int i = 0; i < 10; ++i)
+    files.prepareImage(large, [&](const auto& image) { ++(image ? kept : refused); });
+  codec.slow = false;
+  files.finish();
+  EXPECT_EQ(kept + refused, 10);
+  EXPECT_GE(kept, 6);
+  EXPECT_GE(refused, 1);
+  EXPECT_TRUE(log.has(u"No se pudo guardar la imagen: demasiadas imágenes a la vez"_s));
+}
+
+TEST_F(ClipFilesTest, TheEndGivesUpASlowImageAndKeepsTheOthers) {
+  ClipFiles files(blobs, codec);
+  codec.endless.insert("slow");
+  QStringList kept;
+  for (const char* const bytes : {"slow", "one", "two"}) {
+    files.prepareImage(bytes, [&](const auto& image) {
+      if (image) kept.append(QString::fromLatin1(image->png));
+    });
+  }
+  files.finish(std::chrono::milliseconds(50));
+  EXPECT_EQ(kept, (QStringList{u"one"_s, u"two"_s}));
+  EXPECT_EQ(log.lines(), QStringList{u"No se pudo guardar la imagen: se perdió al cerrar"_s});
+}
+
 TEST_F(ClipFilesTest, SweepsWithWhatTheDatabaseRefersTo) {
   ClipDatabase database(databasePath(directory), cipher);
   ClipItem clip;

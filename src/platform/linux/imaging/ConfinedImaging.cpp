@@ -20,6 +20,19 @@ ImagingTask taskOf(ImageCodec::Format format) {
   return ImagingTask::encodeTiff;
 }
 
+ImageError nonsense() {
+  return {QStringLiteral("el proceso de imágenes ha contestado algo sin sentido")};
+}
+
+bool isPng(const QByteArray& data) {
+  return data.startsWith(QByteArrayView("\x89PNG\r\n\x1a\n", 8));
+}
+
+/// Whether a thumbnail has the size that was asked for, whatever the helper thinks of it.
+bool fits(const QImage& thumbnail, int maxPixelSize) {
+  return !thumbnail.isNull() && thumbnail.width() <= maxPixelSize && thumbnail.height() <= maxPixelSize;
+}
+
 /// One field of the reply, or the error.
 template <typename Result, typename Take>
 std::variant<Result, ImageError> taken(std::variant<ImagingReply, ImageError> reply, Take&& take) {
@@ -37,7 +50,8 @@ std::variant<ImageCodec::Encoded, ImageError> ConfinedImageCodec::encodePng(cons
                                                                             const std::stop_token& stop) {
   return taken<Encoded>(
       helper_.ask({.task = ImagingTask::encodePng, .maxPixelSize = maxPixelSize, .image = image}, stop),
-      [](ImagingReply reply) {
+      [maxPixelSize](ImagingReply reply) -> std::variant<Encoded, ImageError> {
+        if (!isPng(reply.data) || !fits(reply.thumbnail, maxPixelSize)) return nonsense();
         return Encoded{std::move(reply.data), std::move(reply.thumbnail)};
       });
 }
@@ -46,7 +60,10 @@ std::variant<QImage, ImageError> ConfinedImageCodec::thumbnail(const QByteArray&
                                                                const std::stop_token& stop) {
   return taken<QImage>(
       helper_.ask({.task = ImagingTask::thumbnail, .maxPixelSize = maxPixelSize, .image = image}, stop),
-      [](ImagingReply reply) { return std::move(reply.thumbnail); });
+      [maxPixelSize](ImagingReply reply) -> std::variant<QImage, ImageError> {
+        if (!fits(reply.thumbnail, maxPixelSize)) return nonsense();
+        return std::move(reply.thumbnail);
+      });
 }
 
 std::variant<QByteArray, ImageError> ConfinedImageCodec::convert(const QByteArray& image, Format format,

@@ -11,6 +11,8 @@ namespace {
 
 constexpr auto kStreamVersion = QDataStream::Qt_6_4;
 constexpr qint32 kMaxLines = 10'000;
+/// Of all lines together, in bytes; no picture holds a book.
+constexpr qsizetype kMaxLineBytes = 1'000'000;
 constexpr qsizetype kMaxErrorLength = 500;
 constexpr int kBytesPerPixel = 4;
 
@@ -50,12 +52,14 @@ bool takeLines(QDataStream& stream, QList<RecognizedLine>& lines) {
   qint32 count = 0;
   stream >> count;
   if (count < 0 || count > kMaxLines) return false;
+  qsizetype bytes = 0;
   for (qint32 i = 0; i < count && stream.status() == QDataStream::Ok; ++i) {
     QByteArray text;
     RecognizedLine line;
     stream >> text >> line.box;
     line.text = QString::fromUtf8(text);
-    if (!isSound(line.box)) return false;
+    bytes += text.size();
+    if (!isSound(line.box) || bytes > kMaxLineBytes) return false;
     lines.append(line);
   }
   return stream.status() == QDataStream::Ok;

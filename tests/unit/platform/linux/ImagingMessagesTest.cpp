@@ -67,6 +67,12 @@ TEST(ImagingMessages, ALineCountBeyondReasonIsRefused) {
   EXPECT_FALSE(decodeReply(frame));
 }
 
+TEST(ImagingMessages, MoreTextThanAnyPictureHoldsIsRefused) {
+  ImagingReply reply;
+  reply.lines = {{QString(600'000, u'x'), {}}, {QString(600'000, u'x'), {}}};
+  EXPECT_FALSE(decodeReply(encodeReply(reply)));
+}
+
 TEST(ImagingMessages, AHeaderTellsTheLengthUpToTheLimit) {
   EXPECT_EQ(announcedLength(frameHeader("12345")), 5);
   EXPECT_EQ(announcedLength(QByteArray("\xff\xff\xff\xff", 4)), std::nullopt);

@@ -79,7 +79,7 @@ bool allow(void* filter, const ConditionalCall& rule) {
 /// Everything that is not allowed fails like a file that is not ours.
 bool filterSystemCalls() {
   const std::unique_ptr<void, ReleaseFilter> filter(seccomp_init(SCMP_ACT_ERRNO(EACCES)));
-  if (!filter) return false;
+  if (!filter || seccomp_attr_set(filter.get(), SCMP_FLTATR_CTL_TSYNC, 1) != 0) return false;
   constexpr scmp_datum_t kExecutable = PROT_EXEC;
   constexpr scmp_datum_t kThread = CLONE_THREAD | CLONE_VM;
   constexpr scmp_datum_t kWhole = ~scmp_datum_t{0};

@@ -1,4 +1,5 @@
 #include <fcntl.h>
+#include <malloc.h>
 #include <poll.h>
 #include <sys/resource.h>
 #include <unistd.h>
@@ -6,6 +7,7 @@
 #include <QCoreApplication>
 #include <algorithm>
 #include <cerrno>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -87,6 +89,20 @@ int muteStandardError() {
   return before;
 }
 
+/// Decoders leave out what is missing in a damaged picture. What stands there then must not be what was in
+/// memory before, which may be another picture: all memory is handed out as zeros.
+void clearMemory() {
+  constexpr int kZeros = 0xff;
+  mallopt(M_PERTURB, kZeros);
+}
+
+/// The end is Nimbrel's to decide; a signal to all processes of a terminal or a service is not meant for the
+/// picture in work.
+void ignoreTermination() {
+  for (const int number : {SIGTERM, SIGINT, SIGHUP})
+    std::signal(number, SIG_IGN);
+}
+
 int serve(bool readsText, int parent) {
   constexpr unsigned long long kMegabyte = 1 << 20;
   const ConfinementLimits limits{.parent = parent, .memory = 2048 * kMegabyte, .processorSeconds = 600};
@@ -101,6 +117,7 @@ int serve(bool readsText, int parent) {
     dprintf(log, "nimbrel-imaging: el núcleo no permite aislar el proceso\n");
     return 1;
   }
+  close(log);
   while (!isTired() && !isIdle() && serveOne(recognizer.get())) {
   }
   return 0;
@@ -110,6 +127,8 @@ int serve(bool readsText, int parent) {
 }  // namespace nimbrel
 
 int main(int argc, char** argv) {
+  nimbrel::clearMemory();
+  nimbrel::ignoreTermination();
   // Its event loop would open more descriptors than a confined thread may.
   qputenv("QT_NO_GLIB", "1");
   const QCoreApplication application(argc, argv);
