@@ -38,6 +38,14 @@ def copy(text, *options):
                    stdout=subprocess.DEVNULL)
 
 
+def copy_file(path, target):
+    """Copies a file's bytes under a target, and waits until they can be had: xclip lets go of its caller before the
+    server has heard of the copy."""
+    subprocess.run(["xclip", "-selection", "clipboard", "-t", target, "-i", str(path)], check=True,
+                   stdout=subprocess.DEVNULL)
+    until(lambda: target in run("xclip", "-selection", "clipboard", "-t", "TARGETS", "-o", check=False), "the copy")
+
+
 def windows(*pattern):
     return [int(word) for word in run("xdotool", "search", "--onlyvisible", *pattern, check=False).split()]
 

@@ -256,8 +256,7 @@ class EndToEnd(unittest.TestCase):
 
     def copy_picture(self, path, target="image/png"):
         before = self.nimbrel.count()
-        subprocess.run(["xclip", "-selection", "clipboard", "-t", target, "-i", str(path)], check=True,
-                       stdout=subprocess.DEVNULL)
+        desktop.copy_file(path, target)
         until(lambda: self.nimbrel.count() > before, "the capture of a picture")
 
     def copy_forms(self, *forms):
@@ -318,8 +317,7 @@ class EndToEnd(unittest.TestCase):
         other = self.path / "again.png"
         run("convert", str(path), "-quality", "10", "-set", "comment", "another program", str(other))
         self.assertNotEqual(path.read_bytes(), other.read_bytes())
-        subprocess.run(["xclip", "-selection", "clipboard", "-t", "image/png", "-i", str(other)], check=True,
-                       stdout=subprocess.DEVNULL)
+        desktop.copy_file(other, "image/png")
         self.nimbrel.copied("al final")
         self.assertEqual(self.nimbrel.count(), 3)
 
@@ -339,8 +337,7 @@ class EndToEnd(unittest.TestCase):
     def test_something_that_is_no_picture_costs_nothing(self):
         bomb = self.path / "bomb.png"
         bomb.write_bytes(b"\x89PNG\r\n\x1a\n" + bytes(1000))
-        subprocess.run(["xclip", "-selection", "clipboard", "-t", "image/png", "-i", str(bomb)], check=True,
-                       stdout=subprocess.DEVNULL)
+        desktop.copy_file(bomb, "image/png")
         self.nimbrel.copied("después")
         self.copy_picture(self.picture("sana"))
         self.assertEqual(self.nimbrel.count(), 2)

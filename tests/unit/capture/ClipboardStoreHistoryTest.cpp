@@ -2,6 +2,7 @@
 
 #include <QSignalSpy>
 
+#include "support/FailingVfs.h"
 #include "support/StoreFixture.h"
 
 namespace nimbrel {
@@ -42,6 +43,23 @@ TEST_F(History, ReportsRowsThatCannotBeRead) {
   }
   launch();
   EXPECT_TRUE(log.has(u"2 elementos ilegibles (se conservan en la base de datos)"_s));
+}
+
+TEST_F(History, IsSavedByItselfOnceTheDiskWorksAgain) {
+  testing::FailingVfs disk;
+  launch();
+  copyText(u"antes"_s);
+  database().flush();
+  disk.failWrites = true;
+  copyText(u"durante"_s);
+  database().flush();
+  EXPECT_TRUE(log.has(u"No se pudo guardar: "_s));
+  disk.failWrites = false;
+  EXPECT_EQ(database().count(), 1);
+  clock.advance(10s);
+  store().tick();
+  EXPECT_EQ(database().count(), 2);
+  quit();
 }
 
 TEST_F(History, HoldsNoMoreUnpinnedClipsThanItsCapacity) {
