@@ -1,7 +1,5 @@
 #include "capture/ClipHistory.h"
 
-#include <algorithm>
-
 #include "capture/model/Log.h"
 
 namespace nimbrel {
@@ -33,31 +31,29 @@ void ClipHistory::insert(ClipItem clip, HistoryList::Place place) {
   Q_EMIT inserted(row);
 }
 
-void ClipHistory::store(const ClipRef& clip, Changed what) {
-  if (what == Changed::columns) return database_.update(clip);
-  ++revision_;
-  database_.save(clip);
-}
-
-void ClipHistory::change(qsizetype row, ClipItem clip, Changed what) {
+void ClipHistory::put(qsizetype row, ClipItem clip, Changed what) {
   const ClipRef before = items_.at(row);
   const auto indexed = std::make_shared<const IndexedClip>(std::move(clip));
   items_.replace(row, indexed);
-  store(indexed, what);
+  if (what == Changed::columns) {
+    database_.update(indexed);
+  } else {
+    ++revision_;
+    database_.save(indexed);
+  }
   dropUnusedRichFile(before->clip, indexed->clip);
+}
+
+void ClipHistory::change(qsizetype row, ClipItem clip, Changed what) {
+  put(row, std::move(clip), what);
   Q_EMIT changed(row);
 }
 
 void ClipHistory::moveUp(qsizetype row, ClipItem clip, Changed what, HistoryList::Place place) {
   if (items_.placeAt(row) > place) return change(row, std::move(clip), what);
-  const ClipRef before = items_.at(row);
-  const auto indexed = std::make_shared<const IndexedClip>(std::move(clip));
-  items_.replace(row, indexed);
-  const qsizetype target = items_.move(row, place);
-  if (what == Changed::columns) ++revision_;
-  store(indexed, what);
-  dropUnusedRichFile(before->clip, indexed->clip);
-  Q_EMIT moved(row, target);
+  put(row, std::move(clip), what);
+  ++revision_;
+  Q_EMIT moved(row, items_.move(row, place));
 }
 
 void ClipHistory::dropUnusedRichFile(const ClipItem& before, const ClipItem& after) {

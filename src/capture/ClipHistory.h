@@ -58,7 +58,8 @@ class ClipHistory final : public QObject {
   void removed(const QList<qsizetype>& rows, const QList<ClipRef>& clips);
 
  private:
-  void store(const ClipRef& clip, Changed what);
+  /// Gives the clip at a row another value, in memory and in the database.
+  void put(qsizetype row, ClipItem clip, Changed what);
   void dropUnusedRichFile(const ClipItem& before, const ClipItem& after);
 
   ClipDatabase& database_;

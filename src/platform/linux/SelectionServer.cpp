@@ -28,6 +28,11 @@ bool isInTime(xcb_timestamp_t time, xcb_timestamp_t since) {
          static_cast<std::int32_t>(time - since) >= 0;
 }
 
+/// Programs older than ICCCM name no property and expect the target's name to be used.
+xcb_atom_t propertyOf(const xcb_selection_request_event_t& request) {
+  return request.property == XCB_ATOM_NONE ? request.target : request.property;
+}
+
 }  // namespace
 
 SelectionServer::SelectionServer(xcb_connection_t* connection, AtomTable& atoms,
@@ -54,8 +59,7 @@ std::optional<xcb_timestamp_t> SelectionServer::offeredSince(xcb_atom_t selectio
 }
 
 void SelectionServer::handle(const xcb_selection_request_event_t& event, TimePoint now) {
-  // Programs older than ICCCM name no property and expect the target's name to be used.
-  const xcb_atom_t property = event.property == XCB_ATOM_NONE ? event.target : event.property;
+  const xcb_atom_t property = propertyOf(event);
   const auto offer = offers_.find(event.selection);
   const bool entitled = offer != offers_.end() && isInTime(event.time, offer->since);
   if (entitled && beginConversion(*offer, event)) return;
@@ -95,7 +99,7 @@ void SelectionServer::takeConversions(TimePoint now) {
 
 void SelectionServer::answerConverted(const Waiting& waiting, const QByteArray& bytes, TimePoint now) {
   const auto& request = waiting.request;
-  const xcb_atom_t property = request.property == XCB_ATOM_NONE ? request.target : request.property;
+  const xcb_atom_t property = propertyOf(request);
   Offer converted;
   converted.values.insert(request.target, bytes);
   // Who asks next has it at once, unless something else is offered by now.
