@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QChar>
 #include <QList>
 #include <QString>
 #include <QStringView>
@@ -11,6 +12,12 @@ namespace nimbrel {
 
 /// The text without Unicode white space and line breaks at both ends; a view into the argument.
 [[nodiscard]] QStringView trimmedWhitespace(QStringView text);
+
+/// Whether a UTF-16 unit is a line break by itself: U+000A to U+000D, U+0085, U+2028 and U+2029.
+[[nodiscard]] constexpr bool isLineBreak(QChar unit) {
+  const char16_t c = unit.unicode();
+  return (c >= u'\n' && c <= u'\r') || c == u'\x85' || c == u'\x2028' || c == u'\x2029';
+}
 
 /// The number of characters.
 [[nodiscard]] qsizetype characterCount(QStringView text);

@@ -1,0 +1,50 @@
+#include "capture/detection/BoundedPattern.h"
+
+namespace nimbrel {
+namespace {
+
+/// Some times what the longest text that is ever searched asks for, and a fraction of a millisecond.
+constexpr int kMaxSteps = 100'000;
+
+/// The text with a replacement for each single surrogate, which no pattern can be matched against.
+QString withoutSingleSurrogates(QStringView text) {
+  QString repaired = text.toString();
+  for (qsizetype i = 0; i < repaired.size(); ++i) {
+    const QChar unit = repaired.at(i);
+    if (!unit.isSurrogate()) continue;
+    const bool pair =
+        unit.isHighSurrogate() && i + 1 < repaired.size() && repaired.at(i + 1).isLowSurrogate();
+    if (pair)
+      ++i;
+    else
+      repaired[i] = QChar::ReplacementCharacter;
+  }
+  return repaired;
+}
+
+}  // namespace
+
+BoundedPattern::BoundedPattern(const QString& pattern)
+    : expression_(QStringLiteral("(*LIMIT_MATCH=%1)(*LIMIT_DEPTH=%1)").arg(kMaxSteps) + pattern) {
+  expression_.optimize();
+}
+
+BoundedPattern::Match BoundedPattern::search(QStringView text, qsizetype from) const {
+  if (!isValid()) return {};
+  if (!text.isValidUtf16()) {
+    const QString repaired = withoutSingleSurrogates(text);
+    return search(repaired, from);
+  }
+  // Surrogates have just been looked at.
+  constexpr auto kUnchecked = QRegularExpression::DontCheckSubjectStringMatchOption;
+#if QT_VERSION >= QT_VERSION_CHECK(6, 5, 0)
+  const auto match = expression_.matchView(text, from, QRegularExpression::NormalMatch, kUnchecked);
+#else
+  const auto match = expression_.match(text, from, QRegularExpression::NormalMatch, kUnchecked);
+#endif
+  if (!match.isValid()) return {.outcome = Outcome::gaveUp};
+  if (!match.hasMatch()) return {};
+  return {.outcome = Outcome::found, .offset = match.capturedStart(), .length = match.capturedLength()};
+}
+
+}  // namespace nimbrel
