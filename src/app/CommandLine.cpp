@@ -6,24 +6,45 @@ namespace {
 QString helpText() {
   return QStringLiteral(
       "Uso: nimbrel [OPCIÓN]\n"
+      "     nimbrel classify [--source ID] [--no-codes] [--multiline] [--lines] [ARCHIVO]\n"
+      "     nimbrel transform TRANSFORMACIÓN [ARCHIVO]\n"
       "\n"
       "Nimbrel guarda lo que copias, cifrado, y lo pega donde estés: ⇧⌘V abre el panel\n"
       "(la tecla ⌘ es Súper). Si ya está en marcha, otro arranque muestra su panel.\n"
       "\n"
       "  -h, --help     muestra esta ayuda y termina\n"
-      "  -v, --version  muestra la versión y termina\n");
+      "  -v, --version  muestra la versión y termina\n"
+      "\n"
+      "classify dice si un texto es secreto: none (no), soft (un código de un solo uso)\n"
+      "o hard (una credencial, una tarjeta, una cuenta). Lee la entrada estándar o un\n"
+      "archivo; el estado de salida es 0 sea cual sea la respuesta.\n"
+      "\n"
+      "  --source ID    la aplicación en la que se copió\n"
+      "  --no-codes     no busca códigos de un solo uso\n"
+      "  --multiline    mira también cada línea y cada palabra\n"
+      "  --lines        responde a cada línea de la entrada por separado\n"
+      "\n"
+      "transform escribe el texto transformado por una de estas: uppercase, lowercase,\n"
+      "titleCase, trimWhitespace, removeLineBreaks, urlEncode, urlDecode, base64Encode,\n"
+      "base64Decode, formatJSON, compactJSON.\n");
+}
+
+PrintCommand misuse(const QString& message) {
+  return {QStringLiteral("nimbrel: %1\n«nimbrel --help» muestra la ayuda.\n").arg(message), 2};
 }
 
 }  // namespace
 
 CommandLine parseCommandLine(const QStringList& arguments, const QString& version) {
-  if (arguments.isEmpty()) return {};
+  if (arguments.isEmpty()) return RunCommand{};
   const QString& first = arguments.first();
-  if (first == u"--help" || first == u"-h") return {CommandLine::Action::print, helpText(), 0};
+  if (arguments.contains(QStringLiteral("--help")) || first == u"-h") return PrintCommand{helpText(), 0};
   if (first == u"--version" || first == u"-v")
-    return {CommandLine::Action::print, QStringLiteral("nimbrel %1\n").arg(version), 0};
-  return {CommandLine::Action::print,
-          QStringLiteral("nimbrel: opción desconocida «%1»\n\n").arg(first) + helpText(), 2};
+    return PrintCommand{QStringLiteral("nimbrel %1\n").arg(version), 0};
+  const auto text = parseTextCommand(arguments);
+  if (!text) return misuse(QStringLiteral("opción desconocida «%1»").arg(first));
+  if (const auto* const error = std::get_if<UsageError>(&*text)) return misuse(error->message);
+  return std::get<TextCommand>(*text);
 }
 
 }  // namespace nimbrel

@@ -2,26 +2,30 @@
 
 #include <QString>
 #include <QStringList>
+#include <variant>
+
+#include "app/TextCommand.h"
 
 namespace nimbrel {
 
-/// What the program was started for.
-struct CommandLine final {
-  enum class Action {
-    run,
-    /// Print `output` and end with `exitStatus`.
-    print,
-  };
+/// Run the application.
+struct RunCommand final {
+  bool operator==(const RunCommand&) const = default;
+};
 
-  Action action = Action::run;
+/// Print something and end with a status.
+struct PrintCommand final {
   QString output;
   int exitStatus = 0;
 
-  bool operator==(const CommandLine&) const = default;
+  bool operator==(const PrintCommand&) const = default;
 };
 
-/// Reads the arguments after the program's name: none, "--help" or "--version"; anything else is answered
-/// with a message and status 2.
+/// What the program was started for.
+using CommandLine = std::variant<RunCommand, PrintCommand, TextCommand>;
+
+/// Reads the arguments after the program's name: none, "--help", "--version", "classify …" or "transform …";
+/// anything else is answered with a message and status 2.
 [[nodiscard]] CommandLine parseCommandLine(const QStringList& arguments, const QString& version);
 
 }  // namespace nimbrel

@@ -1,9 +1,11 @@
 #include <QApplication>
 #include <QEventLoop>
+#include <QFile>
 #include <QThread>
 #include <cstdio>
 #include <functional>
 #include <memory>
+#include <variant>
 
 #include "app/AppDelegate.h"
 #include "app/CommandLine.h"
@@ -23,9 +25,20 @@ QStringList argumentsOf(int argc, char** argv) {
   return arguments;
 }
 
-int print(const CommandLine& command) {
+int execute(const PrintCommand& command) {
   std::fputs(command.output.toUtf8().constData(), command.exitStatus == 0 ? stdout : stderr);
   return command.exitStatus;
+}
+
+int execute(const TextCommand& command) {
+  QFile input;
+  QFile output;
+  QFile errors;
+  // Unbuffered, so that what comes is taken as it comes, and what cannot be written is noticed.
+  const bool opened = input.open(fileno(stdin), QIODevice::ReadOnly | QIODevice::Unbuffered) &&
+                      output.open(fileno(stdout), QIODevice::WriteOnly | QIODevice::Unbuffered) &&
+                      errors.open(fileno(stderr), QIODevice::WriteOnly | QIODevice::Unbuffered);
+  return opened ? run(command, input, output, errors) : 1;
 }
 
 /// Runs something on another thread while the event loop goes on here. False when the program is told to end
@@ -48,7 +61,7 @@ bool inBackground(TerminationSignal& termination, const std::function<void()>& t
   return !ended;
 }
 
-int run(int argc, char** argv) {
+int runApplication(int argc, char** argv) {
   preparePlatform();
   QApplication application(argc, argv);
   QApplication::setApplicationName(QStringLiteral("Nimbrel"));
@@ -89,8 +102,9 @@ int run(int argc, char** argv) {
 }  // namespace nimbrel
 
 int main(int argc, char** argv) {
-  const auto command =
-      nimbrel::parseCommandLine(nimbrel::argumentsOf(argc, argv), QStringLiteral(NIMBREL_VERSION));
-  if (command.action == nimbrel::CommandLine::Action::print) return nimbrel::print(command);
-  return nimbrel::run(argc, argv);
+  using namespace nimbrel;
+  const CommandLine command = parseCommandLine(argumentsOf(argc, argv), QStringLiteral(NIMBREL_VERSION));
+  if (const auto* const print = std::get_if<PrintCommand>(&command)) return execute(*print);
+  if (const auto* const text = std::get_if<TextCommand>(&command)) return execute(*text);
+  return runApplication(argc, argv);
 }

@@ -23,7 +23,7 @@ enum class TextTransform {
 };
 
 /// All of them, in their order.
-constexpr std::array kTextTransforms{
+inline constexpr std::array kTextTransforms{
     TextTransform::uppercase,      TextTransform::lowercase,        TextTransform::titleCase,
     TextTransform::trimWhitespace, TextTransform::removeLineBreaks, TextTransform::urlEncode,
     TextTransform::urlDecode,      TextTransform::base64Encode,     TextTransform::base64Decode,

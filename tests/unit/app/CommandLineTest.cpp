@@ -8,29 +8,71 @@ namespace {
 using namespace Qt::StringLiterals;
 
 TEST(CommandLine, WithoutArgumentsRuns) {
-  EXPECT_EQ(parseCommandLine({}, u"1"_s).action, CommandLine::Action::run);
+  EXPECT_EQ(parseCommandLine({}, u"1"_s), CommandLine(RunCommand{}));
 }
 
 TEST(CommandLine, PrintsItsVersion) {
   for (const QString& option : {u"--version"_s, u"-v"_s})
-    EXPECT_EQ(parseCommandLine({option}, u"1.2.3"_s),
-              (CommandLine{CommandLine::Action::print, u"nimbrel 1.2.3\n"_s, 0}));
+    EXPECT_EQ(parseCommandLine({option}, u"1.2.3"_s), CommandLine(PrintCommand{u"nimbrel 1.2.3\n"_s, 0}));
 }
 
 TEST(CommandLine, PrintsItsHelp) {
-  for (const QString& option : {u"--help"_s, u"-h"_s}) {
-    const CommandLine command = parseCommandLine({option}, u"1"_s);
-    EXPECT_EQ(command.action, CommandLine::Action::print);
+  for (const QStringList& arguments :
+       {QStringList{u"--help"_s}, QStringList{u"-h"_s}, QStringList{u"classify"_s, u"--help"_s},
+        QStringList{u"transform"_s, u"--help"_s}}) {
+    const auto command = std::get<PrintCommand>(parseCommandLine(arguments, u"1"_s));
     EXPECT_EQ(command.exitStatus, 0);
     EXPECT_TRUE(command.output.contains(u"--version"));
+    for (const TextTransform transform : kTextTransforms)
+      EXPECT_TRUE(command.output.contains(name(transform))) << qPrintable(name(transform));
   }
 }
 
 TEST(CommandLine, RefusesWhatItDoesNotKnow) {
-  const CommandLine command = parseCommandLine({u"--frob"_s}, u"1"_s);
-  EXPECT_EQ(command.action, CommandLine::Action::print);
+  const auto command = std::get<PrintCommand>(parseCommandLine({u"--frob"_s}, u"1"_s));
   EXPECT_EQ(command.exitStatus, 2);
   EXPECT_TRUE(command.output.contains(u"--frob"));
+}
+
+TEST(CommandLine, ReadsClassify) {
+  const auto parsed = [](const QStringList& arguments) {
+    return parseCommandLine(QStringList(u"classify"_s) + arguments, u"1"_s);
+  };
+  EXPECT_EQ(parsed({}), CommandLine(TextCommand(ClassifyCommand{})));
+  EXPECT_EQ(parsed({u"-"_s}), CommandLine(TextCommand(ClassifyCommand{})));
+  const ClassifyCommand all{.source = u"com.authy"_s, .detectCodes = false, .perLine = true, .file = u"a"_s};
+  EXPECT_EQ(parsed({u"--source"_s, u"com.authy"_s, u"--no-codes"_s, u"--lines"_s, u"a"_s}),
+            CommandLine(TextCommand(all)));
+  EXPECT_EQ(parsed({u"a"_s, u"--lines"_s, u"--no-codes"_s, u"--source=com.authy"_s}),
+            CommandLine(TextCommand(all)));
+  EXPECT_EQ(parsed({u"--multiline"_s}), CommandLine(TextCommand(ClassifyCommand{.multiline = true})));
+  EXPECT_EQ(parsed({u"--"_s, u"--lines"_s}), CommandLine(TextCommand(ClassifyCommand{.file = u"--lines"_s})));
+}
+
+TEST(CommandLine, ReadsTransform) {
+  EXPECT_EQ(parseCommandLine({u"transform"_s, u"formatJSON"_s}, u"1"_s),
+            CommandLine(TextCommand(TransformCommand{.transform = TextTransform::formatJSON})));
+  EXPECT_EQ(
+      parseCommandLine({u"transform"_s, u"uppercase"_s, u"a.txt"_s}, u"1"_s),
+      CommandLine(TextCommand(TransformCommand{.transform = TextTransform::uppercase, .file = u"a.txt"_s})));
+}
+
+TEST(CommandLine, RefusesAMisusedTextCommand) {
+  for (const QString& words :
+       {u"classify --frob"_s, u"classify a b"_s, u"classify --source"_s, u"classify --multiline --no-codes"_s,
+        u"transform"_s, u"transform frob"_s, u"transform Uppercase"_s, u"transform --frob uppercase"_s,
+        u"transform uppercase a b"_s}) {
+    const auto command = parseCommandLine(words.split(u' '), u"1"_s);
+    ASSERT_TRUE(std::holds_alternative<PrintCommand>(command)) << qPrintable(words);
+    EXPECT_EQ(std::get<PrintCommand>(command).exitStatus, 2) << qPrintable(words);
+  }
+}
+
+TEST(CommandLine, NamesTheTransformsWhenAnUnknownOneIsAskedFor) {
+  const auto command = std::get<PrintCommand>(parseCommandLine({u"transform"_s, u"frob"_s}, u"1"_s));
+  EXPECT_TRUE(command.output.contains(u"frob"));
+  for (const TextTransform transform : kTextTransforms)
+    EXPECT_TRUE(command.output.contains(name(transform)));
 }
 
 }  // namespace

@@ -1,0 +1,256 @@
+#include "app/TextCommand.h"
+
+#include <QFile>
+#include <QStringDecoder>
+#include <utility>
+
+#include "capture/detection/SensitiveDetector.h"
+
+namespace nimbrel {
+namespace {
+
+/// A failure as the user reads it.
+struct Failure {
+  QString message;
+};
+
+template <typename T>
+using Result = std::variant<T, Failure>;
+
+/// The arguments after a command's name: its options in front or between, the others in their order.
+struct Arguments {
+  QStringList options;
+  QStringList others;
+};
+
+/// "-" is a file's name, and after "--" everything is.
+Arguments sorted(const QStringList& arguments) {
+  Arguments result;
+  bool optionsOver = false;
+  for (const QString& argument : arguments) {
+    if (!optionsOver && argument == u"--")
+      optionsOver = true;
+    else if (!optionsOver && argument.startsWith(u'-') && argument != u"-")
+      result.options.append(argument);
+    else
+      result.others.append(argument);
+  }
+  return result;
+}
+
+/// The file that arguments name, "-" and none standing for the standard input.
+QString fileOf(const QStringList& names) {
+  return names.value(0) == u"-" ? QString() : names.value(0);
+}
+
+/// Joins an option with the value that is an argument of its own: "--source ID" becomes "--source=ID".
+QStringList withJoinedSource(QStringList arguments) {
+  for (qsizetype i = 0; i + 1 < arguments.size() && arguments.at(i) != u"--"; ++i) {
+    if (arguments.at(i) == u"--source") arguments[i] += u'=' + arguments.takeAt(i + 1);
+  }
+  return arguments;
+}
+
+std::variant<TextCommand, UsageError> parseClassify(const QStringList& given) {
+  constexpr QStringView kSource = u"--source=";
+  const Arguments arguments = sorted(withJoinedSource(given));
+  ClassifyCommand command;
+  for (const QString& option : arguments.options) {
+    if (option == u"--no-codes")
+      command.detectCodes = false;
+    else if (option == u"--multiline")
+      command.multiline = true;
+    else if (option == u"--lines")
+      command.perLine = true;
+    else if (option.startsWith(kSource))
+      command.source = option.sliced(kSource.size());
+    else
+      return UsageError{QStringLiteral("classify no conoce la opción «%1»").arg(option)};
+  }
+  if (command.multiline && !command.detectCodes)
+    return UsageError{QStringLiteral("--multiline y --no-codes no van juntas")};
+  if (arguments.others.size() > 1) return UsageError{QStringLiteral("classify lee un solo archivo")};
+  command.file = fileOf(arguments.others);
+  return command;
+}
+
+QString transformNames() {
+  QStringList names;
+  for (const TextTransform transform : kTextTransforms)
+    names.append(name(transform));
+  return names.join(QStringLiteral(", "));
+}
+
+std::variant<TextCommand, UsageError> parseTransform(const QStringList& given) {
+  const Arguments arguments = sorted(given);
+  if (!arguments.options.isEmpty())
+    return UsageError{QStringLiteral("transform no conoce la opción «%1»").arg(arguments.options.first())};
+  if (arguments.others.isEmpty())
+    return UsageError{QStringLiteral("falta la transformación: %1").arg(transformNames())};
+  if (arguments.others.size() > 2) return UsageError{QStringLiteral("transform lee un solo archivo")};
+  const auto transform = textTransformNamed(arguments.others.first());
+  if (!transform)
+    return UsageError{QStringLiteral("no hay ninguna transformación «%1»; las que hay: %2")
+                          .arg(arguments.others.first(), transformNames())};
+  return TransformCommand{.transform = *transform, .file = fileOf(arguments.others.sliced(1))};
+}
+
+QString tooLong() {
+  return QStringLiteral("el texto es demasiado largo (el máximo son %1 MB)").arg(kMaxInputBytes >> 20);
+}
+
+Result<QString> decoded(const QByteArray& bytes) {
+  QStringDecoder decoder(QStringConverter::Utf8,
+                         QStringConverter::Flag::Stateless | QStringConverter::Flag::ConvertInitialBom);
+  QString text = decoder(bytes);
+  if (decoder.hasError()) return Failure{QStringLiteral("el texto no es UTF-8 válido")};
+  return text;
+}
+
+/// What comes next, at most so much; empty at the end.
+Result<QByteArray> readPiece(QIODevice& input, qint64 most) {
+  QByteArray piece(most, Qt::Uninitialized);
+  const qint64 size = input.read(piece.data(), most);
+  if (size < 0) return Failure{QStringLiteral("no se puede leer el texto: %1").arg(input.errorString())};
+  piece.resize(size);
+  return piece;
+}
+
+Result<QString> readAll(QIODevice& input) {
+  constexpr qint64 kPiece = 1024 * 1024;
+  QByteArray bytes;
+  while (bytes.size() <= kMaxInputBytes) {
+    const auto piece = readPiece(input, kPiece);
+    if (const auto* const failure = std::get_if<Failure>(&piece)) return *failure;
+    if (std::get<QByteArray>(piece).isEmpty()) return decoded(bytes);
+    bytes += std::get<QByteArray>(piece);
+  }
+  return Failure{tooLong()};
+}
+
+/// The grade as scripts read it.
+QByteArray gradeOf(const ClassifyCommand& command, const QString& text) {
+  const SensitivityLevel level = command.multiline
+                                     ? SensitiveDetector::classifyText(text, command.source)
+                                     : SensitiveDetector::classify(text, command.source, command.detectCodes);
+  switch (level) {
+    case SensitivityLevel::none:
+      return QByteArrayLiteral("none\n");
+    case SensitivityLevel::soft:
+      return QByteArrayLiteral("soft\n");
+    case SensitivityLevel::hard:
+      return QByteArrayLiteral("hard\n");
+  }
+  return {};
+}
+
+std::optional<Failure> write(QIODevice& output, const QByteArray& bytes) {
+  if (output.write(bytes) == bytes.size()) return std::nullopt;
+  return Failure{QStringLiteral("no se puede escribir el resultado: %1").arg(output.errorString())};
+}
+
+/// Grades the lines of an input as they come.
+class LineClassifier final {
+ public:
+  explicit LineClassifier(const ClassifyCommand& command) : command_(command) {}
+
+  /// The answers to the lines that are complete with this piece.
+  [[nodiscard]] QByteArray take(const QByteArray& piece) {
+    QByteArray answers;
+    qsizetype begin = 0;
+    for (qsizetype end = piece.indexOf('\n'); end >= 0 && !failure_; end = piece.indexOf('\n', begin)) {
+      line_.append(piece.constData() + begin, end - begin);
+      answers += finishLine();
+      begin = end + 1;
+    }
+    line_.append(piece.constData() + begin, piece.size() - begin);
+    if (!failure_ && line_.size() > kMaxInputBytes) fail(tooLong());
+    return answers;
+  }
+
+  /// The answer to a last line without a line break.
+  [[nodiscard]] QByteArray finish() { return failure_ || line_.isEmpty() ? QByteArray() : finishLine(); }
+
+  [[nodiscard]] const std::optional<Failure>& failure() const { return failure_; }
+
+ private:
+  QByteArray finishLine() {
+    const QByteArray line = std::exchange(line_, {});
+    const Result<QString> text = line.size() > kMaxInputBytes ? Failure{tooLong()} : decoded(line);
+    if (const auto* const failure = std::get_if<Failure>(&text)) {
+      fail(failure->message);
+      return {};
+    }
+    ++number_;
+    return gradeOf(command_, std::get<QString>(text));
+  }
+
+  void fail(const QString& message) {
+    failure_ = Failure{QStringLiteral("línea %1: %2").arg(number_ + 1).arg(message)};
+  }
+
+  const ClassifyCommand& command_;
+  QByteArray line_;
+  /// How many lines have been answered.
+  qint64 number_ = 0;
+  std::optional<Failure> failure_;
+};
+
+std::optional<Failure> classifyLines(const ClassifyCommand& command, QIODevice& input, QIODevice& output) {
+  constexpr qint64 kPiece = 64 * 1024;
+  LineClassifier lines(command);
+  bool more = true;
+  while (more && !lines.failure()) {
+    const auto read = readPiece(input, kPiece);
+    if (const auto* const failure = std::get_if<Failure>(&read)) return *failure;
+    const auto& piece = std::get<QByteArray>(read);
+    more = !piece.isEmpty();
+    // Each piece is answered at once, for whoever waits for the answers to ask on.
+    const QByteArray answers = more ? lines.take(piece) : lines.finish();
+    if (auto failure = write(output, answers)) return failure;
+  }
+  return lines.failure();
+}
+
+std::optional<Failure> answer(const ClassifyCommand& command, QIODevice& input, QIODevice& output) {
+  if (command.perLine) return classifyLines(command, input, output);
+  const auto text = readAll(input);
+  if (const auto* const failure = std::get_if<Failure>(&text)) return *failure;
+  return write(output, gradeOf(command, std::get<QString>(text)));
+}
+
+std::optional<Failure> answer(const TransformCommand& command, QIODevice& input, QIODevice& output) {
+  const auto text = readAll(input);
+  if (const auto* const failure = std::get_if<Failure>(&text)) return *failure;
+  const auto result = apply(command.transform, std::get<QString>(text), QLocale::system());
+  if (!result)
+    return Failure{QStringLiteral("«%1» no se puede aplicar a este texto").arg(label(command.transform))};
+  return write(output, result->toUtf8());
+}
+
+template <typename Command>
+std::optional<Failure> answerFromSource(const Command& command, QIODevice& input, QIODevice& output) {
+  if (command.file.isEmpty()) return answer(command, input, output);
+  QFile file(command.file);
+  if (!file.open(QIODevice::ReadOnly))
+    return Failure{QStringLiteral("no se puede leer «%1»: %2").arg(command.file, file.errorString())};
+  return answer(command, file, output);
+}
+
+}  // namespace
+
+std::optional<std::variant<TextCommand, UsageError>> parseTextCommand(const QStringList& arguments) {
+  if (arguments.value(0) == u"classify") return parseClassify(arguments.sliced(1));
+  if (arguments.value(0) == u"transform") return parseTransform(arguments.sliced(1));
+  return std::nullopt;
+}
+
+int run(const TextCommand& command, QIODevice& input, QIODevice& output, QIODevice& errors) {
+  const auto failure =
+      std::visit([&](const auto& chosen) { return answerFromSource(chosen, input, output); }, command);
+  if (!failure) return 0;
+  static_cast<void>(errors.write(QStringLiteral("nimbrel: %1\n").arg(failure->message).toUtf8()));
+  return 1;
+}
+
+}  // namespace nimbrel
