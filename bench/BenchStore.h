@@ -6,6 +6,7 @@
 #include "bench/BenchHistory.h"
 #include "capture/ClipFiles.h"
 #include "capture/ClipboardStore.h"
+#include "capture/DetectingTextGrader.h"
 #include "platform/PasteboardTypes.h"
 #include "storage/HistoryCipher.h"
 #include "storage/RandomSource.h"
@@ -107,7 +108,7 @@ class Bench final {
   QuietPasteboard pasteboard;
   NoWorkspace workspace;
   SystemClock clock;
-  NoTextGrader grader;
+  DetectingTextGrader grader;
   NoImages codec;
   BlobFiles blobs{folder.path(), cipher, clock};
   ClipFiles files{blobs, codec};

@@ -99,6 +99,8 @@ void AppDelegate::refreshStatusItem() {
 void AppDelegate::applicationWillTerminate() {
   if (std::exchange(terminated_, true)) return;
   store_.sweepExpired();
+  // First what is being graded: its formatting is stored only then.
+  grader_.finish();
   files_.finish();
   database_->checkpoint();
 }

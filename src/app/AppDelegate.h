@@ -8,9 +8,9 @@
 #include "app/hotkeys/HotKey.h"
 #include "app/hotkeys/HotKeyDispatcher.h"
 #include "app/permission/PermissionState.h"
-#include "capture/CaptureServices.h"
 #include "capture/ClipFiles.h"
 #include "capture/ClipboardStore.h"
+#include "capture/DetectingTextGrader.h"
 #include "capture/ImageTextReader.h"
 #include "platform/Platform.h"
 #include "settings/model/AppSettings.h"
@@ -58,7 +58,7 @@ class AppDelegate final : public QObject {
   // Before what asks for its files to be removed, and so outliving it.
   ClipFiles files_;
   std::unique_ptr<ClipDatabase> database_;
-  NoTextGrader grader_;
+  DetectingTextGrader grader_;
   ImageTextReader imageTexts_;
   ClipboardStore store_;
   std::unique_ptr<StatusItem> statusItem_;

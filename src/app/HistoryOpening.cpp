@@ -6,11 +6,13 @@
 namespace nimbrel {
 
 std::unique_ptr<ClipDatabase> openHistory(const QString& storageDirectory, HistoryCipher& cipher,
-                                          UserDefaults& defaults, const Clock& clock) {
+                                          UserDefaults& defaults, const Clock& clock,
+                                          const AppSettings& settings) {
   static_cast<void>(cipher.hasKey());
   auto database = std::make_unique<ClipDatabase>(databasePath(storageDirectory), cipher);
-  LegacyImport({.database = *database, .cipher = cipher, .defaults = defaults, .clock = clock},
-               storageDirectory)
+  LegacyImport(
+      {.database = *database, .cipher = cipher, .defaults = defaults, .clock = clock, .settings = settings},
+      storageDirectory)
       .run();
   return database;
 }

@@ -4,6 +4,7 @@
 
 #include "platform/Clock.h"
 #include "platform/UserDefaults.h"
+#include "settings/model/AppSettings.h"
 #include "storage/ClipDatabase.h"
 #include "storage/HistoryCipher.h"
 
@@ -14,6 +15,6 @@ namespace nimbrel {
 /// any thread, as long as no other one uses the defaults meanwhile.
 [[nodiscard]] std::unique_ptr<ClipDatabase> openHistory(const QString& storageDirectory,
                                                         HistoryCipher& cipher, UserDefaults& defaults,
-                                                        const Clock& clock);
+                                                        const Clock& clock, const AppSettings& settings);
 
 }  // namespace nimbrel

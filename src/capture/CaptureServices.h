@@ -13,21 +13,22 @@
 
 namespace nimbrel {
 
-/// Grades texts for secrets. Pure; any thread.
+/// Grades texts for secrets. Main thread.
 class TextGrader {
  public:
+  using Graded = std::function<void(SensitivityLevel)>;
+
   virtual ~TextGrader() = default;
 
+  /// Grades a text as a whole, at once: what takes long is not looked at.
   [[nodiscard]] virtual SensitivityLevel classify(const QString& text,
                                                   const std::optional<QString>& sourceBundleID,
                                                   bool detectCodes) const = 0;
-};
 
-/// Finds nothing in any text.
-class NoTextGrader final : public TextGrader {
- public:
-  [[nodiscard]] SensitivityLevel classify(const QString& text, const std::optional<QString>& sourceBundleID,
-                                          bool detectCodes) const override;
+  /// Grades a text with its lines and words, elsewhere, and tells the grade later on the main thread; texts
+  /// are told of in the order in which they were given.
+  virtual void classifyText(const QString& text, const std::optional<QString>& sourceBundleID,
+                            Graded done) = 0;
 };
 
 /// An image as it will be stored.

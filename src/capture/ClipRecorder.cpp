@@ -2,6 +2,8 @@
 
 #include <QPointer>
 
+#include "capture/SecretClips.h"
+#include "capture/model/TextRules.h"
 #include "storage/ContentHash.h"
 
 namespace nimbrel {
@@ -26,9 +28,22 @@ void ClipRecorder::take(const CaptureFiles& captured) {
 void ClipRecorder::take(const CaptureText& captured) {
   ClipItem clip = newClip(captured.source);
   clip.text = captured.text;
-  if (!grade(clip)) return;
-  clip.textHash = sha256Hex(captured.text.toUtf8());
   const Place place = history_.takePlace();
+  const SensitivityLevel level = parts_.grader.classify(clip.text, clip.sourceBundleID, true);
+  const bool hasLines = trimmedWhitespace(clip.text).contains(u'\n');
+  if (level != SensitivityLevel::none || !hasLines) return keepText(clip, level, captured.rich, place);
+  // Kept only once it is known what it is: a secret must not be shown or stored in clear for even a moment.
+  parts_.grader.classifyText(
+      clip.text, clip.sourceBundleID,
+      [this, clip, place, rich = captured.rich, alive = QPointer(&history_)](SensitivityLevel graded) {
+        if (alive) keepText(clip, graded, rich, place);
+      });
+}
+
+void ClipRecorder::keepText(ClipItem clip, SensitivityLevel level, const std::optional<RichContent>& rich,
+                            Place place) {
+  if (!markSecret(clip, level, parts_.settings, clip.date)) return;
+  clip.textHash = sha256Hex(clip.text.toUtf8());
   QUuid id = clip.id;
   if (const auto row = history_.items().rowOfText(clip.text, *clip.textHash)) {
     id = history_.items().at(*row)->clip.id;
@@ -36,7 +51,7 @@ void ClipRecorder::take(const CaptureText& captured) {
   } else {
     insert(clip, place);
   }
-  if (captured.rich && !clip.isSensitive()) keepFormat(id, *captured.rich);
+  if (rich && !clip.isSensitive()) keepFormat(id, *rich);
 }
 
 void ClipRecorder::take(const CaptureImage& captured) {
@@ -57,14 +72,16 @@ ClipItem ClipRecorder::newClip(const ClipSource& source) const {
   return clip;
 }
 
-bool ClipRecorder::grade(ClipItem& clip) const {
-  const SensitivityLevel level = parts_.grader.classify(clip.text, clip.sourceBundleID, true);
-  if (level == SensitivityLevel::none) return true;
-  const int expiry =
-      level == SensitivityLevel::soft ? parts_.settings.softSensitiveExpiry : parts_.settings.sensitiveExpiry;
-  clip.sensitive = true;
-  if (expiry > 0) clip.expiresAt = clip.date + std::chrono::seconds(expiry);
-  return expiry != 0;
+void ClipRecorder::keepRecognizedText(const QUuid& id, const QString& text, SensitivityLevel level) {
+  const auto row = history_.items().rowOf(id);
+  if (!row) return;
+  ClipItem clip = history_.items().at(*row)->clip;
+  clip.ocrText = text;
+  // A number of six digits in a picture is hardly ever a code, and no reason to lose the picture.
+  const bool credential = level == SensitivityLevel::hard && !clip.isSensitive();
+  if (credential && !markSecret(clip, level, parts_.settings, parts_.clock.now()))
+    return history_.remove({*row});
+  history_.change(*row, clip, ClipHistory::Changed::everything);
 }
 
 void ClipRecorder::insert(const ClipItem& clip, Place place) {
@@ -75,10 +92,10 @@ void ClipRecorder::insert(const ClipItem& clip, Place place) {
 void ClipRecorder::recordAgain(qsizetype row, const ClipItem& fresh, Place place) {
   ClipItem clip = history_.items().at(row)->clip;
   // A secret that is copied again lives on from now; otherwise it would vanish from under the user's hands.
-  const bool renews = !clip.pinned && fresh.isSensitive();
-  if (!renews) return moveUp(row, fresh.date, place);
+  const bool secret = fresh.isSensitive() && (!clip.pinned || !clip.isSensitive());
+  if (!secret) return moveUp(row, fresh.date, place);
   clip.date = fresh.date;
-  clip.expiresAt = fresh.expiresAt;
+  if (!clip.pinned) clip.expiresAt = fresh.expiresAt;
   const bool known = clip.isSensitive() && !clip.richFile;
   clip.sensitive = true;
   clip.richFile.reset();

@@ -17,7 +17,7 @@ namespace nimbrel {
 struct ClipRecorderParts final {
   const AppSettings& settings;
   const Clock& clock;
-  const TextGrader& grader;
+  TextGrader& grader;
   SideFiles& files;
   ImageTextQueue& imageTexts;
   Thumbnails& thumbnails;
@@ -26,13 +26,17 @@ struct ClipRecorderParts final {
 };
 
 /// Puts what was copied into the history: as a new clip, or as the one that is there already. What takes time
-/// (formatted text, images) follows later and ends up where it was copied. Main thread.
+/// (formatted text, long texts, images) follows later and ends up where it was copied. Main thread.
 class ClipRecorder final {
  public:
   /// The history outlives this.
   ClipRecorder(const ClipRecorderParts& parts, ClipHistory& history) : parts_(parts), history_(history) {}
 
   void record(const CaptureDecision& decision);
+
+  /// The text found in the image of a clip: kept with it, unless the user wants no clip with a secret and
+  /// this one holds a credential.
+  void keepRecognizedText(const QUuid& id, const QString& text, SensitivityLevel level);
 
  private:
   using Place = HistoryList::Place;
@@ -43,8 +47,7 @@ class ClipRecorder final {
   void take(const CaptureImage& captured);
 
   [[nodiscard]] ClipItem newClip(const ClipSource& source) const;
-  /// Marks a clip whose text is a secret and sets its expiry; false when the user wants no such clip.
-  [[nodiscard]] bool grade(ClipItem& clip) const;
+  void keepText(ClipItem clip, SensitivityLevel level, const std::optional<RichContent>& rich, Place place);
   void insert(const ClipItem& clip, Place place);
   void recordAgain(qsizetype row, const ClipItem& fresh, Place place);
   void moveUp(qsizetype row, Timestamp date, Place place);

@@ -2,6 +2,7 @@
 
 #include <QDateTime>
 #include <QLocale>
+#include <QPointer>
 #include <QSet>
 #include <algorithm>
 
@@ -181,9 +182,11 @@ void ClipboardStore::forget(const QList<qsizetype>& rows, const QList<ClipRef>& 
 void ClipboardStore::setRecognizedText(const QUuid& id, const QString& text) {
   const auto row = items().rowOf(id);
   if (!row) return;
-  ClipItem clip = items().at(*row)->clip;
-  clip.ocrText = text;
-  history_.change(*row, clip, ClipHistory::Changed::everything);
+  // Kept, and searched, only once it is known to be no secret.
+  parts_.grader.classifyText(text, items().at(*row)->clip.sourceBundleID,
+                             [id, text, store = QPointer(this)](SensitivityLevel level) {
+                               if (store) store->recorder_.keepRecognizedText(id, text, level);
+                             });
 }
 
 void ClipboardStore::recognizeMissingTexts() {

@@ -30,7 +30,7 @@ struct ClipboardStoreParts final {
   const Workspace& workspace;
   const Clock& clock;
   ClipDatabase& database;
-  const TextGrader& grader;
+  TextGrader& grader;
   SideFiles& files;
   ImageCodec& images;
   ImageTextQueue& imageTexts;

@@ -7,6 +7,8 @@
 #include <QJsonDocument>
 #include <chrono>
 
+#include "capture/SecretClips.h"
+#include "capture/detection/SensitiveDetector.h"
 #include "capture/model/Log.h"
 
 namespace nimbrel {
@@ -78,8 +80,24 @@ void LegacyImport::importDefaults() {
 }
 
 bool LegacyImport::store(const QList<ClipItem>& clips) {
+  if (clips.isEmpty()) return false;
+  QList<ClipItem> kept;
+  kept.reserve(clips.size());
+  for (ClipItem clip : clips) {
+    if (grade(clip)) kept.append(std::move(clip));
+  }
   // The source may go only when no power cut can take the copy.
-  return !clips.isEmpty() && parts_.database.saveMany(clips) && parts_.database.checkpoint();
+  return parts_.database.saveMany(kept) && parts_.database.checkpoint();
+}
+
+bool LegacyImport::grade(ClipItem& clip) const {
+  if (clip.sensitive) return true;
+  const auto isCredential = [&](const QString& text) {
+    return SensitiveDetector::classifyText(text, clip.sourceBundleID) == SensitivityLevel::hard;
+  };
+  const bool credential =
+      (clip.isText() && isCredential(clip.text)) || (clip.ocrText && isCredential(*clip.ocrText));
+  return !credential || markSecret(clip, SensitivityLevel::hard, parts_.settings, parts_.clock.now());
 }
 
 bool holdsUnimportedHistory(const QString& storageDirectory, const UserDefaults& defaults) {

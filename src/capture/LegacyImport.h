@@ -8,6 +8,7 @@
 #include "capture/model/ClipItem.h"
 #include "platform/Clock.h"
 #include "platform/UserDefaults.h"
+#include "settings/model/AppSettings.h"
 #include "storage/ClipDatabase.h"
 #include "storage/HistoryCipher.h"
 
@@ -19,12 +20,14 @@ struct LegacyImportParts final {
   HistoryCipher& cipher;
   UserDefaults& defaults;
   const Clock& clock;
+  const AppSettings& settings;
 };
 
 /// Brings the history of older versions into the database, once: the file "history.json" in the storage
-/// directory, or else the bytes under "clipboardItems" in the user defaults. An imported source is retired;
-/// an unreadable file is set aside and never deleted; what could not be imported is tried again at the next
-/// launch. Any thread, one at a time.
+/// directory, or else the bytes under "clipboardItems" in the user defaults. Clips that were never graded are
+/// graded now, and a credential among them is treated as one that has just been copied. An imported source is
+/// retired; an unreadable file is set aside and never deleted; what could not be imported is tried again at
+/// the next launch. Any thread, one at a time.
 class LegacyImport final {
  public:
   LegacyImport(const LegacyImportParts& parts, const QString& storageDirectory);
@@ -37,6 +40,8 @@ class LegacyImport final {
   void importDefaults();
   /// Whether the clips are in the database for good.
   [[nodiscard]] bool store(const QList<ClipItem>& clips);
+  /// Grades a clip that has no grade yet; false when the user wants no such clip.
+  [[nodiscard]] bool grade(ClipItem& clip) const;
   void setAside();
   void retireFile(const QByteArray& data);
   [[nodiscard]] QString inFolder(const QString& name) const;

@@ -4,6 +4,7 @@
 
 #include "capture/ClipFiles.h"
 #include "capture/ClipboardStore.h"
+#include "capture/DetectingTextGrader.h"
 #include "storage/BlobFiles.h"
 #include "storage/ClipDatabase.h"
 #include "storage/HistoryCipher.h"
@@ -50,7 +51,7 @@ class RealHistory final {
   AppSettings settings;
   FakePasteboard pasteboard;
   FakeWorkspace workspace;
-  NoTextGrader grader;
+  DetectingTextGrader grader;
   FakeImageCodec codec;
   FakeImageTextQueue imageTexts;
   BlobFiles blobs;

@@ -45,7 +45,7 @@ class AppDelegateTest : public ::testing::Test {
 
   void start() {
     delegate = std::make_unique<AppDelegate>(
-        platform, *cipher, openHistory(directory, *cipher, *platform.defaults, clock), directory);
+        platform, *cipher, openHistory(directory, *cipher, *platform.defaults, clock, settings), directory);
     delegate->applicationDidFinishLaunching();
   }
   void copy(const QString& text) {
@@ -66,6 +66,7 @@ class AppDelegateTest : public ::testing::Test {
   QTemporaryDir home;
   QString directory = makeStorageDirectory(home.path());
   SystemClock clock;
+  AppSettings settings;
   SystemRandom random;
   Platform platform;
   FakeSecretStore* secrets = nullptr;

@@ -37,7 +37,7 @@ class LegacyImportTest : public ::testing::Test {
     ASSERT_TRUE(legacy.open(QIODevice::WriteOnly));
     legacy.write(bytes);
   }
-  void run() { LegacyImport({database, cipher, defaults, clock}, directory).run(); }
+  void run() { LegacyImport({database, cipher, defaults, clock, settings}, directory).run(); }
   [[nodiscard]] QStringList texts() {
     QStringList texts;
     for (const ClipRef& clip : database.loadAll().clips)
@@ -53,6 +53,7 @@ class LegacyImportTest : public ::testing::Test {
   QTemporaryDir home;
   QString directory = makeStorageDirectory(home.path());
   testing::ManualClock clock;
+  AppSettings settings;
   testing::FakeSecretStore secrets;
   testing::FakeUserDefaults defaults;
   SystemRandom random;
@@ -162,6 +163,49 @@ TEST_F(LegacyImportTest, OfAnEmptyListLeavesTheFileInPlace) {
   run();
   EXPECT_EQ(names(), QStringList{u"history.json"_s});
   EXPECT_TRUE(log.lines().isEmpty());
+}
+
+TEST_F(LegacyImportTest, GradesWhatWasNeverGraded) {
+  ClipItem key = textClip(u"la clave es\nAKIAIOSFODNN7EXAMPLE"_s, 5000);
+  key.richFile = u"A.rtf"_s;
+  ClipItem pinned = textClip(u"4111 1111 1111 1111"_s, 4000);
+  pinned.pinned = true;
+  ClipItem picture = textClip(u""_s, 3000);
+  picture.imageFile = u"A.png"_s;
+  picture.ocrText = u"IBAN ES9121000418450200051332\nAna"_s;
+  ClipItem cleared = textClip(u"5500005555555559"_s, 2000);
+  cleared.sensitive = false;
+  const ClipItem code = textClip(u"123456"_s, 1000);
+  write(jsonOf({key, pinned, picture, cleared, code}));
+  run();
+  const auto imported = database.loadAll().clips;
+  ASSERT_EQ(imported.size(), 5);
+  EXPECT_TRUE(imported.at(0)->clip.isSensitive());
+  EXPECT_EQ(imported.at(0)->clip.expiresAt, clock.now() + std::chrono::seconds(300));
+  EXPECT_FALSE(imported.at(0)->clip.richFile);
+  EXPECT_TRUE(imported.at(1)->clip.isSensitive());
+  EXPECT_FALSE(imported.at(1)->clip.expiresAt);
+  EXPECT_TRUE(imported.at(2)->clip.isSensitive());
+  EXPECT_FALSE(imported.at(3)->clip.isSensitive());
+  EXPECT_FALSE(imported.at(4)->clip.sensitive);
+}
+
+TEST_F(LegacyImportTest, KeepsNoCredentialThatTheUserDoesNotWant) {
+  settings.sensitiveExpiry = 0;
+  ClipItem pinned = textClip(u"4111 1111 1111 1111"_s, 4000);
+  pinned.pinned = true;
+  write(jsonOf({textClip(u"5500005555555559"_s, 5000), pinned, textClip(u"texto"_s, 1000)}));
+  run();
+  EXPECT_EQ(texts(), (QStringList{u"4111 1111 1111 1111"_s, u"texto"_s}));
+  EXPECT_TRUE(names().isEmpty());
+}
+
+TEST_F(LegacyImportTest, OfNothingButUnwantedCredentialsIsDoneToo) {
+  settings.sensitiveExpiry = 0;
+  write(jsonOf({textClip(u"5500005555555559"_s, 5000)}));
+  run();
+  EXPECT_TRUE(texts().isEmpty());
+  EXPECT_TRUE(names().isEmpty());
 }
 
 TEST_F(LegacyImportTest, ThatTheDatabaseRefusesIsTriedAgainAtTheNextLaunch) {

@@ -1,9 +1,0 @@
-#include "capture/CaptureServices.h"
-
-namespace nimbrel {
-
-SensitivityLevel NoTextGrader::classify(const QString&, const std::optional<QString>&, bool) const {
-  return SensitivityLevel::none;
-}
-
-}  // namespace nimbrel
