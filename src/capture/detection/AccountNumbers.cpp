@@ -79,17 +79,6 @@ bool isAcceptedCard(QStringView match) {
   return first >= u'3' && first <= u'6' && passesLuhn(QStringView(digits.data(), digits.size()));
 }
 
-/// Whether a match is accepted, each in turn; they do not overlap.
-template <typename Accept>
-bool anyMatch(const BoundedPattern& pattern, QStringView line, qsizetype from, Accept accept) {
-  while (true) {
-    const auto match = pattern.search(line, from);
-    if (match.outcome != BoundedPattern::Outcome::found) return false;
-    if (accept(line.sliced(match.offset, match.length))) return true;
-    from = match.offset + match.length;
-  }
-}
-
 /// The letters and digits of a possible IBAN in upper case; nothing when it cannot be one.
 class IBANCharacters {
  public:
@@ -178,14 +167,14 @@ bool isCardNumber(QStringView text) {
 
 bool containsCardNumber(QStringView line) {
   static const BoundedPattern pattern(QStringLiteral("(?<![0-9])(?:[0-9][ -]?){12,18}[0-9](?![0-9])"));
-  return mayHoldCardNumber(line) && anyMatch(pattern, line, 0, isAcceptedCard);
+  return mayHoldCardNumber(line) && pattern.anyMatch(line, 0, isAcceptedCard);
 }
 
 bool containsIBAN(QStringView line) {
   static const BoundedPattern pattern(QStringLiteral(
       "(?<![A-Za-z0-9])[A-Z]{2}[0-9]{2}(?: ?[A-Z0-9]{4}){2,7}(?: ?[A-Z0-9]{1,3})?(?![A-Za-z0-9])"));
   const qsizetype from = possibleIBAN(line);
-  return from >= 0 && anyMatch(pattern, line, from, isValidIBAN);
+  return from >= 0 && pattern.anyMatch(line, from, isValidIBAN);
 }
 
 }  // namespace nimbrel

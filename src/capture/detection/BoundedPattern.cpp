@@ -1,5 +1,7 @@
 #include "capture/detection/BoundedPattern.h"
 
+#include <algorithm>
+
 namespace nimbrel {
 namespace {
 
@@ -30,12 +32,25 @@ BoundedPattern::BoundedPattern(const QString& pattern)
 }
 
 BoundedPattern::Match BoundedPattern::search(QStringView text, qsizetype from) const {
-  if (!isValid()) return {};
-  if (!text.isValidUtf16()) {
-    const QString repaired = withoutSingleSurrogates(text);
-    return search(repaired, from);
+  if (text.isValidUtf16()) return searchValid(text, from);
+  return searchValid(withoutSingleSurrogates(text), from);
+}
+
+bool BoundedPattern::anyMatch(QStringView text, qsizetype from,
+                              const std::function<bool(QStringView match)>& accept) const {
+  if (!text.isValidUtf16()) return anyMatch(withoutSingleSurrogates(text), from, accept);
+  while (true) {
+    const Match match = searchValid(text, from);
+    if (match.outcome != Outcome::found) return false;
+    if (accept(text.sliced(match.offset, match.length))) return true;
+    // An empty match would be found again.
+    from = match.offset + std::max<qsizetype>(match.length, 1);
   }
-  // Surrogates have just been looked at.
+}
+
+BoundedPattern::Match BoundedPattern::searchValid(QStringView text, qsizetype from) const {
+  if (!isValid() || from > text.size()) return {};
+  // Surrogates have been looked at, once for all searches in the text.
   constexpr auto kUnchecked = QRegularExpression::DontCheckSubjectStringMatchOption;
 #if QT_VERSION >= QT_VERSION_CHECK(6, 5, 0)
   const auto match = expression_.matchView(text, from, QRegularExpression::NormalMatch, kUnchecked);

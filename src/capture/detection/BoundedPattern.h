@@ -2,6 +2,7 @@
 
 #include <QRegularExpression>
 #include <QString>
+#include <functional>
 
 namespace nimbrel {
 
@@ -33,10 +34,17 @@ class BoundedPattern final {
   /// The first match that begins at `from` or later.
   [[nodiscard]] Match search(QStringView text, qsizetype from = 0) const;
 
+  /// Whether any of the matches from `from` on, each behind the one before, is accepted.
+  [[nodiscard]] bool anyMatch(QStringView text, qsizetype from,
+                              const std::function<bool(QStringView match)>& accept) const;
+
   /// Whether there is a match anywhere; no when the search gave up.
   [[nodiscard]] bool matches(QStringView text) const { return search(text).outcome == Outcome::found; }
 
  private:
+  /// `search` in a text without single surrogates.
+  [[nodiscard]] Match searchValid(QStringView text, qsizetype from) const;
+
   QRegularExpression expression_;
 };
 

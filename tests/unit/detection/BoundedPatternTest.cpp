@@ -22,6 +22,19 @@ TEST(BoundedPattern, FindsTheFirstMatch) {
   EXPECT_EQ(pattern.search(u"ab"_s).outcome, Outcome::notFound);
 }
 
+TEST(BoundedPattern, OffersEachMatchInTurn) {
+  const BoundedPattern pattern(u"[0-9]*"_s);
+  QStringList offered;
+  const auto refuse = [&](QStringView match) {
+    if (!match.isEmpty()) offered.append(match.toString());
+    return false;
+  };
+  EXPECT_FALSE(pattern.anyMatch(u"1a23😀4"_s + QChar(0xd800), 0, refuse));
+  EXPECT_EQ(offered, (QStringList{u"1"_s, u"23"_s, u"4"_s}));
+  EXPECT_TRUE(pattern.anyMatch(u"1a23"_s, 1, [](QStringView match) { return match == u"23"; }));
+  EXPECT_FALSE(pattern.anyMatch(u"1a23"_s, 4, [](QStringView match) { return match == u"23"; }));
+}
+
 TEST(BoundedPattern, LooksBehindWhereItBegins) {
   EXPECT_FALSE(BoundedPattern(u"(?<![0-9])2"_s).search(u"12"_s, 1).outcome == Outcome::found);
 }
