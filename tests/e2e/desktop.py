@@ -67,6 +67,8 @@ class Nimbrel:
         self.environment = dict(os.environ, XDG_DATA_HOME=str(data_home))
         self.database = pathlib.Path(data_home) / "Nimbrel" / "brevin.sqlite"
         self.process = None
+        # What the last run that was quit has logged.
+        self.log = ""
 
     def start(self):
         self.process = subprocess.Popen([self.binary], env=self.environment, stderr=subprocess.PIPE, text=True)
@@ -121,6 +123,7 @@ class Nimbrel:
     def quit(self):
         self.process.send_signal(signal.SIGTERM)
         code = self.process.wait(PATIENCE)
+        self.log = self.process.stderr.read()
         self.process.stderr.close()
         return code
 

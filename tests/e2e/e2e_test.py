@@ -379,7 +379,7 @@ class EndToEnd(unittest.TestCase):
     def expect_no_trace(self, text):
         self.assertEqual(self.nimbrel.quit(), 0)
         self.assertNotIn(text.encode(), self.stored_bytes())
-        self.assertNotIn(text, self.nimbrel.process.stderr.read())
+        self.assertNotIn(text, self.nimbrel.log)
         self.nimbrel.start()
 
     def test_a_card_number_is_a_secret_from_the_first_moment(self):

@@ -37,7 +37,8 @@ void check(const QString& text, const QString& result) {
     case TextTransform::urlDecode:
       return require(again(chosen, *again(TextTransform::urlEncode, result)) == result);
     case TextTransform::base64Encode:
-      return require(again(TextTransform::base64Decode, result) == QString::fromUtf8(text.toUtf8()));
+      // Half a character cannot be encoded, and comes back as its replacement.
+      return require(!text.isValidUtf16() || again(TextTransform::base64Decode, result) == text);
     case TextTransform::base64Decode:
       return require(again(chosen, *again(TextTransform::base64Encode, result)) == result);
     case TextTransform::formatJSON:
