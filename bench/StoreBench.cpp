@@ -197,7 +197,9 @@ void import(benchmark::State& state) {
     if (!file.open(QIODevice::WriteOnly) || file.write(json) != json.size()) std::abort();
     file.close();
     state.ResumeTiming();
-    LegacyImport({database, bench.cipher, defaults, bench.clock, bench.settings}, bench.folder.path()).run();
+    LegacyImport({database, bench.cipher, defaults, bench.clock, bench.settings, bench.blobs},
+                 bench.folder.path())
+        .run();
     state.PauseTiming();
     if (database.count() != state.range(0)) std::abort();
     state.ResumeTiming();

@@ -17,7 +17,7 @@ fuzz() {
   local corpus=build/fuzz/corpus/$name
   mkdir -p "$corpus"
   echo "== $name"
-  "build/fuzz/$target" -max_total_time="$seconds" -max_len=8192 -artifact_prefix="$corpus/" "$@" \
+  "build/fuzz/$target" -max_total_time="$seconds" -max_len=10000 -artifact_prefix="$corpus/" "$@" \
     "$corpus" "tests/fuzz/seeds/$seeds"
 }
 

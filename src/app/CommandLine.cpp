@@ -1,5 +1,7 @@
 #include "app/CommandLine.h"
 
+#include <algorithm>
+
 namespace nimbrel {
 namespace {
 
@@ -29,6 +31,13 @@ QString helpText() {
       "base64Decode, formatJSON, compactJSON.\n");
 }
 
+/// Anywhere before "--", after which everything is a file's name.
+bool asksForHelp(const QStringList& arguments) {
+  const auto isHelp = [](const QString& argument) { return argument == u"--help" || argument == u"-h"; };
+  const auto end = std::find(arguments.begin(), arguments.end(), QStringLiteral("--"));
+  return std::any_of(arguments.begin(), end, isHelp);
+}
+
 PrintCommand misuse(const QString& message) {
   return {QStringLiteral("nimbrel: %1\n«nimbrel --help» muestra la ayuda.\n").arg(message), 2};
 }
@@ -38,11 +47,11 @@ PrintCommand misuse(const QString& message) {
 CommandLine parseCommandLine(const QStringList& arguments, const QString& version) {
   if (arguments.isEmpty()) return RunCommand{};
   const QString& first = arguments.first();
-  if (arguments.contains(QStringLiteral("--help")) || first == u"-h") return PrintCommand{helpText(), 0};
+  if (asksForHelp(arguments)) return PrintCommand{helpText(), 0};
   if (first == u"--version" || first == u"-v")
     return PrintCommand{QStringLiteral("nimbrel %1\n").arg(version), 0};
   const auto text = parseTextCommand(arguments);
-  if (!text) return misuse(QStringLiteral("opción desconocida «%1»").arg(first));
+  if (!text) return misuse(QStringLiteral("opción desconocida «%1»").arg(printable(first)));
   if (const auto* const error = std::get_if<UsageError>(&*text)) return misuse(error->message);
   return std::get<TextCommand>(*text);
 }

@@ -10,9 +10,14 @@ std::unique_ptr<ClipDatabase> openHistory(const QString& storageDirectory, Histo
                                           const AppSettings& settings) {
   static_cast<void>(cipher.hasKey());
   auto database = std::make_unique<ClipDatabase>(databasePath(storageDirectory), cipher);
-  LegacyImport(
-      {.database = *database, .cipher = cipher, .defaults = defaults, .clock = clock, .settings = settings},
-      storageDirectory)
+  BlobFiles files(storageDirectory, cipher, clock);
+  LegacyImport({.database = *database,
+                .cipher = cipher,
+                .defaults = defaults,
+                .clock = clock,
+                .settings = settings,
+                .files = files},
+               storageDirectory)
       .run();
   return database;
 }

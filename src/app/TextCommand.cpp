@@ -1,10 +1,10 @@
 #include "app/TextCommand.h"
 
-#include <QFile>
-#include <QStringDecoder>
 #include <utility>
 
+#include "app/DescriptorDevice.h"
 #include "capture/detection/SensitiveDetector.h"
+#include "capture/model/TextRules.h"
 
 namespace nimbrel {
 namespace {
@@ -43,6 +43,10 @@ QString fileOf(const QStringList& names) {
   return names.value(0) == u"-" ? QString() : names.value(0);
 }
 
+QString missingFile() {
+  return QStringLiteral("falta el nombre del archivo");
+}
+
 /// Joins an option with the value that is an argument of its own: "--source ID" becomes "--source=ID".
 QStringList withJoinedSource(QStringList arguments) {
   for (qsizetype i = 0; i + 1 < arguments.size() && arguments.at(i) != u"--"; ++i) {
@@ -62,14 +66,15 @@ std::variant<TextCommand, UsageError> parseClassify(const QStringList& given) {
       command.multiline = true;
     else if (option == u"--lines")
       command.perLine = true;
-    else if (option.startsWith(kSource))
+    else if (option.startsWith(kSource) && option != kSource)
       command.source = option.sliced(kSource.size());
+    else if (option == u"--source" || option == kSource)
+      return UsageError{QStringLiteral("falta la aplicación de --source")};
     else
-      return UsageError{QStringLiteral("classify no conoce la opción «%1»").arg(option)};
+      return UsageError{QStringLiteral("classify no conoce la opción «%1»").arg(printable(option))};
   }
-  if (command.multiline && !command.detectCodes)
-    return UsageError{QStringLiteral("--multiline y --no-codes no van juntas")};
   if (arguments.others.size() > 1) return UsageError{QStringLiteral("classify lee un solo archivo")};
+  if (arguments.others.contains(QString())) return UsageError{missingFile()};
   command.file = fileOf(arguments.others);
   return command;
 }
@@ -84,14 +89,16 @@ QString transformNames() {
 std::variant<TextCommand, UsageError> parseTransform(const QStringList& given) {
   const Arguments arguments = sorted(given);
   if (!arguments.options.isEmpty())
-    return UsageError{QStringLiteral("transform no conoce la opción «%1»").arg(arguments.options.first())};
+    return UsageError{
+        QStringLiteral("transform no conoce la opción «%1»").arg(printable(arguments.options.first()))};
   if (arguments.others.isEmpty())
     return UsageError{QStringLiteral("falta la transformación: %1").arg(transformNames())};
   if (arguments.others.size() > 2) return UsageError{QStringLiteral("transform lee un solo archivo")};
+  if (arguments.others.sliced(1).contains(QString())) return UsageError{missingFile()};
   const auto transform = textTransformNamed(arguments.others.first());
   if (!transform)
     return UsageError{QStringLiteral("no hay ninguna transformación «%1»; las que hay: %2")
-                          .arg(arguments.others.first(), transformNames())};
+                          .arg(printable(arguments.others.first()), transformNames())};
   return TransformCommand{.transform = *transform, .file = fileOf(arguments.others.sliced(1))};
 }
 
@@ -100,11 +107,9 @@ QString tooLong() {
 }
 
 Result<QString> decoded(const QByteArray& bytes) {
-  QStringDecoder decoder(QStringConverter::Utf8,
-                         QStringConverter::Flag::Stateless | QStringConverter::Flag::ConvertInitialBom);
-  QString text = decoder(bytes);
-  if (decoder.hasError()) return Failure{QStringLiteral("el texto no es UTF-8 válido")};
-  return text;
+  auto text = strictUtf8(bytes);
+  if (!text) return Failure{QStringLiteral("el texto no es UTF-8 válido")};
+  return *std::move(text);
 }
 
 /// What comes next, at most so much; empty at the end.
@@ -128,12 +133,19 @@ Result<QString> readAll(QIODevice& input) {
   return Failure{tooLong()};
 }
 
+SensitivityLevel levelOf(const ClassifyCommand& command, QStringView text) {
+  // As in everything that is copied, a byte-order mark is no part of the text.
+  if (text.startsWith(QChar::ByteOrderMark)) text = text.sliced(1);
+  // In a text of several lines there are no codes to leave out.
+  const bool withLines =
+      command.multiline && (command.detectCodes || trimmedWhitespace(text).contains(u'\n'));
+  if (withLines) return SensitiveDetector::classifyText(text, command.source);
+  return SensitiveDetector::classify(text, command.source, command.detectCodes);
+}
+
 /// The grade as scripts read it.
 QByteArray gradeOf(const ClassifyCommand& command, const QString& text) {
-  const SensitivityLevel level = command.multiline
-                                     ? SensitiveDetector::classifyText(text, command.source)
-                                     : SensitiveDetector::classify(text, command.source, command.detectCodes);
-  switch (level) {
+  switch (levelOf(command, text)) {
     case SensitivityLevel::none:
       return QByteArrayLiteral("none\n");
     case SensitivityLevel::soft:
@@ -231,13 +243,24 @@ std::optional<Failure> answer(const TransformCommand& command, QIODevice& input,
 template <typename Command>
 std::optional<Failure> answerFromSource(const Command& command, QIODevice& input, QIODevice& output) {
   if (command.file.isEmpty()) return answer(command, input, output);
-  QFile file(command.file);
-  if (!file.open(QIODevice::ReadOnly))
-    return Failure{QStringLiteral("no se puede leer «%1»: %2").arg(command.file, file.errorString())};
-  return answer(command, file, output);
+  DescriptorDevice file(command.file);
+  if (!file.isOpen())
+    return Failure{
+        QStringLiteral("no se puede leer «%1»: %2").arg(printable(command.file), file.errorString())};
+  auto failure = answer(command, file, output);
+  if (failure) failure->message = QStringLiteral("«%1»: %2").arg(printable(command.file), failure->message);
+  return failure;
 }
 
 }  // namespace
+
+QString printable(QString argument) {
+  for (QChar& unit : argument) {
+    if (unit.category() == QChar::Other_Control || unit.category() == QChar::Other_Format)
+      unit = QChar::ReplacementCharacter;
+  }
+  return argument;
+}
 
 std::optional<std::variant<TextCommand, UsageError>> parseTextCommand(const QStringList& arguments) {
   if (arguments.value(0) == u"classify") return parseClassify(arguments.sliced(1));

@@ -36,6 +36,9 @@ struct TransformCommand final {
 /// What a script asked for; it needs neither a desktop nor a running instance.
 using TextCommand = std::variant<ClassifyCommand, TransformCommand>;
 
+/// An argument as a message may show it: what it could do to a terminal is left out.
+[[nodiscard]] QString printable(QString argument);
+
 /// Why arguments make no command, in one line.
 struct UsageError final {
   QString message;

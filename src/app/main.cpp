@@ -1,14 +1,18 @@
+#include <unistd.h>
+
 #include <QApplication>
 #include <QEventLoop>
-#include <QFile>
 #include <QThread>
+#include <algorithm>
 #include <cstdio>
 #include <functional>
 #include <memory>
+#include <new>
 #include <variant>
 
 #include "app/AppDelegate.h"
 #include "app/CommandLine.h"
+#include "app/DescriptorDevice.h"
 #include "app/HistoryOpening.h"
 #include "platform/Platform.h"
 #include "storage/HistoryCipher.h"
@@ -26,19 +30,21 @@ QStringList argumentsOf(int argc, char** argv) {
 }
 
 int execute(const PrintCommand& command) {
-  std::fputs(command.output.toUtf8().constData(), command.exitStatus == 0 ? stdout : stderr);
-  return command.exitStatus;
+  DescriptorDevice output(command.exitStatus == 0 ? STDOUT_FILENO : STDERR_FILENO, QIODevice::WriteOnly);
+  const QByteArray text = command.output.toUtf8();
+  return output.write(text) == text.size() ? command.exitStatus : std::max(command.exitStatus, 1);
 }
 
 int execute(const TextCommand& command) {
-  QFile input;
-  QFile output;
-  QFile errors;
-  // Unbuffered, so that what comes is taken as it comes, and what cannot be written is noticed.
-  const bool opened = input.open(fileno(stdin), QIODevice::ReadOnly | QIODevice::Unbuffered) &&
-                      output.open(fileno(stdout), QIODevice::WriteOnly | QIODevice::Unbuffered) &&
-                      errors.open(fileno(stderr), QIODevice::WriteOnly | QIODevice::Unbuffered);
-  return opened ? run(command, input, output, errors) : 1;
+  DescriptorDevice input(STDIN_FILENO, QIODevice::ReadOnly);
+  DescriptorDevice output(STDOUT_FILENO, QIODevice::WriteOnly);
+  DescriptorDevice errors(STDERR_FILENO, QIODevice::WriteOnly);
+  try {
+    return run(command, input, output, errors);
+  } catch (const std::bad_alloc&) {
+    static_cast<void>(errors.write("nimbrel: no hay memoria para este texto\n"));
+    return 1;
+  }
 }
 
 /// Runs something on another thread while the event loop goes on here. False when the program is told to end

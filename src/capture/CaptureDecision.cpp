@@ -37,10 +37,9 @@ std::optional<ClipSource> allowedSource(const PasteboardSnapshot& snapshot,
   return source;
 }
 
-/// One spelling for each path, whatever the program that copied it escapes: the characters that may stand in
-/// a URL's path (RFC 3986, pchar and "/"), without the semicolon, stay; all others are escaped as UTF-8.
+/// One spelling for each path, whatever the program that copied it escapes.
 QString fileUrlString(const QString& path) {
-  return QStringLiteral("file://") + QString::fromLatin1(QUrl::toPercentEncoding(path, "!$&'()*+,-./:=@_~"));
+  return QStringLiteral("file://") + encodedForPath(path);
 }
 
 std::optional<CaptureFiles> filesOf(const PasteboardSnapshot& snapshot) {

@@ -42,8 +42,9 @@ void ClipRecorder::take(const CaptureText& captured) {
 
 void ClipRecorder::keepText(ClipItem clip, SensitivityLevel level, const std::optional<RichContent>& rich,
                             Place place) {
-  if (!markSecret(clip, level, parts_.settings, clip.date)) return;
+  if (place < forgotten_) return;
   clip.textHash = sha256Hex(clip.text.toUtf8());
+  if (!markSecret(clip, level, parts_.settings, clip.date)) return dropUnwanted(clip);
   QUuid id = clip.id;
   if (const auto row = history_.items().rowOfText(clip.text, *clip.textHash)) {
     id = history_.items().at(*row)->clip.id;
@@ -77,7 +78,7 @@ void ClipRecorder::keepRecognizedText(const QUuid& id, const QString& text, Sens
   if (!row) return;
   ClipItem clip = history_.items().at(*row)->clip;
   clip.ocrText = text;
-  // A number of six digits in a picture is hardly ever a code, and no reason to lose the picture.
+  // Six digits in a picture from anywhere are hardly ever a code, and no reason to lose the picture.
   const bool credential = level == SensitivityLevel::hard && !clip.isSensitive();
   if (credential && !markSecret(clip, level, parts_.settings, parts_.clock.now()))
     return history_.remove({*row});
@@ -97,10 +98,19 @@ void ClipRecorder::recordAgain(qsizetype row, const ClipItem& fresh, Place place
   clip.date = fresh.date;
   if (!clip.pinned) clip.expiresAt = fresh.expiresAt;
   const bool known = clip.isSensitive() && !clip.richFile;
-  clip.sensitive = true;
-  clip.richFile.reset();
-  clip.richHash.reset();
+  becomeSensitive(clip);
   history_.moveUp(row, clip, known ? ClipHistory::Changed::columns : ClipHistory::Changed::everything, place);
+}
+
+void ClipRecorder::dropUnwanted(const ClipItem& fresh) {
+  const auto row = history_.items().rowOfText(fresh.text, *fresh.textHash);
+  if (!row) return;
+  ClipItem clip = history_.items().at(*row)->clip;
+  // What the user has pinned is only masked.
+  if (!clip.pinned) return history_.remove({*row});
+  if (clip.isSensitive()) return;
+  becomeSensitive(clip);
+  history_.change(*row, clip, ClipHistory::Changed::everything);
 }
 
 void ClipRecorder::moveUp(qsizetype row, Timestamp date, Place place) {
@@ -139,6 +149,7 @@ void ClipRecorder::attachFormat(const QUuid& id, const QString& file, const QStr
 }
 
 void ClipRecorder::keepImage(const PreparedImage& image, ClipItem clip, Place place) {
+  if (place < forgotten_) return;
   if (const auto row = history_.items().rowOfImage(image.hash)) return moveUp(*row, clip.date, place);
   parts_.files.storeImage(
       image, [this, image, clip = std::move(clip), place, alive = QPointer(&history_)](const auto& file) {
@@ -147,6 +158,7 @@ void ClipRecorder::keepImage(const PreparedImage& image, ClipItem clip, Place pl
 }
 
 void ClipRecorder::insertImage(const PreparedImage& image, const QString& file, ClipItem clip, Place place) {
+  if (place < forgotten_) return parts_.files.remove({.images = {file}, .rich = {}});
   // The same image may have been copied twice before it was stored once.
   if (const auto row = history_.items().rowOfImage(image.hash)) {
     parts_.files.remove({.images = {file}, .rich = {}});

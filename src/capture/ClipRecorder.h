@@ -34,6 +34,9 @@ class ClipRecorder final {
 
   void record(const CaptureDecision& decision);
 
+  /// Forgets what has been recorded and is not in the history yet.
+  void forgetPending() { forgotten_ = history_.takePlace(); }
+
   /// The text found in the image of a clip: kept with it, unless the user wants no clip with a secret and
   /// this one holds a credential.
   void keepRecognizedText(const QUuid& id, const QString& text, SensitivityLevel level);
@@ -51,6 +54,7 @@ class ClipRecorder final {
   void insert(const ClipItem& clip, Place place);
   void recordAgain(qsizetype row, const ClipItem& fresh, Place place);
   void moveUp(qsizetype row, Timestamp date, Place place);
+  void dropUnwanted(const ClipItem& fresh);
   void keepFormat(const QUuid& id, const RichContent& rich);
   void attachFormat(const QUuid& id, const QString& file, const QString& hash);
   void keepImage(const PreparedImage& image, ClipItem clip, Place place);
@@ -58,6 +62,8 @@ class ClipRecorder final {
 
   ClipRecorderParts parts_;
   ClipHistory& history_;
+  /// What was copied before this place is not wanted any more.
+  Place forgotten_ = 0;
   /// The hashes of formats that are being stored, by the clips they belong to.
   QHash<QUuid, QString> comingFormats_;
 };

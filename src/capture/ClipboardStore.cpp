@@ -125,6 +125,11 @@ void ClipboardStore::removeClip(const QUuid& id) {
   if (const auto row = items().rowOf(id)) history_.remove({*row});
 }
 
+void ClipboardStore::clearHistory() {
+  recorder_.forgetPending();
+  history_.clear();
+}
+
 void ClipboardStore::togglePin(const QUuid& id) {
   const auto row = items().rowOf(id);
   if (!row) return;

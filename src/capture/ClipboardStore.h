@@ -79,8 +79,8 @@ class ClipboardStore final : public QObject {
 
   void removeClip(const QUuid& id);
 
-  /// Removes every clip that is not pinned.
-  void clearHistory() { history_.clear(); }
+  /// Removes every clip that is not pinned, and what has been copied and is not among them yet.
+  void clearHistory();
 
   /// Pins or unpins a clip; a pinned clip never expires, and unpinning does not give its expiry back.
   void togglePin(const QUuid& id);

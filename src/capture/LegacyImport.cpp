@@ -5,6 +5,7 @@
 #include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QSet>
 #include <chrono>
 
 #include "capture/SecretClips.h"
@@ -87,7 +88,19 @@ bool LegacyImport::store(const QList<ClipItem>& clips) {
     if (grade(clip)) kept.append(std::move(clip));
   }
   // The source may go only when no power cut can take the copy.
-  return parts_.database.saveMany(kept) && parts_.database.checkpoint();
+  if (!parts_.database.saveMany(kept) || !parts_.database.checkpoint()) return false;
+  removeFilesOf(clips, kept);
+  return true;
+}
+
+void LegacyImport::removeFilesOf(const QList<ClipItem>& before, const QList<ClipItem>& after) {
+  QSet<QString> used;
+  for (const ClipItem& clip : after)
+    used << clip.imageFile.value_or(QString()) << clip.richFile.value_or(QString());
+  for (const ClipItem& clip : before) {
+    if (clip.imageFile && !used.contains(*clip.imageFile)) parts_.files.removeImage(*clip.imageFile);
+    if (clip.richFile && !used.contains(*clip.richFile)) parts_.files.removeRich(*clip.richFile);
+  }
 }
 
 bool LegacyImport::grade(ClipItem& clip) const {

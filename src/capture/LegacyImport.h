@@ -9,6 +9,7 @@
 #include "platform/Clock.h"
 #include "platform/UserDefaults.h"
 #include "settings/model/AppSettings.h"
+#include "storage/BlobFiles.h"
 #include "storage/ClipDatabase.h"
 #include "storage/HistoryCipher.h"
 
@@ -21,6 +22,7 @@ struct LegacyImportParts final {
   UserDefaults& defaults;
   const Clock& clock;
   const AppSettings& settings;
+  BlobFiles& files;
 };
 
 /// Brings the history of older versions into the database, once: the file "history.json" in the storage
@@ -42,6 +44,8 @@ class LegacyImport final {
   [[nodiscard]] bool store(const QList<ClipItem>& clips);
   /// Grades a clip that has no grade yet; false when the user wants no such clip.
   [[nodiscard]] bool grade(ClipItem& clip) const;
+  /// Removes the files that clips had before they were graded, and have no more.
+  void removeFilesOf(const QList<ClipItem>& before, const QList<ClipItem>& after);
   void setAside();
   void retireFile(const QByteArray& data);
   [[nodiscard]] QString inFolder(const QString& name) const;

@@ -1,18 +1,27 @@
 #include "capture/SecretClips.h"
 
+#include <algorithm>
 #include <chrono>
 
 namespace nimbrel {
+
+void becomeSensitive(ClipItem& clip) {
+  clip.sensitive = true;
+  clip.richFile.reset();
+  clip.richHash.reset();
+}
 
 bool markSecret(ClipItem& clip, SensitivityLevel level, const AppSettings& settings, Timestamp now) {
   if (level == SensitivityLevel::none) return true;
   const int expiry =
       level == SensitivityLevel::soft ? settings.softSensitiveExpiry : settings.sensitiveExpiry;
-  clip.sensitive = true;
-  clip.richFile.reset();
-  clip.richHash.reset();
+  becomeSensitive(clip);
   if (clip.pinned) return true;
-  if (expiry > 0) clip.expiresAt = now + std::chrono::seconds(expiry);
+  // One that was to go sooner still does.
+  if (expiry > 0) {
+    const Timestamp end = now + std::chrono::seconds(expiry);
+    clip.expiresAt = std::min(clip.expiresAt.value_or(end), end);
+  }
   return expiry != 0;
 }
 

@@ -6,9 +6,12 @@
 
 namespace nimbrel {
 
-/// Marks a clip that was graded as a secret: it is masked, never indexed, has no formatting, and expires when
-/// the settings say so, counted from `now`; a pinned one never does. False when the user wants no such clip,
-/// unless it is pinned: that too is the user's word.
+/// Makes a clip one that is masked, never indexed and without formatting.
+void becomeSensitive(ClipItem& clip);
+
+/// Marks a clip that was graded as a secret: it becomes sensitive, and expires when the settings say so,
+/// counted from `now`, or when it was to expire anyway; a pinned one never does. False when the user wants no
+/// such clip, unless it is pinned: that too is the user's word.
 [[nodiscard]] bool markSecret(ClipItem& clip, SensitivityLevel level, const AppSettings& settings,
                               Timestamp now);
 

@@ -1,10 +1,11 @@
 #include "capture/detection/AccountNumbers.h"
 
 #include <unicode/uchar.h>
+#include <unicode/ustring.h>
 
-#include <QString>
 #include <QVarLengthArray>
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <optional>
 
@@ -57,8 +58,8 @@ bool mayHoldCardNumber(QStringView line) {
   return false;
 }
 
-/// Whether two capital letters occur that touch no letter or digit before them and two digits after: what
-/// every IBAN in a line begins with.
+/// Where the first two capital letters begin that touch no letter or digit before them and two digits after,
+/// as in every IBAN in a line; -1 when there are none.
 qsizetype possibleIBAN(QStringView line) {
   const auto at = [line](qsizetype i) { return line[i].unicode(); };
   for (qsizetype i = 3; i + kMinIBANInLine - 3 <= line.size(); ++i) {
@@ -96,11 +97,15 @@ class IBANCharacters {
   bool appendCapitals(char32_t c) {
     const char32_t capital = QChar::toUpper(c);
     if (capital != c) return append(capital);
-    // Only what has no single capital is worth a string.
-    if (!u_hasBinaryProperty(static_cast<UChar32>(c), UCHAR_CHANGES_WHEN_UPPERCASED)) return false;
-    const QString capitals = QString::fromUcs4(&c, 1).toUpper();
-    return std::all_of(capitals.begin(), capitals.end(),
-                       [this](QChar unit) { return append(unit.unicode()); });
+    // What several capitals stand for is of the basic plane, and none takes more than three.
+    if (c > 0xffff || !u_hasBinaryProperty(static_cast<UChar32>(c), UCHAR_CHANGES_WHEN_UPPERCASED))
+      return false;
+    const auto unit = static_cast<char16_t>(c);
+    std::array<char16_t, 4> capitals{};
+    UErrorCode error = U_ZERO_ERROR;
+    const int32_t count = u_strToUpper(capitals.data(), capitals.size(), &unit, 1, "", &error);
+    return U_SUCCESS(error) && std::all_of(capitals.begin(), capitals.begin() + count,
+                                           [this](char16_t letter) { return append(letter); });
   }
 
   /// ISO 7064 MOD 97-10, the first four characters last.

@@ -8,7 +8,7 @@ namespace nimbrel {
 
 /// A regular expression that gives up rather than run away: each attempt at a match may take a fixed number
 /// of steps, whatever the text. Matching is case-sensitive, `^` and `$` stand for the ends of the whole text,
-/// and single surrogates in the text match nothing. Any thread.
+/// and a single surrogate is taken for U+FFFD. Any thread.
 class BoundedPattern final {
  public:
   enum class Outcome {

@@ -3,7 +3,6 @@
 #include <unicode/uchar.h>
 
 #include <algorithm>
-#include <array>
 
 #include "capture/detection/AccountNumbers.h"
 #include "capture/detection/CodePoints.h"
@@ -20,9 +19,6 @@ constexpr qsizetype kMinSecretLength = 32;
 constexpr qsizetype kMaxSecretLength = 64;
 constexpr qsizetype kMinWordLength = 20;
 constexpr qsizetype kMaxWordLength = 200;
-
-/// No character below it combines with its neighbours, but for CR LF.
-constexpr char16_t kFirstCombining = 0x300;
 
 bool fitsInBytes(QStringView text) {
   // A unit takes one to three bytes, the two of a pair four.
@@ -70,7 +66,8 @@ bool isSecret(QStringView trimmed) {
 /// Whether something that stands next to a space makes one character with it, which is then no space any more
 /// or takes what follows along (UAX #29, rules GB9 to GB9b).
 bool combines(char32_t c, std::initializer_list<UGraphemeClusterBreak> kinds) {
-  if (c < kFirstCombining) return false;
+  // The first that combines with its neighbours.
+  if (c < 0x300) return false;
   const int kind = u_getIntPropertyValue(static_cast<UChar32>(c), UCHAR_GRAPHEME_CLUSTER_BREAK);
   return std::find(kinds.begin(), kinds.end(), kind) != kinds.end();
 }
@@ -100,12 +97,7 @@ QStringView withoutPunctuation(QStringView word) {
   return word;
 }
 
-bool isPlain(QStringView text) {
-  return std::all_of(text.begin(), text.end(), [](QChar c) { return c.unicode() < kFirstCombining; });
-}
-
 bool hasWordLength(QStringView word) {
-  if (isPlain(word)) return word.size() >= kMinWordLength && word.size() <= kMaxWordLength;
   return hasCharacters(word, kMinWordLength) && !hasCharacters(word, kMaxWordLength + 1);
 }
 

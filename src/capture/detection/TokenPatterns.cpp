@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <array>
-#include <optional>
+#include <vector>
 
 namespace nimbrel {
 namespace {

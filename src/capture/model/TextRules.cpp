@@ -1,5 +1,6 @@
 #include "capture/model/TextRules.h"
 
+#include <QStringDecoder>
 #include <QTextBoundaryFinder>
 #include <algorithm>
 #include <array>
@@ -38,7 +39,9 @@ Position advance(QStringView text, qsizetype count) {
     return {units, units};
   }
   // The finder looks at all it is given: a few units for each character are enough for nearly every text.
-  const qsizetype window = count <= text.size() / 8 ? count * 8 : text.size();
+  qsizetype window = count <= text.size() / 8 ? count * 8 : text.size();
+  // Half a character at its end would pass for a whole one.
+  if (window > 0 && window < text.size() && text[window - 1].isHighSurrogate()) ++window;
   QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, text.first(window));
   qsizetype characters = 0;
   qsizetype offset = 0;
@@ -134,6 +137,18 @@ QByteArray foldedText(QStringView text) {
   const bool simple =
       std::all_of(text.begin(), text.end(), [](QChar c) { return c.unicode() < kFirstCombining; });
   return simple ? foldedByTable(text) : foldedByDecomposition(text);
+}
+
+std::optional<QString> strictUtf8(const QByteArray& bytes) {
+  QStringDecoder decoder(QStringConverter::Utf8,
+                         QStringConverter::Flag::Stateless | QStringConverter::Flag::ConvertInitialBom);
+  QString text = decoder(bytes);
+  if (decoder.hasError()) return std::nullopt;
+  return text;
+}
+
+QString encodedForPath(const QString& text) {
+  return QString::fromLatin1(text.toUtf8().toPercentEncoding("!$&'()*+,/:=@"));
 }
 
 QList<QByteArray> searchTerms(const QByteArray& foldedQuery) {

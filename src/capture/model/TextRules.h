@@ -5,6 +5,7 @@
 #include <QList>
 #include <QString>
 #include <QStringView>
+#include <optional>
 
 /// The rules about text that capture, storage, search and the interface share. "Characters" are what a reader
 /// perceives as one: extended grapheme clusters (UAX #29), with CR LF as one.
@@ -32,6 +33,13 @@ namespace nimbrel {
 /// The one function behind index bodies, queries and matching in memory. NUL becomes a space, since neither
 /// SQLite nor a search field can hold it.
 [[nodiscard]] QByteArray foldedText(QStringView text);
+
+/// The text of strictly valid UTF-8 (RFC 3629), a byte-order mark included; nothing of any other bytes.
+[[nodiscard]] std::optional<QString> strictUtf8(const QByteArray& bytes);
+
+/// The text as part of a URL's path: all characters but those that a path may hold as they are (RFC 3986,
+/// pchar and "/", without the semicolon, to which older rules give a meaning of its own) escaped as UTF-8.
+[[nodiscard]] QString encodedForPath(const QString& text);
 
 /// Splits an already folded query at Unicode white space, dropping empty pieces.
 [[nodiscard]] QList<QByteArray> searchTerms(const QByteArray& foldedQuery);

@@ -9,12 +9,17 @@
 #include <QList>
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
+#include <limits>
 #include <vector>
 
 namespace nimbrel {
 namespace {
 
-constexpr qsizetype kIndentedLevels = 32;
+constexpr qsizetype kIndent = 2;
+/// What indentation may take of a result, in bytes.
+constexpr qsizetype kMaxIndentation = 32 * 1024 * 1024;
+constexpr qsizetype kMaxIndentedLevels = 32;
 
 bool isDigit(char c) {
   return c >= '0' && c <= '9';
@@ -83,16 +88,20 @@ NumberlessJson withoutNumbers(const QByteArray& json) {
   return result;
 }
 
+/// Of values and bytes: no text has as many as could not be counted with it.
+using Index = std::uint32_t;
+constexpr qsizetype kMaxSize = std::numeric_limits<Index>::max();
+
 /// A value, or the name of a member, which stands before its value.
 struct Node {
   enum class Kind { literal, number, string, object, array };
 
   Kind kind;
   /// Where a string or a literal begins in the text of all of them; for a number, which one it is.
-  std::size_t offset = 0;
-  std::size_t length = 0;
+  Index offset = 0;
+  Index length = 0;
   /// The index after the last node inside this one.
-  std::size_t end = 0;
+  Index end = 0;
 };
 
 /// All values of a text, one after the other, as the parser tells of them.
@@ -113,6 +122,8 @@ class NodeReader final : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, 
   bool EndArray(rapidjson::SizeType) { return close(); }
 
   [[nodiscard]] const std::vector<Node>& nodes() const { return nodes_; }
+  /// False when an escape stood for half a character.
+  [[nodiscard]] bool hasWholeCharacters() const { return texts_.isValidUtf8(); }
   [[nodiscard]] QByteArrayView text(const Node& node) const {
     return QByteArrayView(texts_).sliced(static_cast<qsizetype>(node.offset),
                                          static_cast<qsizetype>(node.length));
@@ -121,41 +132,47 @@ class NodeReader final : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, 
  private:
   bool literal(QByteArrayView word) { return addText(Node::Kind::literal, word); }
   bool addText(Node::Kind kind, QByteArrayView text) {
-    const auto offset = static_cast<std::size_t>(texts_.size());
+    const auto offset = static_cast<Index>(texts_.size());
     texts_.append(text.data(), text.size());
-    return add({.kind = kind, .offset = offset, .length = static_cast<std::size_t>(text.size())});
+    return add({.kind = kind, .offset = offset, .length = static_cast<Index>(text.size())});
   }
   bool add(Node node) {
-    node.end = nodes_.size() + 1;
+    node.end = static_cast<Index>(nodes_.size() + 1);
     nodes_.push_back(node);
     return true;
   }
   bool open(Node::Kind kind) {
-    open_.push_back(nodes_.size());
+    open_.push_back(static_cast<Index>(nodes_.size()));
     return add({.kind = kind});
   }
   bool close() {
-    nodes_[open_.back()].end = nodes_.size();
+    nodes_[open_.back()].end = static_cast<Index>(nodes_.size());
     open_.pop_back();
     return true;
   }
 
   std::vector<Node> nodes_;
   QByteArray texts_;
-  std::vector<std::size_t> open_;
-  std::size_t numbers_ = 0;
+  std::vector<Index> open_;
+  Index numbers_ = 0;
 };
+
+/// How many levels deep lines are moved in a text of so many values. A container takes two lines.
+qsizetype indentedLevels(std::size_t values) {
+  const auto lines = static_cast<qsizetype>(2 * values + 1);
+  return std::clamp<qsizetype>(kMaxIndentation / kIndent / lines, 1, kMaxIndentedLevels);
+}
 
 /// Writes values anew, without calling itself for what is inside them.
 class NodeWriter final {
  public:
   NodeWriter(const NodeReader& values, const std::vector<QByteArrayView>& numbers, JsonLayout layout)
-      : values_(values), numbers_(numbers), layout_(layout) {}
+      : values_(values), numbers_(numbers), layout_(layout), levels_(indentedLevels(values.nodes().size())) {}
 
   QByteArray write() {
     writeValue(0);
     while (!open_.empty()) {
-      if (open_.back().next == open_.back().children.size())
+      if (isWritten(open_.back()))
         closeContainer();
       else
         writeChild();
@@ -164,16 +181,18 @@ class NodeWriter final {
   }
 
  private:
-  /// A container that is being written: its elements, or the names of its members in their new order.
+  /// A container that is being written.
   struct Open {
-    bool object;
-    std::vector<std::size_t> children;
-    std::size_t next = 0;
+    Index index;
+    /// The next of its elements; of its members, where in the order of them its name stands.
+    Index next;
+    /// Where the order of its members begins.
+    Index order;
   };
 
-  [[nodiscard]] const Node& node(std::size_t index) const { return values_.nodes()[index]; }
+  [[nodiscard]] const Node& node(Index index) const { return values_.nodes()[index]; }
 
-  void writeValue(std::size_t index) {
+  void writeValue(Index index) {
     const Node& value = node(index);
     switch (value.kind) {
       case Node::Kind::literal:
@@ -190,46 +209,60 @@ class NodeWriter final {
     }
   }
 
-  void openContainer(std::size_t index) {
+  [[nodiscard]] bool isObject(const Open& container) const {
+    return node(container.index).kind == Node::Kind::object;
+  }
+
+  void openContainer(Index index) {
     const bool object = node(index).kind == Node::Kind::object;
+    const bool empty = node(index).end == index + 1;
     out_ += object ? '{' : '[';
-    open_.push_back({.object = object, .children = childrenOf(index)});
-    if (!open_.back().children.empty()) return;
-    out_ += object ? '}' : ']';
-    open_.pop_back();
+    if (empty) {
+      out_ += object ? '}' : ']';
+      return;
+    }
+    const auto order = static_cast<Index>(order_.size());
+    if (object) appendOrder(index);
+    open_.push_back({.index = index, .next = object ? order : index + 1, .order = order});
+  }
+
+  [[nodiscard]] bool isWritten(const Open& container) const {
+    return container.next == (isObject(container) ? order_.size() : node(container.index).end);
   }
 
   void closeContainer() {
-    const bool object = open_.back().object;
+    const Open container = open_.back();
     open_.pop_back();
+    order_.resize(container.order);
     breakLine();
-    out_ += object ? '}' : ']';
+    out_ += isObject(container) ? '}' : ']';
   }
 
   void writeChild() {
     Open& container = open_.back();
-    if (container.next > 0) out_ += ',';
+    const bool object = isObject(container);
+    const bool first = container.next == (object ? container.order : container.index + 1);
+    if (!first) out_ += ',';
     breakLine();
-    std::size_t index = container.children[container.next++];
-    if (container.object) {
-      writeString(values_.text(node(index)));
-      out_ += layout_ == JsonLayout::indented ? ": " : ":";
-      ++index;
+    if (!object) {
+      const Index element = container.next;
+      container.next = node(element).end;
+      return writeValue(element);
     }
-    writeValue(index);
+    const Index name = order_[container.next++];
+    writeString(values_.text(node(name)));
+    out_ += layout_ == JsonLayout::indented ? ": " : ":";
+    writeValue(name + 1);
   }
 
-  [[nodiscard]] std::vector<std::size_t> childrenOf(std::size_t index) const {
-    const bool object = node(index).kind == Node::Kind::object;
-    std::vector<std::size_t> children;
-    for (std::size_t child = index + 1; child < node(index).end; child = node(object ? child + 1 : child).end)
-      children.push_back(child);
-    if (!object) return children;
+  /// Appends the names of an object's members, sorted; those of the same name stay in their order.
+  void appendOrder(Index index) {
+    const auto begin = static_cast<std::ptrdiff_t>(order_.size());
+    for (Index name = index + 1; name < node(index).end; name = node(name + 1).end)
+      order_.push_back(name);
     // The order of UTF-8 is that of code points.
-    std::stable_sort(children.begin(), children.end(), [this](std::size_t a, std::size_t b) {
-      return values_.text(node(a)) < values_.text(node(b));
-    });
-    return children;
+    std::stable_sort(order_.begin() + begin, order_.end(),
+                     [this](Index a, Index b) { return values_.text(node(a)) < values_.text(node(b)); });
   }
 
   void writeString(QByteArrayView text) {
@@ -242,29 +275,34 @@ class NodeWriter final {
   void breakLine() {
     if (layout_ == JsonLayout::compact) return;
     out_ += '\n';
-    out_.append(2 * std::min(static_cast<qsizetype>(open_.size()), kIndentedLevels), ' ');
+    out_.append(kIndent * std::min(static_cast<qsizetype>(open_.size()), levels_), ' ');
   }
 
   const NodeReader& values_;
   const std::vector<QByteArrayView>& numbers_;
   const JsonLayout layout_;
+  const qsizetype levels_;
   std::vector<Open> open_;
+  /// The sorted names of all objects that are being written, the innermost last.
+  std::vector<Index> order_;
   QByteArray out_;
 };
 
 }  // namespace
 
 std::optional<QByteArray> laidOutJson(const QByteArray& json, JsonLayout layout) {
-  // The parser takes it for the text's end.
-  if (json.contains('\0')) return std::nullopt;
+  // The parser takes a NUL for the text's end.
+  if (json.contains('\0') || json.size() > kMaxSize) return std::nullopt;
   const NumberlessJson numberless = withoutNumbers(json);
+  QByteArrayView text = numberless.text;
+  if (constexpr QByteArrayView kByteOrderMark("\xef\xbb\xbf"); text.startsWith(kByteOrderMark))
+    text = text.sliced(kByteOrderMark.size());
   constexpr unsigned kFlags = rapidjson::kParseIterativeFlag | rapidjson::kParseValidateEncodingFlag |
                               rapidjson::kParseNumbersAsStringsFlag;
-  rapidjson::MemoryStream stream(numberless.text.constData(),
-                                 static_cast<std::size_t>(numberless.text.size()));
+  rapidjson::MemoryStream stream(text.data(), static_cast<std::size_t>(text.size()));
   rapidjson::Reader reader;
   NodeReader values;
-  if (!reader.Parse<kFlags>(stream, values)) return std::nullopt;
+  if (!reader.Parse<kFlags>(stream, values) || !values.hasWholeCharacters()) return std::nullopt;
   return NodeWriter(values, numberless.numbers, layout).write();
 }
 

@@ -1,7 +1,6 @@
 #include "capture/transforms/TextTransform.h"
 
 #include <QCoreApplication>
-#include <QStringDecoder>
 #include <algorithm>
 #include <cstddef>
 
@@ -36,19 +35,6 @@ const Names& namesOf(TextTransform transform) {
   return kNames.at(static_cast<std::size_t>(transform));
 }
 
-/// What a URL's path may hold as it is (RFC 3986, section 3.3), besides letters, digits and "-._~". The
-/// semicolon is encoded: older rules give it a meaning of its own.
-constexpr const char* kPathCharacters = "!$&'()*+,/:=@";
-
-/// The text of strictly valid UTF-8, a byte-order mark included.
-std::optional<QString> textOf(const QByteArray& utf8) {
-  QStringDecoder decoder(QStringConverter::Utf8,
-                         QStringConverter::Flag::Stateless | QStringConverter::Flag::ConvertInitialBom);
-  QString text = decoder(utf8);
-  if (decoder.hasError()) return std::nullopt;
-  return text;
-}
-
 QString withoutLineBreaks(const QString& text) {
   QString joined;
   joined.reserve(text.size());
@@ -66,7 +52,7 @@ QString withoutLineBreaks(const QString& text) {
 
 std::optional<QString> urlEncoded(const QString& text) {
   if (!text.isValidUtf16()) return std::nullopt;
-  return QString::fromLatin1(text.toUtf8().toPercentEncoding(kPathCharacters));
+  return encodedForPath(text);
 }
 
 bool isHexDigit(QChar c) {
@@ -78,7 +64,7 @@ std::optional<QString> urlDecoded(const QString& text) {
     const bool complete = i + 2 < text.size() && isHexDigit(text.at(i + 1)) && isHexDigit(text.at(i + 2));
     if (!complete) return std::nullopt;
   }
-  return textOf(QByteArray::fromPercentEncoding(text.toUtf8()));
+  return strictUtf8(QByteArray::fromPercentEncoding(text.toUtf8()));
 }
 
 std::optional<QString> base64Decoded(const QString& text) {
@@ -87,7 +73,7 @@ std::optional<QString> base64Decoded(const QString& text) {
   const auto decoded = QByteArray::fromBase64Encoding(
       text.toUtf8(), QByteArray::Base64Encoding | QByteArray::AbortOnBase64DecodingErrors);
   if (!decoded) return std::nullopt;
-  return textOf(*decoded);
+  return strictUtf8(*decoded);
 }
 
 std::optional<QString> laidOut(const QString& text, JsonLayout layout) {

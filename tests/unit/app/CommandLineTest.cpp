@@ -59,13 +59,34 @@ TEST(CommandLine, ReadsTransform) {
 
 TEST(CommandLine, RefusesAMisusedTextCommand) {
   for (const QString& words :
-       {u"classify --frob"_s, u"classify a b"_s, u"classify --source"_s, u"classify --multiline --no-codes"_s,
+       {u"classify --frob"_s, u"classify a b"_s, u"classify --source"_s, u"classify --source="_s,
         u"transform"_s, u"transform frob"_s, u"transform Uppercase"_s, u"transform --frob uppercase"_s,
         u"transform uppercase a b"_s}) {
     const auto command = parseCommandLine(words.split(u' '), u"1"_s);
     ASSERT_TRUE(std::holds_alternative<PrintCommand>(command)) << qPrintable(words);
     EXPECT_EQ(std::get<PrintCommand>(command).exitStatus, 2) << qPrintable(words);
   }
+}
+
+TEST(CommandLine, SaysThatAValueIsMissing) {
+  const auto command = std::get<PrintCommand>(parseCommandLine({u"classify"_s, u"--source"_s}, u"1"_s));
+  EXPECT_TRUE(command.output.contains(u"falta"));
+  for (const QStringList& arguments :
+       {QStringList{u"classify"_s, u""_s}, QStringList{u"transform"_s, u"uppercase"_s, u""_s}})
+    EXPECT_EQ(std::get<PrintCommand>(parseCommandLine(arguments, u"1"_s)).exitStatus, 2);
+}
+
+TEST(CommandLine, TakesWhatFollowsTwoHyphensForAFile) {
+  for (const QString& file : {u"--help"_s, u"-h"_s, u"--lines"_s})
+    EXPECT_EQ(parseCommandLine({u"classify"_s, u"--"_s, file}, u"1"_s),
+              CommandLine(TextCommand(ClassifyCommand{.file = file})));
+}
+
+TEST(CommandLine, ShowsNoControlCharacters) {
+  for (const QStringList& arguments :
+       {QStringList{u"\u001b[31m"_s}, QStringList{u"classify"_s, u"--\u001b[31m"_s},
+        QStringList{u"transform"_s, u"\u001b]0;a\u0007"_s}})
+    EXPECT_FALSE(std::get<PrintCommand>(parseCommandLine(arguments, u"1"_s)).output.contains(u'\u001b'));
 }
 
 TEST(CommandLine, NamesTheTransformsWhenAnUnknownOneIsAskedFor) {

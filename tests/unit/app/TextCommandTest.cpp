@@ -1,10 +1,18 @@
 #include "app/TextCommand.h"
 
+#include <fcntl.h>
 #include <gmock/gmock.h>
+#include <unistd.h>
 
 #include <QBuffer>
 #include <QFile>
 #include <QTemporaryDir>
+#include <cerrno>
+#include <cstring>
+#include <string_view>
+#include <thread>
+
+#include "app/DescriptorDevice.h"
 
 namespace nimbrel {
 namespace {
@@ -96,6 +104,25 @@ TEST(ClassifyCommand, ObeysItsOptions) {
   EXPECT_EQ(outcomeOf(ClassifyCommand{.multiline = true}, letter).output, "hard\n");
 }
 
+TEST(ClassifyCommand, LeavesCodesOutOfALineToo) {
+  const ClassifyCommand command{.source = u"com.authy"_s, .detectCodes = false, .multiline = true};
+  EXPECT_EQ(outcomeOf(command, "123456\n").output, "none\n");
+  EXPECT_EQ(outcomeOf(command, "hola\n4111111111111111\n").output, "hard\n");
+}
+
+TEST(ClassifyCommand, LeavesAByteOrderMarkOut) {
+  EXPECT_EQ(outcomeOf(ClassifyCommand{},
+                      "\xef\xbb\xbf"
+                      "123456\n")
+                .output,
+            "soft\n");
+  EXPECT_EQ(outcomeOf(ClassifyCommand{.perLine = true},
+                      "\xef\xbb\xbf"
+                      "123456\nhola\n")
+                .output,
+            "soft\nnone\n");
+}
+
 TEST(ClassifyCommand, AnswersEachLine) {
   const ClassifyCommand lines{.perLine = true};
   EXPECT_EQ(outcomeOf(lines, "hola\n123456\r\n\n4111111111111111").output, "none\nsoft\nnone\nhard\n");
@@ -161,6 +188,63 @@ TEST(TransformCommand, SaysWhenItDoesNotApply) {
   EXPECT_EQ(outcome.status, 1);
   EXPECT_EQ(outcome.output, "");
   EXPECT_THAT(outcome.errors, HasSubstr("Formatear JSON"));
+}
+
+TEST(ClassifyCommand, AnswersALineBeforeTheNextComes) {
+  int in[2];
+  int out[2];
+  ASSERT_EQ(pipe(in), 0);
+  ASSERT_EQ(pipe(out), 0);
+  std::thread program([&] {
+    DescriptorDevice input(in[0], QIODevice::ReadOnly);
+    DescriptorDevice output(out[1], QIODevice::WriteOnly);
+    QBuffer errors;
+    errors.open(QIODevice::WriteOnly);
+    EXPECT_EQ(run(ClassifyCommand{.perLine = true}, input, output, errors), 0);
+  });
+  for (const auto& [line, answer] : {std::pair("123456\n", "soft\n"), {"hola\n", "none\n"}}) {
+    EXPECT_EQ(write(in[1], line, strlen(line)), static_cast<ssize_t>(strlen(line)));
+    char answered[5];
+    EXPECT_EQ(read(out[0], answered, 5), 5);
+    EXPECT_EQ(std::string_view(answered, 5), answer);
+  }
+  close(in[1]);
+  program.join();
+  for (const int descriptor : {in[0], out[0], out[1]})
+    close(descriptor);
+}
+
+TEST(DescriptorDevice, WaitsForAPipeThatWouldBlock) {
+  int ends[2];
+  ASSERT_EQ(pipe2(ends, O_NONBLOCK), 0);
+  const QByteArray text(1 << 20, 'a');
+  QByteArray received;
+  std::thread reader([&] {
+    DescriptorDevice input(ends[0], QIODevice::ReadOnly);
+    char piece[4096];
+    while (received.size() < text.size()) {
+      const qint64 count = input.read(piece, sizeof piece);
+      ASSERT_GT(count, 0);
+      received.append(piece, count);
+    }
+  });
+  DescriptorDevice output(ends[1], QIODevice::WriteOnly);
+  EXPECT_EQ(output.write(text), text.size());
+  reader.join();
+  EXPECT_EQ(received, text);
+  close(ends[0]);
+  close(ends[1]);
+}
+
+TEST(DescriptorDevice, SaysWhatFails) {
+  DescriptorDevice closed(-1, QIODevice::ReadWrite);
+  char byte = 0;
+  EXPECT_EQ(closed.read(&byte, 1), -1);
+  EXPECT_EQ(closed.errorString(), qt_error_string(EBADF));
+  EXPECT_EQ(closed.write("a"), -1);
+  const DescriptorDevice missing(u":/"_s);
+  EXPECT_FALSE(missing.isOpen());
+  EXPECT_EQ(missing.errorString(), qt_error_string(ENOENT));
 }
 
 TEST(TextCommand, ReadsAFile) {

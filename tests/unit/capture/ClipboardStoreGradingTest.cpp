@@ -111,6 +111,41 @@ TEST_F(Grading, OfATextFromAnotherDeviceLooksAtItsLinesToo) {
   EXPECT_TRUE(clip(0).isSensitive());
 }
 
+TEST_F(Grading, IsForgottenWhenTheHistoryIsCleared) {
+  launch();
+  grader.slow = true;
+  files.slow = true;
+  copyText(kLetter);
+  copyImage("png");
+  store().clearHistory();
+  copyText(u"después\nde borrar"_s);
+  grader.finish();
+  files.finish();
+  EXPECT_EQ(texts(), QStringList{u"después\nde borrar"_s});
+  EXPECT_TRUE(files.images.isEmpty());
+}
+
+TEST_F(Grading, RemovesTheSameTextWhenTheUserWantsNoneAnyMore) {
+  settings.sensitiveExpiry = -1;
+  launch();
+  copySecret(u"sk-secreto"_s);
+  copyText(u"otro"_s);
+  settings.sensitiveExpiry = 0;
+  copyText(u"sk-secreto"_s);
+  EXPECT_EQ(texts(), QStringList{u"otro"_s});
+}
+
+TEST_F(Grading, OfAPinnedTextThatTheUserWantsNoMoreMasksIt) {
+  launch();
+  copyText(u"sk-antes"_s);
+  store().togglePin(clip(0).id);
+  settings.sensitiveExpiry = 0;
+  copySecret(u"sk-antes"_s);
+  ASSERT_EQ(store().items().size(), 1);
+  EXPECT_TRUE(clip(0).isSensitive());
+  EXPECT_TRUE(clip(0).pinned);
+}
+
 TEST_F(Grading, EndsWithoutWaitingForGrades) {
   launch();
   grader.slow = true;

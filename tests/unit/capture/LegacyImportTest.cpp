@@ -37,7 +37,7 @@ class LegacyImportTest : public ::testing::Test {
     ASSERT_TRUE(legacy.open(QIODevice::WriteOnly));
     legacy.write(bytes);
   }
-  void run() { LegacyImport({database, cipher, defaults, clock, settings}, directory).run(); }
+  void run() { LegacyImport({database, cipher, defaults, clock, settings, files}, directory).run(); }
   [[nodiscard]] QStringList texts() {
     QStringList texts;
     for (const ClipRef& clip : database.loadAll().clips)
@@ -58,6 +58,7 @@ class LegacyImportTest : public ::testing::Test {
   testing::FakeUserDefaults defaults;
   SystemRandom random;
   HistoryCipher cipher{secrets, random};
+  BlobFiles files{directory, cipher, clock};
   ClipDatabase database{databasePath(directory), cipher};
   const QList<ClipItem> clips{textClip(u"nuevo"_s, 2000), textClip(u"viejo"_s, 1000)};
 };
@@ -177,7 +178,11 @@ TEST_F(LegacyImportTest, GradesWhatWasNeverGraded) {
   cleared.sensitive = false;
   const ClipItem code = textClip(u"123456"_s, 1000);
   write(jsonOf({key, pinned, picture, cleared, code}));
+  ASSERT_TRUE(files.saveRich("{\\rtf1 la clave}", u"A.rtf"_s));
+  ASSERT_TRUE(files.saveImage("png", u"A.png"_s));
   run();
+  EXPECT_FALSE(files.loadRichData(u"A.rtf"_s));
+  EXPECT_TRUE(files.loadImageData(u"A.png"_s));
   const auto imported = database.loadAll().clips;
   ASSERT_EQ(imported.size(), 5);
   EXPECT_TRUE(imported.at(0)->clip.isSensitive());
@@ -190,12 +195,30 @@ TEST_F(LegacyImportTest, GradesWhatWasNeverGraded) {
   EXPECT_FALSE(imported.at(4)->clip.sensitive);
 }
 
+TEST_F(LegacyImportTest, LetsACredentialLiveNoLongerThanItWasTo) {
+  ClipItem soon = textClip(u"5500005555555559"_s, 5000);
+  soon.expiresAt = clock.now() + std::chrono::seconds(10);
+  ClipItem late = textClip(u"4111 1111 1111 1111"_s, 4000);
+  late.expiresAt = clock.now() + std::chrono::seconds(10'000);
+  write(jsonOf({soon, late}));
+  run();
+  const auto imported = database.loadAll().clips;
+  ASSERT_EQ(imported.size(), 2);
+  EXPECT_EQ(imported.at(0)->clip.expiresAt, soon.expiresAt);
+  EXPECT_EQ(imported.at(1)->clip.expiresAt, clock.now() + std::chrono::seconds(300));
+}
+
 TEST_F(LegacyImportTest, KeepsNoCredentialThatTheUserDoesNotWant) {
   settings.sensitiveExpiry = 0;
   ClipItem pinned = textClip(u"4111 1111 1111 1111"_s, 4000);
   pinned.pinned = true;
-  write(jsonOf({textClip(u"5500005555555559"_s, 5000), pinned, textClip(u"texto"_s, 1000)}));
+  ClipItem picture = textClip(u""_s, 3000);
+  picture.imageFile = u"A.png"_s;
+  picture.ocrText = u"IBAN\nES9121000418450200051332"_s;
+  write(jsonOf({textClip(u"5500005555555559"_s, 5000), pinned, picture, textClip(u"texto"_s, 1000)}));
+  ASSERT_TRUE(files.saveImage("png", u"A.png"_s));
   run();
+  EXPECT_FALSE(files.loadImageData(u"A.png"_s));
   EXPECT_EQ(texts(), (QStringList{u"4111 1111 1111 1111"_s, u"texto"_s}));
   EXPECT_TRUE(names().isEmpty());
 }

@@ -134,10 +134,10 @@ QString SecretTexts::spoiled(QString text) {
 }
 
 QString SecretTexts::separator() {
-  return one(QStringList{u" "_s,      u" "_s,      u" "_s,      u"  "_s, u"\t"_s,      u"\u00a0"_s,
-                         u"\u2009"_s, u"\u3000"_s, u"\n"_s,     u"\n"_s, u"\n"_s,      u"\r\n"_s,
-                         u"\r"_s,     u"\u2028"_s, u"\u0085"_s, u"\v"_s, u" \u0301"_s, u"\u0600 "_s,
-                         u"\u180e"_s, u": "_s,     u", "_s});
+  return one(QStringList{u" "_s,       u" "_s,       u" "_s,      u"  "_s, u"\t"_s,      u"\u00a0"_s,
+                         u"\u2009"_s,  u"\u3000"_s,  u"\n"_s,     u"\n"_s, u"\n"_s,      u"\r\n"_s,
+                         u"\r"_s,      u"\u2028"_s,  u"\u0085"_s, u"\v"_s, u" \u0301"_s, u" \u200d"_s,
+                         u" \u0903"_s, u"\u0600 "_s, u"\u180e"_s, u": "_s, u", "_s});
 }
 
 QString SecretTexts::piece() {
@@ -161,7 +161,7 @@ QString SecretTexts::piece() {
     case 8:
       return run(kUpper + kDigits, 10 + number(30));
     case 9:
-      return run(kAlphanumeric, 195 + number(10));
+      return u"sk-"_s + run(kAlphanumeric, 192 + number(10));
     case 10:
       return run(u"\u0301a😀ñ字1-"_s, 1 + number(30));
     default:

@@ -96,5 +96,33 @@ TEST(SearchBody, HoldsAtMostFiftyThousandCharactersOfEach) {
   EXPECT_EQ(searchBody(clip)->size(), 100'001);
 }
 
+TEST(CharacterCount, CountsWhatAReaderSeesAsOne) {
+  for (const QString& character :
+       {u"e\u0301"_s, u"👩‍👩‍👧‍👦"_s, u"🇪🇸"_s, u"\r\n"_s, u"😀"_s, u"1️⃣"_s}) {
+    const QString nineteen = character.repeated(19);
+    EXPECT_EQ(characterCount(nineteen), 19);
+    EXPECT_FALSE(hasCharacters(nineteen, 20));
+    EXPECT_TRUE(hasCharacters(nineteen + u'a', 20));
+    EXPECT_FALSE(hasCharacters(character.repeated(200), 201));
+    EXPECT_TRUE(hasCharacters(character.repeated(201), 201));
+  }
+}
+
+TEST(FirstCharacters, CutsNoPairInHalf) {
+  // As long as what is looked at first, with the two halves on both sides of its end.
+  const QString text = u"a"_s + u"\u0301"_s.repeated(6) + u"\U0001F3FB"_s + u"b"_s.repeated(60);
+  EXPECT_EQ(firstCharacters(text, 1), text.first(9));
+}
+
+TEST(StrictUtf8, TakesTextAndNothingElse) {
+  EXPECT_EQ(strictUtf8("a\xc3\xb1o"), u"año"_s);
+  EXPECT_EQ(strictUtf8("\xef\xbb\xbf"
+                       "a"),
+            u"\ufeffa"_s);
+  EXPECT_EQ(strictUtf8(QByteArray("a\0b", 3)), QString(u"a\0b"_s));
+  for (const char* const bytes : {"\xff", "\xc3", "\xc0\x80", "\xed\xa0\x80", "\xf4\x90\x80\x80"})
+    EXPECT_EQ(strictUtf8(bytes), std::nullopt) << bytes;
+}
+
 }  // namespace
 }  // namespace nimbrel

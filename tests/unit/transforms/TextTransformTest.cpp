@@ -162,6 +162,10 @@ TEST(Base64Decode, RefusesEverythingThatIsNotStrict) {
     EXPECT_EQ(applied(base64Decode, text), std::nullopt) << qPrintable(text);
 }
 
+TEST(Base64Decode, TakesBitsThatMeanNothing) {
+  EXPECT_THAT(applied(base64Decode, u"YR=="_s), Optional(u"a"_s));
+}
+
 TEST(Base64Decode, RefusesBytesThatAreNoText) {
   EXPECT_EQ(applied(base64Decode, u"/w=="_s), std::nullopt);
   EXPECT_EQ(applied(base64Decode, u"7aCA"_s), std::nullopt);
@@ -219,23 +223,57 @@ TEST(Json, WritesStringsAnew) {
 }
 
 TEST(Json, RefusesWhatIsNoJson) {
-  for (const QString& text : {u""_s,          u" "_s,           u"{"_s,
-                              u"[1,]"_s,      u"{\"a\":1,}"_s,  u"{a:1}"_s,
-                              u"{'a':1}"_s,   u"[1 2]"_s,       u"1 2"_s,
-                              u"{} x"_s,      u"01"_s,          u"-01"_s,
-                              u"-"_s,         u"+1"_s,          u"1."_s,
-                              u".5"_s,        u"1e"_s,          u"1e+"_s,
-                              u"0x1F"_s,      u"NaN"_s,         u"Infinity"_s,
-                              u"-Infinity"_s, u"tru"_s,         u"nullx"_s,
-                              u"null5"_s,     u"1-2"_s,         u"1.2.3"_s,
-                              u"\"a"_s,       u"\"\\x\""_s,     u"\"\\u12g4\""_s,
-                              u"\"\n\""_s,    u"// a\n1"_s,     u"/**/1"_s,
-                              u"]"_s,         u"{\"a\" 1}"_s,   u"{1:1}"_s,
-                              u"[\"a\":1]"_s, u"\"\\ud800\""_s, u"\"\\udc00\\ud800\""_s,
-                              u"\ufeff{}"_s,  u"\u00a01"_s}) {
+  for (const QString& text : {u""_s,
+                              u" "_s,
+                              u"{"_s,
+                              u"[1,]"_s,
+                              u"{\"a\":1,}"_s,
+                              u"{a:1}"_s,
+                              u"{'a':1}"_s,
+                              u"[1 2]"_s,
+                              u"1 2"_s,
+                              u"{} x"_s,
+                              u"01"_s,
+                              u"-01"_s,
+                              u"-"_s,
+                              u"+1"_s,
+                              u"1."_s,
+                              u".5"_s,
+                              u"1e"_s,
+                              u"1e+"_s,
+                              u"0x1F"_s,
+                              u"NaN"_s,
+                              u"Infinity"_s,
+                              u"-Infinity"_s,
+                              u"tru"_s,
+                              u"nullx"_s,
+                              u"null5"_s,
+                              u"1-2"_s,
+                              u"1.2.3"_s,
+                              u"\"a"_s,
+                              u"\"\\x\""_s,
+                              u"\"\\u12g4\""_s,
+                              u"\"\n\""_s,
+                              u"// a\n1"_s,
+                              u"/**/1"_s,
+                              u"]"_s,
+                              u"{\"a\" 1}"_s,
+                              u"{1:1}"_s,
+                              u"[\"a\":1]"_s,
+                              u"\"\\ud800\""_s,
+                              u"\"\\udc00\\ud800\""_s,
+                              u"{}\ufeff"_s,
+                              u"\"\\udc00\""_s,
+                              u"{\"a\\ude00b\":1}"_s,
+                              u"\"\\ud800\\udc00\\udfff\""_s,
+                              u"\u00a01"_s}) {
     EXPECT_EQ(applied(compactJSON, text), std::nullopt) << qPrintable(text);
     EXPECT_EQ(applied(formatJSON, text), std::nullopt) << qPrintable(text);
   }
+}
+
+TEST(Json, LeavesAByteOrderMarkOut) {
+  EXPECT_THAT(applied(compactJSON, u"\ufeff{ }"_s), Optional(u"{}"_s));
 }
 
 TEST(Json, IsNotOverAtANul) {
