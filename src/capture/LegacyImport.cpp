@@ -5,7 +5,6 @@
 #include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
-#include <QSet>
 #include <chrono>
 
 #include "capture/SecretClips.h"
@@ -89,17 +88,17 @@ bool LegacyImport::store(const QList<ClipItem>& clips) {
   }
   // The source may go only when no power cut can take the copy.
   if (!parts_.database.saveMany(kept) || !parts_.database.checkpoint()) return false;
-  removeFilesOf(clips, kept);
+  removeUnusedFilesOf(clips);
   return true;
 }
 
-void LegacyImport::removeFilesOf(const QList<ClipItem>& before, const QList<ClipItem>& after) {
-  QSet<QString> used;
-  for (const ClipItem& clip : after)
-    used << clip.imageFile.value_or(QString()) << clip.richFile.value_or(QString());
-  for (const ClipItem& clip : before) {
-    if (clip.imageFile && !used.contains(*clip.imageFile)) parts_.files.removeImage(*clip.imageFile);
-    if (clip.richFile && !used.contains(*clip.richFile)) parts_.files.removeRich(*clip.richFile);
+void LegacyImport::removeUnusedFilesOf(const QList<ClipItem>& clips) {
+  const auto images = parts_.database.referencedImageFiles();
+  const auto rich = parts_.database.referencedRichFiles();
+  if (!images || !rich) return;
+  for (const ClipItem& clip : clips) {
+    if (clip.imageFile && !images->contains(*clip.imageFile)) parts_.files.removeImage(*clip.imageFile);
+    if (clip.richFile && !rich->contains(*clip.richFile)) parts_.files.removeRich(*clip.richFile);
   }
 }
 

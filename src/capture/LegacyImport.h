@@ -44,8 +44,8 @@ class LegacyImport final {
   [[nodiscard]] bool store(const QList<ClipItem>& clips);
   /// Grades a clip that has no grade yet; false when the user wants no such clip.
   [[nodiscard]] bool grade(ClipItem& clip) const;
-  /// Removes the files that clips had before they were graded, and have no more.
-  void removeFilesOf(const QList<ClipItem>& before, const QList<ClipItem>& after);
+  /// Removes the files that clips had in the source and that no row refers to: a credential's formatting.
+  void removeUnusedFilesOf(const QList<ClipItem>& clips);
   void setAside();
   void retireFile(const QByteArray& data);
   [[nodiscard]] QString inFolder(const QString& name) const;

@@ -223,6 +223,20 @@ TEST_F(LegacyImportTest, KeepsNoCredentialThatTheUserDoesNotWant) {
   EXPECT_TRUE(names().isEmpty());
 }
 
+TEST_F(LegacyImportTest, RemovesNoFileThatAnotherClipHas) {
+  settings.sensitiveExpiry = 0;
+  ClipItem known = textClip(u"conocido"_s, 9000);
+  known.richFile = u"A.rtf"_s;
+  ASSERT_TRUE(database.saveMany({known}));
+  ASSERT_TRUE(files.saveRich("{\\rtf1 conocido}", u"A.rtf"_s));
+  ClipItem card = textClip(u"5500005555555559"_s, 5000);
+  card.richFile = u"A.rtf"_s;
+  write(jsonOf({card}));
+  run();
+  EXPECT_EQ(texts(), QStringList{u"conocido"_s});
+  EXPECT_TRUE(files.loadRichData(u"A.rtf"_s));
+}
+
 TEST_F(LegacyImportTest, OfNothingButUnwantedCredentialsIsDoneToo) {
   settings.sensitiveExpiry = 0;
   write(jsonOf({textClip(u"5500005555555559"_s, 5000)}));
