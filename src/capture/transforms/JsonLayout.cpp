@@ -266,10 +266,10 @@ class NodeWriter final {
   }
 
   void writeString(QByteArrayView text) {
-    rapidjson::StringBuffer quoted;
-    rapidjson::Writer<rapidjson::StringBuffer> writer(quoted);
+    quoted_.Clear();
+    rapidjson::Writer<rapidjson::StringBuffer> writer(quoted_);
     writer.String(text.data(), static_cast<rapidjson::SizeType>(text.size()));
-    out_.append(quoted.GetString(), static_cast<qsizetype>(quoted.GetSize()));
+    out_.append(quoted_.GetString(), static_cast<qsizetype>(quoted_.GetSize()));
   }
 
   void breakLine() {
@@ -285,6 +285,8 @@ class NodeWriter final {
   std::vector<Open> open_;
   /// The sorted names of all objects that are being written, the innermost last.
   std::vector<Index> order_;
+  /// One string at a time, as it is written.
+  rapidjson::StringBuffer quoted_;
   QByteArray out_;
 };
 

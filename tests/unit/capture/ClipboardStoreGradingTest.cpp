@@ -2,7 +2,6 @@
 
 #include <QSignalSpy>
 
-#include "capture/DetectingTextGrader.h"
 #include "support/StoreFixture.h"
 
 namespace nimbrel {
@@ -241,36 +240,6 @@ TEST_F(Grading, OfAPinnedTextCopiedAgainMasksItAndKeepsIt) {
   EXPECT_TRUE(clip(0).pinned);
   EXPECT_FALSE(clip(0).expiresAt);
   EXPECT_TRUE(store().search(u"antes"_s).isEmpty());
-}
-
-TEST(DetectingTextGrader, TellsGradesInTheOrderOfTheTexts) {
-  DetectingTextGrader grader;
-  QList<SensitivityLevel> levels;
-  const auto remember = [&](SensitivityLevel level) { levels.append(level); };
-  grader.classifyText(u"uno\ndos\n"_s.repeated(10'000), std::nullopt, remember);
-  grader.classifyText(kLetter, std::nullopt, remember);
-  grader.classifyText(u"123456"_s, std::nullopt, remember);
-  grader.classifyText(u"123456"_s, u"com.authy"_s, remember);
-  EXPECT_TRUE(levels.isEmpty());
-  grader.finish();
-  using enum SensitivityLevel;
-  EXPECT_EQ(levels, (QList<SensitivityLevel>{none, hard, soft, hard}));
-}
-
-TEST(DetectingTextGrader, TellsNothingOnceItIsGone) {
-  bool told = false;
-  {
-    DetectingTextGrader grader;
-    grader.classifyText(kLetter, std::nullopt, [&](SensitivityLevel) { told = true; });
-  }
-  QCoreApplication::processEvents();
-  EXPECT_FALSE(told);
-}
-
-TEST(DetectingTextGrader, GradesAWholeTextAtOnce) {
-  const DetectingTextGrader grader;
-  EXPECT_EQ(grader.classify(u"123456"_s, std::nullopt, true), SensitivityLevel::soft);
-  EXPECT_EQ(grader.classify(u"123456"_s, std::nullopt, false), SensitivityLevel::none);
 }
 
 }  // namespace
