@@ -138,7 +138,7 @@ SensitivityLevel levelOf(const ClassifyCommand& command, QStringView text) {
   if (text.startsWith(QChar::ByteOrderMark)) text = text.sliced(1);
   // In a text of several lines there are no codes to leave out.
   const bool withLines =
-      command.multiline && (command.detectCodes || trimmedWhitespace(text).contains(u'\n'));
+      command.multiline && (command.detectCodes || SensitiveDetector::hasSeveralLines(text));
   if (withLines) return SensitiveDetector::classifyText(text, command.source);
   return SensitiveDetector::classify(text, command.source, command.detectCodes);
 }

@@ -3,7 +3,7 @@
 #include <QPointer>
 
 #include "capture/SecretClips.h"
-#include "capture/model/TextRules.h"
+#include "capture/detection/SensitiveDetector.h"
 #include "storage/ContentHash.h"
 
 namespace nimbrel {
@@ -30,8 +30,8 @@ void ClipRecorder::take(const CaptureText& captured) {
   clip.text = captured.text;
   const Place place = history_.takePlace();
   const SensitivityLevel level = parts_.grader.classify(clip.text, clip.sourceBundleID, true);
-  const bool hasLines = trimmedWhitespace(clip.text).contains(u'\n');
-  if (level != SensitivityLevel::none || !hasLines) return keepText(clip, level, captured.rich, place);
+  if (level != SensitivityLevel::none || !SensitiveDetector::hasSeveralLines(clip.text))
+    return keepText(clip, level, captured.rich, place);
   // Kept only once it is known what it is: a secret must not be shown or stored in clear for even a moment.
   parts_.grader.classifyText(
       clip.text, clip.sourceBundleID,

@@ -10,7 +10,7 @@
 #include <optional>
 
 #include "capture/detection/BoundedPattern.h"
-#include "capture/detection/CodePoints.h"
+#include "capture/model/CodePoints.h"
 
 namespace nimbrel {
 namespace {

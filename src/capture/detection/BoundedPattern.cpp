@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "capture/model/CodePoints.h"
+
 namespace nimbrel {
 namespace {
 
@@ -12,15 +14,10 @@ constexpr int kMaxSteps = 100'000;
 /// The text with a replacement for each single surrogate, which no pattern can be matched against.
 QString withoutSingleSurrogates(QStringView text) {
   QString repaired = text.toString();
-  for (qsizetype i = 0; i < repaired.size(); ++i) {
-    const QChar unit = repaired.at(i);
-    if (!unit.isSurrogate()) continue;
-    const bool pair =
-        unit.isHighSurrogate() && i + 1 < repaired.size() && repaired.at(i + 1).isLowSurrogate();
-    if (pair)
-      ++i;
-    else
-      repaired[i] = QChar::ReplacementCharacter;
+  for (qsizetype i = 0; i < repaired.size();) {
+    const CodePoint point = codePointAt(repaired, i);
+    if (QChar::isSurrogate(point.value)) repaired[i] = QChar::ReplacementCharacter;
+    i += point.length;
   }
   return repaired;
 }

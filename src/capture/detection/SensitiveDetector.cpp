@@ -5,8 +5,8 @@
 #include <algorithm>
 
 #include "capture/detection/AccountNumbers.h"
-#include "capture/detection/CodePoints.h"
 #include "capture/detection/TokenPatterns.h"
+#include "capture/model/CodePoints.h"
 #include "capture/model/TextRules.h"
 
 namespace nimbrel {
@@ -156,10 +156,14 @@ SensitivityLevel SensitiveDetector::classify(QStringView text, const std::option
   return secret ? SensitivityLevel::hard : SensitivityLevel::none;
 }
 
+bool SensitiveDetector::hasSeveralLines(QStringView text) {
+  return trimmedWhitespace(text).contains(u'\n');
+}
+
 SensitivityLevel SensitiveDetector::classifyText(QStringView text,
                                                  const std::optional<QString>& sourceBundleID) {
   const QStringView trimmed = trimmedWhitespace(text);
-  if (!trimmed.contains(u'\n')) return classify(trimmed, sourceBundleID, true);
+  if (!hasSeveralLines(trimmed)) return classify(trimmed, sourceBundleID, true);
   qsizetype begin = 0;
   for (qsizetype i = 0; i <= trimmed.size(); ++i) {
     if (i < trimmed.size() && !isLineBreak(trimmed[i])) continue;

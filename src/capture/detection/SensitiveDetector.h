@@ -28,6 +28,10 @@ class SensitiveDetector final {
                                                  const std::optional<QString>& sourceBundleID,
                                                  bool detectCodes);
 
+  /// Whether a text has several lines, those around it that are blank left out: `classifyText` then sees more
+  /// than `classify`.
+  [[nodiscard]] static bool hasSeveralLines(QStringView text);
+
   /// Grades a text of any length; one of several lines is hard when any of its lines is, or any word of 20 to
   /// 200 characters in it without the punctuation around it, or when a line holds a card number or an IBAN.
   /// One-time codes count only in a text of one line.

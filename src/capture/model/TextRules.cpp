@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <array>
 
+#include "capture/model/CodePoints.h"
+
 namespace nimbrel {
 namespace {
 
@@ -67,16 +69,13 @@ QByteArray foldedByDecomposition(QStringView text) {
   const QString decomposed = text.toString().normalized(QString::NormalizationForm_D);
   QString stripped;
   stripped.reserve(decomposed.size());
-  for (qsizetype i = 0; i < decomposed.size(); ++i) {
-    const QChar unit = decomposed[i];
-    const bool pair =
-        unit.isHighSurrogate() && i + 1 < decomposed.size() && decomposed[i + 1].isLowSurrogate();
-    const char32_t codePoint = pair ? QChar::surrogateToUcs4(unit, decomposed[i + 1]) : unit.unicode();
-    if (!isCombiningMark(codePoint)) {
-      stripped += codePoint == 0 ? QChar(u' ') : unit;
-      if (pair) stripped += decomposed[i + 1];
-    }
-    if (pair) ++i;
+  for (qsizetype i = 0; i < decomposed.size();) {
+    const CodePoint point = codePointAt(decomposed, i);
+    if (point.value == 0)
+      stripped += u' ';
+    else if (!isCombiningMark(point.value))
+      stripped += QStringView(decomposed).sliced(i, point.length);
+    i += point.length;
   }
   // Folding can decompose once more (U+0130 folds to i and a dot above), hence the marks go last again.
   QString folded = stripped.toCaseFolded();
