@@ -70,6 +70,7 @@ class NoImageTexts final : public ImageTextQueue {
   void setHandler(Recognized) override {}
   void enqueue(const QUuid&, const QString&) override {}
   void cancel(const QUuid&) override {}
+  void cancelAll() override {}
 };
 
 /// A database file with clips, and a store on it.
@@ -104,7 +105,7 @@ class Bench final {
   OneKey secrets;
   SystemRandom random;
   HistoryCipher cipher;
-  AppSettings settings;
+  SettingsValues settings;
   QuietPasteboard pasteboard;
   NoWorkspace workspace;
   SystemClock clock;

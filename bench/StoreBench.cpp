@@ -186,8 +186,12 @@ void import(benchmark::State& state) {
   const QByteArray json = QJsonDocument(array).toJson(QJsonDocument::Compact);
   class NoDefaults final : public UserDefaults {
    public:
-    [[nodiscard]] std::optional<QByteArray> data(const QString&) const override { return {}; }
+    [[nodiscard]] std::optional<DefaultsValue> value(const QString&) const override { return {}; }
+    void set(const QString&, const DefaultsValue&) override {}
+    void synchronize() override {}
     [[nodiscard]] bool remove(const QString&) override { return true; }
+    [[nodiscard]] bool isIntact() const override { return true; }
+    void markDamaged() override {}
   } defaults;
   for (auto _ : state) {
     state.PauseTiming();

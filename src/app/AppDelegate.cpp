@@ -22,11 +22,12 @@ AppDelegate::AppDelegate(Platform& platform, HistoryCipher& cipher, std::unique_
     : platform_(platform),
       storageDirectory_(storageDirectory),
       permission_(*platform.accessibility),
+      settings_(*platform.defaults),
       blobs_(storageDirectory, cipher, clock_),
       files_(blobs_, *platform.imageCodec),
       database_(std::move(database)),
       imageTexts_(files_, *platform.textRecognizer),
-      store_({.settings = settings_,
+      store_({.settings = settings_.values(),
               .pasteboard = *platform.pasteboard,
               .workspace = *platform.workspace,
               .clock = clock_,
@@ -55,18 +56,38 @@ void AppDelegate::applicationDidFinishLaunching() {
                                                         .clock = clock_,
                                                         .makeWindow = platform_.makePanelWindow});
   refreshStatusItem();
-  dispatcher_ = std::make_unique<HotKeyDispatcher>(*platform_.hotKeys);
-  hotKey_ = std::make_unique<HotKey>(*dispatcher_, [this] { panel_->togglePanel(); });
-  registerHotKey(*hotKey_, settings_.hotKey);
-  nextHotKey_ = std::make_unique<HotKey>(*dispatcher_, [this] { pasteNextQueued(); });
-  registerHotKey(*nextHotKey_, settings_.nextHotKey);
+  registerHotKeys();
+  obeySettings();
   const auto interrupted = blobs_.loadPendingTexts();
   imageTexts_.setPendingHandler([this](const auto& ids) { files_.rememberPendingTexts(ids); });
-  if (settings_.ocrEnabled) store_.recognizeTexts(interrupted);
+  if (settings_.values().ocrEnabled) store_.recognizeTexts(interrupted);
   // The first seconds belong to the user.
   sweepTimer_.setSingleShot(true);
   connect(&sweepTimer_, &QTimer::timeout, this, [this] { sweepOrphans(); });
   sweepTimer_.start(kSweepDelay);
+}
+
+void AppDelegate::registerHotKeys() {
+  dispatcher_ = std::make_unique<HotKeyDispatcher>(*platform_.hotKeys);
+  hotKey_ = std::make_unique<HotKey>(*dispatcher_, [this] { panel_->togglePanel(); });
+  registerHotKey(*hotKey_, settings_.values().hotKey);
+  nextHotKey_ = std::make_unique<HotKey>(*dispatcher_, [this] { pasteNextQueued(); });
+  registerHotKey(*nextHotKey_, settings_.values().nextHotKey);
+  const auto applier = [this](HotKey& hotKey, HotKeyCombo SettingsValues::*chosen) {
+    return [this, &hotKey, chosen](const HotKeyCombo& combo) {
+      if (hotKey.registerCombo(combo)) return true;
+      registerHotKey(hotKey, settings_.values().*chosen);
+      return false;
+    };
+  };
+  settings_.setHotKeyAppliers(applier(*hotKey_, &SettingsValues::hotKey),
+                              applier(*nextHotKey_, &SettingsValues::nextHotKey));
+}
+
+void AppDelegate::obeySettings() {
+  connect(&settings_, &AppSettings::maxUnpinnedChanged, &store_, &ClipboardStore::trimToCapacity);
+  connect(&settings_, &AppSettings::ocrEnabledChanged, &store_, &ClipboardStore::recognitionSwitched);
+  connect(&settings_, &AppSettings::richEnabledChanged, &store_, &ClipboardStore::formatsSwitched);
 }
 
 void AppDelegate::sweepOrphans() {

@@ -44,7 +44,9 @@ class AppDelegate final : public QObject {
   void showPanel();
 
  private:
+  void registerHotKeys();
   void registerHotKey(HotKey& hotKey, const HotKeyCombo& combo);
+  void obeySettings();
   void refreshStatusItem();
   void pasteNextQueued();
   void sweepOrphans();

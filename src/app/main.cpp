@@ -90,9 +90,8 @@ int runApplication(int argc, char** argv) {
   const QString directory = makeStorageDirectory(userDataFolder());
   std::unique_ptr<ClipDatabase> database;
   // The key store may ask the user to unlock it, and an older history may be large.
-  const bool opened = inBackground(*platform.termination, [&] {
-    database = openHistory(directory, cipher, *platform.defaults, clock, AppSettings{});
-  });
+  const bool opened = inBackground(
+      *platform.termination, [&] { database = openHistory(directory, cipher, *platform.defaults, clock); });
   if (!opened) return 0;
   AppDelegate delegate(platform, cipher, std::move(database), directory);
   platform.termination->setHandler([] { QApplication::quit(); });

@@ -23,7 +23,7 @@ bool carriesIgnoredType(const PasteboardSnapshot& snapshot) {
 /// The source of the content, or nothing when its application is ignored.
 std::optional<ClipSource> allowedSource(const PasteboardSnapshot& snapshot,
                                         const std::optional<RunningApplication>& frontmost,
-                                        const AppSettings& settings) {
+                                        const SettingsValues& settings) {
   if (snapshot.types.contains(pasteboardType::remoteClipboard.toString()))
     return remoteSource(RemoteDeviceType::universal, QStringLiteral("Portapapeles Universal"));
   const auto& front = snapshot.frontApplication ? snapshot.frontApplication : frontmost;
@@ -74,7 +74,7 @@ bool textIsTooLarge(const PasteboardSnapshot& snapshot) {
 
 }  // namespace
 
-PasteboardReadPolicy captureReadPolicy(const AppSettings& settings) {
+PasteboardReadPolicy captureReadPolicy(const SettingsValues& settings) {
   return {.ignoredTypes = ignoredTypes(),
           .maxTextBytes = kMaxTextBytes,
           .maxImageBytes = kMaxImageBytes,
@@ -84,7 +84,7 @@ PasteboardReadPolicy captureReadPolicy(const AppSettings& settings) {
 
 CaptureDecision decideCapture(const PasteboardSnapshot& snapshot,
                               const std::optional<RunningApplication>& frontmost,
-                              const AppSettings& settings) {
+                              const SettingsValues& settings) {
   if (snapshot.types.isEmpty() || carriesIgnoredType(snapshot)) return CaptureNothing{};
   const auto source = allowedSource(snapshot, frontmost, settings);
   if (!source) return CaptureNothing{};

@@ -9,7 +9,7 @@
 #include "capture/model/RichContent.h"
 #include "platform/PasteboardReadPolicy.h"
 #include "platform/PasteboardSnapshot.h"
-#include "settings/model/AppSettings.h"
+#include "settings/model/SettingsValues.h"
 
 namespace nimbrel {
 
@@ -44,13 +44,13 @@ struct CaptureImage final {
 using CaptureDecision = std::variant<CaptureNothing, CaptureFiles, CaptureText, CaptureImage>;
 
 /// What capture wants read of a change, and how much of it at most.
-[[nodiscard]] PasteboardReadPolicy captureReadPolicy(const AppSettings& settings);
+[[nodiscard]] PasteboardReadPolicy captureReadPolicy(const SettingsValues& settings);
 
 /// Decides by the marks on the content, its source, and its formats in the order file, text, image.
 /// `frontmost` is the application in front now, used when the snapshot does not say which one was when it was
 /// taken.
 [[nodiscard]] CaptureDecision decideCapture(const PasteboardSnapshot& snapshot,
                                             const std::optional<RunningApplication>& frontmost,
-                                            const AppSettings& settings);
+                                            const SettingsValues& settings);
 
 }  // namespace nimbrel

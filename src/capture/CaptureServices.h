@@ -94,6 +94,9 @@ class ImageTextQueue {
 
   /// Forgets a clip, whether it waits or is being read.
   virtual void cancel(const QUuid& id) = 0;
+
+  /// Forgets all of them.
+  virtual void cancelAll() = 0;
 };
 
 }  // namespace nimbrel

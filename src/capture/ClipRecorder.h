@@ -9,13 +9,13 @@
 #include "capture/ClipHistory.h"
 #include "capture/Thumbnails.h"
 #include "platform/Clock.h"
-#include "settings/model/AppSettings.h"
+#include "settings/model/SettingsValues.h"
 
 namespace nimbrel {
 
 /// What recording works with; everything outlives it.
 struct ClipRecorderParts final {
-  const AppSettings& settings;
+  const SettingsValues& settings;
   const Clock& clock;
   TextGrader& grader;
   SideFiles& files;

@@ -194,6 +194,21 @@ void ClipboardStore::setRecognizedText(const QUuid& id, const QString& text) {
                              });
 }
 
+void ClipboardStore::trimToCapacity() {
+  history_.trim(parts_.settings.maxUnpinned);
+}
+
+void ClipboardStore::recognitionSwitched() {
+  if (parts_.settings.ocrEnabled)
+    recognizeMissingTexts();
+  else
+    parts_.imageTexts.cancelAll();
+}
+
+void ClipboardStore::formatsSwitched() {
+  parts_.pasteboard.setReadPolicy(captureReadPolicy(parts_.settings));
+}
+
 void ClipboardStore::recognizeMissingTexts() {
   QList<QUuid> ids;
   for (qsizetype row = 0; row < items().size(); ++row)

@@ -18,14 +18,14 @@
 #include "platform/ImageCodec.h"
 #include "platform/Pasteboard.h"
 #include "platform/Workspace.h"
-#include "settings/model/AppSettings.h"
+#include "settings/model/SettingsValues.h"
 #include "storage/ClipDatabase.h"
 
 namespace nimbrel {
 
 /// What the store works with; everything outlives it.
 struct ClipboardStoreParts final {
-  const AppSettings& settings;
+  const SettingsValues& settings;
   Pasteboard& pasteboard;
   const Workspace& workspace;
   const Clock& clock;
@@ -99,8 +99,14 @@ class ClipboardStore final : public QObject {
   void addToQueue(const QUuid& id);
   void removeFromQueue(const QUuid& id);
 
-  /// Queues the images whose text has not been looked for; for when the user switches recognition on.
-  void recognizeMissingTexts();
+  /// Removes the oldest clips that are more than the history may hold by now.
+  void trimToCapacity();
+
+  /// Looks for the text of the images that have none, or stops looking, as is chosen by now.
+  void recognitionSwitched();
+
+  /// Keeps formats of what is copied from now on, or does not, as is chosen by now. What is kept stays.
+  void formatsSwitched();
 
   /// Queues those of these clips that are images without recognised text: what was interrupted.
   void recognizeTexts(const QList<QUuid>& ids);
@@ -128,6 +134,7 @@ class ClipboardStore final : public QObject {
   void pauseChanged(bool paused);
 
  private:
+  void recognizeMissingTexts();
   void captureAll(const QList<PasteboardSnapshot>& snapshots);
   [[nodiscard]] bool wasPausedAt(std::optional<std::chrono::steady_clock::time_point> moment) const;
   bool write(const PasteboardContent& content);

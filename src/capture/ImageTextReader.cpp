@@ -44,7 +44,7 @@ void ImageTextReader::enqueue(const QUuid& id, const QString& imageFile) {
   const bool known =
       std::any_of(ocrPending_.begin(), ocrPending_.end(), [&](const Task& task) { return task.id == id; });
   if (known) return;
-  ocrPending_.append({id, imageFile});
+  ocrPending_.append({++lastNumber_, id, imageFile});
   tellPending();
   if (!reading_) startNext();
 }
@@ -52,6 +52,13 @@ void ImageTextReader::enqueue(const QUuid& id, const QString& imageFile) {
 void ImageTextReader::cancel(const QUuid& id) {
   if (reading_ && !ocrPending_.isEmpty() && ocrPending_.first().id == id) stop_.request_stop();
   if (ocrPending_.removeIf([&](const Task& task) { return task.id == id; }) > 0) tellPending();
+}
+
+void ImageTextReader::cancelAll() {
+  if (ocrPending_.isEmpty()) return;
+  if (reading_) stop_.request_stop();
+  ocrPending_.clear();
+  tellPending();
 }
 
 void ImageTextReader::tellPending() const {
@@ -67,15 +74,16 @@ void ImageTextReader::startNext() {
   if (!reading_) return;
   stop_ = std::stop_source();
   queue_.post([this, task = ocrPending_.first(), stop = stop_.get_token()] {
-    calls_.post([this, id = task.id, text = recognizeText(files_, recognizer_, task.imageFile, stop)] {
-      finish(id, text);
+    calls_.post([this, task, text = recognizeText(files_, recognizer_, task.imageFile, stop)] {
+      finish(task, text);
     });
   });
 }
 
-void ImageTextReader::finish(const QUuid& id, const std::optional<QString>& text) {
-  const bool wanted = ocrPending_.removeIf([&](const Task& task) { return task.id == id; }) > 0;
-  if (wanted && text && handler_) handler_(id, *text);
+void ImageTextReader::finish(const Task& task, const std::optional<QString>& text) {
+  const bool wanted =
+      ocrPending_.removeIf([&](const Task& pending) { return pending.number == task.number; }) > 0;
+  if (wanted && text && handler_) handler_(task.id, *text);
   if (wanted) tellPending();
   startNext();
 }

@@ -33,27 +33,31 @@ class ImageTextReader final : public ImageTextQueue {
   void setHandler(Recognized handler) override { handler_ = std::move(handler); }
   void enqueue(const QUuid& id, const QString& imageFile) override;
   void cancel(const QUuid& id) override;
+  void cancelAll() override;
 
   /// How many images are not finished.
   [[nodiscard]] qsizetype pendingCount() const { return ocrPending_.size(); }
 
  private:
   struct Task {
+    /// Tells a task from an earlier one for the same clip.
+    quint64 number;
     QUuid id;
     QString imageFile;
   };
 
   void tellPending() const;
   void startNext();
-  void finish(const QUuid& id, const std::optional<QString>& text);
+  void finish(const Task& task, const std::optional<QString>& text);
 
   SideFiles& files_;
   TextRecognizer& recognizer_;
   Recognized handler_;
   std::function<void(const QList<QUuid>&)> pendingHandler_;
-  /// The first one is being read.
+  /// The first one is being read, unless it took the place of one that is being given up.
   QList<Task> ocrPending_;
   bool reading_ = false;
+  quint64 lastNumber_ = 0;
   std::stop_source stop_;
   MainThreadCalls calls_;
   // Last member, first to go: what it still runs uses all of the above.

@@ -8,7 +8,7 @@
 #include "capture/model/ClipItem.h"
 #include "platform/Clock.h"
 #include "platform/UserDefaults.h"
-#include "settings/model/AppSettings.h"
+#include "settings/model/SettingsValues.h"
 #include "storage/BlobFiles.h"
 #include "storage/ClipDatabase.h"
 #include "storage/HistoryCipher.h"
@@ -21,7 +21,7 @@ struct LegacyImportParts final {
   HistoryCipher& cipher;
   UserDefaults& defaults;
   const Clock& clock;
-  const AppSettings& settings;
+  const SettingsValues& settings;
   BlobFiles& files;
 };
 

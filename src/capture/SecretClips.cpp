@@ -11,15 +11,15 @@ void becomeSensitive(ClipItem& clip) {
   clip.richHash.reset();
 }
 
-bool markSecret(ClipItem& clip, SensitivityLevel level, const AppSettings& settings, Timestamp now) {
+bool markSecret(ClipItem& clip, SensitivityLevel level, const SettingsValues& settings, Timestamp now) {
   if (level == SensitivityLevel::none) return true;
-  const int expiry =
+  const qint64 expiry =
       level == SensitivityLevel::soft ? settings.softSensitiveExpiry : settings.sensitiveExpiry;
   becomeSensitive(clip);
   if (clip.pinned) return true;
   // One that was to go sooner still does.
   if (expiry > 0) {
-    const Timestamp end = now + std::chrono::seconds(expiry);
+    const Timestamp end = now + std::chrono::duration<double>(static_cast<double>(expiry));
     clip.expiresAt = std::min(clip.expiresAt.value_or(end), end);
   }
   return expiry != 0;

@@ -48,7 +48,7 @@ class RealHistory final {
   SystemRandom random;
   SystemClock clock;
   HistoryCipher cipher;
-  AppSettings settings;
+  SettingsValues settings;
   FakePasteboard pasteboard;
   FakeWorkspace workspace;
   DetectingTextGrader grader;

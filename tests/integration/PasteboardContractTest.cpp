@@ -50,7 +50,7 @@ class X11Subject final : public Subject {
 template <typename Kind>
 class PasteboardContract : public ::testing::Test {
  protected:
-  PasteboardContract() { pasteboard.setReadPolicy(captureReadPolicy(AppSettings{})); }
+  PasteboardContract() { pasteboard.setReadPolicy(captureReadPolicy(SettingsValues{})); }
 
   /// Copies elsewhere and waits until the pasteboard knows.
   void copy(const QString& text) {

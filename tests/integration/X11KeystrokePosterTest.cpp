@@ -24,7 +24,7 @@ void xdotool(const QStringList& arguments) {
 TEST(X11KeystrokePosterTest, PastesWhileTheHotKeyIsStillHeldDown) {
   DesktopEntries entries{{}};
   X11Pasteboard pasteboard{entries};
-  pasteboard.setReadPolicy(captureReadPolicy(AppSettings{}));
+  pasteboard.setReadPolicy(captureReadPolicy(SettingsValues{}));
   X11Session session;
   X11HotKeyRegistrar registrar(session);
   X11KeystrokePoster poster(session, entries, pasteboard);

@@ -20,7 +20,7 @@ class X11PasteboardFixture : public ::testing::Test {
   X11PasteboardFixture() {
     // The owner of the test before is gone, but the server may not have noticed yet.
     EXPECT_TRUE(QTest::qWaitFor([this] { return !requestor.hasOwner(); }));
-    pasteboard.setReadPolicy(captureReadPolicy(AppSettings{}));
+    pasteboard.setReadPolicy(captureReadPolicy(SettingsValues{}));
     pasteboard.setChangeHandler([this] { collect(); });
   }
 

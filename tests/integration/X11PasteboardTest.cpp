@@ -71,7 +71,7 @@ TEST_F(X11PasteboardTest, DoesNotReportWhatWasThereBefore) {
   ASSERT_TRUE(captured(u"de antes"_s));
   DesktopEntries none{{}};
   X11Pasteboard later(none);
-  later.setReadPolicy(captureReadPolicy(AppSettings{}));
+  later.setReadPolicy(captureReadPolicy(SettingsValues{}));
   ASSERT_TRUE(QTest::qWaitFor([&] { return later.currentText() == u"de antes"_s; }));
   EXPECT_EQ(later.changeCount(), 0);
   EXPECT_TRUE(later.changesAfter(0).isEmpty());

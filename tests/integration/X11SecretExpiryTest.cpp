@@ -25,7 +25,7 @@ class X11SecretExpiryTest : public testing::X11PasteboardFixture {
     });
   }
 
-  AppSettings settings;
+  SettingsValues settings;
   testing::FakeWorkspace workspace;
   testing::ManualClock clock;
   testing::FakeSecretStore secrets;

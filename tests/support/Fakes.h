@@ -127,14 +127,26 @@ class FakeSecretStore final : public SecretStore {
 
 class FakeUserDefaults final : public UserDefaults {
  public:
-  [[nodiscard]] std::optional<QByteArray> data(const QString& key) const override {
+  [[nodiscard]] std::optional<DefaultsValue> value(const QString& key) const override {
     return values.contains(key) ? std::optional(values.value(key)) : std::nullopt;
   }
+  void set(const QString& key, const DefaultsValue& given) override {
+    values.insert(key, given);
+    written.append(key);
+  }
+  void synchronize() override { stored = values; }
+  [[nodiscard]] bool isIntact() const override { return intact; }
+  void markDamaged() override { intact = false; }
   [[nodiscard]] bool remove(const QString& key) override {
     if (!failWrites) values.remove(key);
     return !failWrites;
   }
-  QHash<QString, QByteArray> values;
+  QHash<QString, DefaultsValue> values;
+  /// The values that would be there after a restart.
+  QHash<QString, DefaultsValue> stored;
+  /// The keys that were set, in order.
+  QStringList written;
+  bool intact = true;
   bool failWrites = false;
 };
 
@@ -255,6 +267,10 @@ class FakeImageTextQueue final : public ImageTextQueue {
   void setHandler(Recognized given) override { handler = std::move(given); }
   void enqueue(const QUuid& id, const QString&) override { queued.append(id); }
   void cancel(const QUuid& id) override { cancelled.append(id); }
+  void cancelAll() override {
+    cancelled += queued;
+    queued.clear();
+  }
 
   Recognized handler;
   QList<QUuid> queued;

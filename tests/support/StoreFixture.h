@@ -45,7 +45,7 @@ class StoreFixture : public ::testing::Test {
   [[nodiscard]] QString path(const QString& name) const { return folder_.filePath(name); }
 
   LogRecorder log;
-  AppSettings settings;
+  SettingsValues settings;
   FakePasteboard pasteboard;
   FakeWorkspace workspace;
   ManualClock clock;

@@ -11,7 +11,13 @@ inline constexpr quint32 command = 256;
 inline constexpr quint32 shift = 512;
 inline constexpr quint32 option = 2048;
 inline constexpr quint32 control = 4096;
+inline constexpr quint32 all = command | shift | option | control;
 }  // namespace hotKeyModifier
+
+/// Whether these modifiers make a key a combination: Shift alone does not, which only types something else.
+[[nodiscard]] constexpr bool isHotKeyMask(quint32 modifiers) {
+  return (modifiers & (hotKeyModifier::command | hotKeyModifier::option | hotKeyModifier::control)) != 0;
+}
 
 /// A key combination: a layout-independent virtual key code (9 is the position of V on an ANSI keyboard), the
 /// Carbon modifier mask, and the label shown for the key.

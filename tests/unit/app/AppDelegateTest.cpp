@@ -45,7 +45,7 @@ class AppDelegateTest : public ::testing::Test {
 
   void start() {
     delegate = std::make_unique<AppDelegate>(
-        platform, *cipher, openHistory(directory, *cipher, *platform.defaults, clock, settings), directory);
+        platform, *cipher, openHistory(directory, *cipher, *platform.defaults, clock), directory);
     delegate->applicationDidFinishLaunching();
   }
   void copy(const QString& text) {
@@ -66,7 +66,6 @@ class AppDelegateTest : public ::testing::Test {
   QTemporaryDir home;
   QString directory = makeStorageDirectory(home.path());
   SystemClock clock;
-  AppSettings settings;
   SystemRandom random;
   Platform platform;
   FakeSecretStore* secrets = nullptr;
@@ -186,8 +185,8 @@ TEST_F(AppDelegateTest, ARecognitionThatFailedIsNotTriedAgainAtTheNextStart) {
 TEST_F(AppDelegateTest, AnOlderHistoryIsThereAtTheFirstLaunch) {
   delegate.reset();
   defaults->values.insert(u"clipboardItems"_s,
-                          R"([{"id": "11111111-2222-3333-4444-555555555555", "text": "antiguo",
-                              "date": 700000000, "pinned": true}])");
+                          QByteArray(R"([{"id": "11111111-2222-3333-4444-555555555555", "text": "antiguo",
+                                         "date": 700000000, "pinned": true}])"));
   start();
   ASSERT_EQ(delegate->store().items().size(), 1);
   EXPECT_EQ(delegate->store().items().at(0)->clip.text, u"antiguo");

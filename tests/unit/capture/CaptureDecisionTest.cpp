@@ -29,7 +29,7 @@ class CaptureDecisionTest : public ::testing::Test {
 
   PasteboardSnapshot snapshot;
   std::optional<RunningApplication> front = RunningApplication{u"org.kde.kate"_s, u"Kate"_s, 1};
-  AppSettings settings;
+  SettingsValues settings;
 };
 
 TEST_F(CaptureDecisionTest, OfNothingIsNothing) {

@@ -217,7 +217,7 @@ TEST_F(Organizing, AnImageWithoutTextHasAnEmptyOneAndAddsNothingToTheSearch) {
   imageTexts.handler(clip(0).id, QString());
   EXPECT_EQ(clip(0).ocrText, QString());
   EXPECT_FALSE(searchBody(clip(0)));
-  store().recognizeMissingTexts();
+  store().recognitionSwitched();
   EXPECT_EQ(imageTexts.queued.size(), 1);
 }
 
@@ -255,7 +255,7 @@ TEST_F(Organizing, SwitchingRecognitionOnQueuesTheImagesWithoutText) {
   copyImage("two");
   EXPECT_TRUE(imageTexts.queued.isEmpty());
   settings.ocrEnabled = true;
-  store().recognizeMissingTexts();
+  store().recognitionSwitched();
   EXPECT_EQ(imageTexts.queued, (QList<QUuid>{clip(0).id, clip(1).id}));
 }
 
@@ -407,6 +407,44 @@ TEST_F(Organizing, WithACapacityAndPinnedClipsTheHistoryHoldsBoth) {
     if (i % 5 == 0) store().togglePin(clip(0).id);
   }
   EXPECT_EQ(store().items().size(), 3 + 4);
+}
+
+TEST_F(Organizing, ASmallerCapacityTrimsAtOnceAndSparesThePinnedClips) {
+  launch();
+  for (const auto& text : {u"a"_s, u"b"_s, u"c"_s, u"d"_s})
+    copyText(text);
+  store().togglePin(clip(3).id);
+  settings.maxUnpinned = 2;
+  EXPECT_EQ(texts().size(), 4);
+  store().trimToCapacity();
+  EXPECT_EQ(texts(), (QStringList{u"d"_s, u"c"_s, u"a"_s}));
+  EXPECT_EQ(database().count(), 3);
+}
+
+TEST_F(Organizing, SwitchingRecognitionOffForgetsTheImagesThatWait) {
+  launch();
+  copyImage("png");
+  ASSERT_EQ(imageTexts.queued.size(), 1);
+  settings.ocrEnabled = false;
+  store().recognitionSwitched();
+  EXPECT_TRUE(imageTexts.queued.isEmpty());
+  copyImage("other");
+  EXPECT_TRUE(imageTexts.queued.isEmpty());
+}
+
+TEST_F(Organizing, SwitchingFormatsOffKeepsThoseThatAreKept) {
+  launch();
+  copyRtf(u"a"_s, "{rtf}");
+  ASSERT_TRUE(clip(0).richFile);
+  settings.richEnabled = false;
+  store().formatsSwitched();
+  EXPECT_FALSE(pasteboard.policy.wantsRichText);
+  copyRtf(u"b"_s, "{rtf}");
+  EXPECT_FALSE(clip(0).richFile);
+  EXPECT_TRUE(clip(1).richFile);
+  settings.richEnabled = true;
+  store().formatsSwitched();
+  EXPECT_TRUE(pasteboard.policy.wantsRichText);
 }
 
 }  // namespace

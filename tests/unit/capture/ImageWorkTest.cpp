@@ -265,6 +265,23 @@ TEST_F(ImageTextReaderTest, ACancelledImageIsForgottenWhetherItWaitsOrIsBeingRea
   EXPECT_TRUE(log.lines().isEmpty());
 }
 
+TEST_F(ImageTextReaderTest, WhatIsQueuedAgainAfterAllWasCancelledIsRead) {
+  recognizer.endless = true;
+  ImageTextReader reader(files, recognizer);
+  listen(reader);
+  QList<QUuid> pending;
+  reader.setPendingHandler([&](const auto& waiting) { pending = waiting; });
+  reader.enqueue(a, u"A.png"_s);
+  reader.enqueue(b, u"B.png"_s);
+  ASSERT_TRUE(waitUntil([&] { return recognizer.calls == 1; }));
+  reader.cancelAll();
+  EXPECT_TRUE(pending.isEmpty());
+  recognizer.endless = false;
+  reader.enqueue(a, u"A.png"_s);
+  ASSERT_TRUE(waitUntil([&] { return reader.pendingCount() == 0; }));
+  EXPECT_EQ(ids, QList<QUuid>{a});
+}
+
 TEST_F(ImageTextReaderTest, EndingDoesNotWaitForAPictureThatNeverEnds) {
   recognizer.endless = true;
   {

@@ -53,7 +53,7 @@ class LegacyImportTest : public ::testing::Test {
   QTemporaryDir home;
   QString directory = makeStorageDirectory(home.path());
   testing::ManualClock clock;
-  AppSettings settings;
+  SettingsValues settings;
   testing::FakeSecretStore secrets;
   testing::FakeUserDefaults defaults;
   SystemRandom random;
@@ -292,7 +292,7 @@ TEST_F(LegacyImportTest, ThatWaitsOrFailedKeepsItsFilesFromTheSweep) {
   run();
   EXPECT_TRUE(holdsUnimportedHistory(directory, defaults));
   ASSERT_TRUE(QFile::remove(file(names().first())));
-  defaults.values.insert(u"clipboardItems"_s, "garbage");
+  defaults.values.insert(u"clipboardItems"_s, QByteArray("garbage"));
   EXPECT_TRUE(holdsUnimportedHistory(directory, defaults));
 }
 

@@ -95,7 +95,7 @@ class SecretTraces : public ::testing::TestWithParam<bool> {
   testing::LogRecorder log;
   QTemporaryDir home;
   QString directory = makeStorageDirectory(home.path());
-  AppSettings settings;
+  SettingsValues settings;
   testing::FakePasteboard pasteboard;
   testing::FakeWorkspace workspace;
   testing::ManualClock clock;

@@ -1,10 +1,16 @@
 #include "platform/linux/JsonUserDefaults.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QJsonDocument>
 #include <QTemporaryDir>
+#include <limits>
+
+#include "support/LogRecorder.h"
 
 namespace nimbrel {
 namespace {
@@ -18,8 +24,9 @@ class JsonUserDefaultsTest : public ::testing::Test {
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.write(bytes);
   }
-  [[nodiscard]] QByteArray content() const {
-    QFile file(path);
+  [[nodiscard]] QByteArray content() const { return contentOf(u"defaults.json"_s); }
+  [[nodiscard]] QByteArray contentOf(const QString& name) const {
+    QFile file(folder.filePath(name));
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
   }
 
@@ -47,9 +54,125 @@ TEST_F(JsonUserDefaultsTest, RemovesOneKeyForGoodAndKeepsTheOthers) {
 TEST_F(JsonUserDefaultsTest, LeavesAFileAloneThatItCannotRead) {
   write("not json");
   JsonUserDefaults defaults(path);
-  EXPECT_FALSE(defaults.data(u"a"_s));
+  EXPECT_FALSE(defaults.value(u"a"_s));
+  EXPECT_FALSE(defaults.isIntact());
   EXPECT_TRUE(defaults.remove(u"a"_s));
   EXPECT_EQ(content(), "not json");
+}
+
+TEST_F(JsonUserDefaultsTest, GivesEachValueBackWithItsType) {
+  {
+    JsonUserDefaults defaults(path);
+    defaults.set(u"entero"_s, std::numeric_limits<qint64>::max());
+    defaults.set(u"lógico"_s, false);
+    defaults.set(u"texto"_s, u"5"_s);
+    defaults.set(u"bytes"_s, QByteArray("\0\xff", 2));
+    defaults.synchronize();
+  }
+  const JsonUserDefaults defaults(path);
+  EXPECT_EQ(defaults.value(u"entero"_s), DefaultsValue(std::numeric_limits<qint64>::max()));
+  EXPECT_EQ(defaults.value(u"lógico"_s), DefaultsValue(false));
+  EXPECT_EQ(defaults.value(u"texto"_s), DefaultsValue(u"5"_s));
+  EXPECT_EQ(defaults.value(u"bytes"_s), DefaultsValue(QByteArray("\0\xff", 2)));
+  EXPECT_EQ(defaults.value(u"nada"_s), std::nullopt);
+  EXPECT_TRUE(defaults.isIntact());
+  EXPECT_EQ(QFileInfo(path).permissions() & (QFile::ReadGroup | QFile::ReadOther | QFile::WriteGroup), 0);
+}
+
+TEST_F(JsonUserDefaultsTest, TellsValuesOfOtherTypes) {
+  write(R"({"a": 1.5, "b": null, "c": [], "d": {}, "e": 1e300, "f": 300.0})");
+  const JsonUserDefaults defaults(path);
+  for (const auto* const key : {u"a", u"b", u"c", u"d", u"e"})
+    EXPECT_EQ(defaults.value(QString::fromUtf16(key)), DefaultsValue(ForeignDefault()));
+  EXPECT_EQ(defaults.value(u"f"_s), DefaultsValue(qint64{300}));
+}
+
+TEST_F(JsonUserDefaultsTest, KeepsValuesThatItDoesNotKnow) {
+  write(R"({"future": [1, 2], "a": 1})");
+  {
+    JsonUserDefaults defaults(path);
+    defaults.set(u"a"_s, qint64{2});
+    defaults.synchronize();
+  }
+  EXPECT_EQ(QJsonDocument::fromJson(content()), QJsonDocument::fromJson(R"({"future": [1, 2], "a": 2})"));
+}
+
+TEST_F(JsonUserDefaultsTest, KeepsAnUnreadableFileBesideTheNewOne) {
+  for (const char* bytes : {"{\"maxUnpinned\": 5", "[1]", "\xff\xfe"}) {
+    write(bytes);
+    {
+      JsonUserDefaults defaults(path);
+      EXPECT_FALSE(defaults.isIntact());
+      defaults.set(u"a"_s, true);
+      defaults.synchronize();
+      defaults.set(u"b"_s, true);
+      defaults.synchronize();
+    }
+    EXPECT_TRUE(JsonUserDefaults(path).isIntact());
+    EXPECT_EQ(JsonUserDefaults(path).value(u"b"_s), DefaultsValue(true));
+  }
+  EXPECT_EQ(contentOf(u"defaults.json.damaged"_s), "{\"maxUnpinned\": 5");
+  EXPECT_EQ(contentOf(u"defaults.json.damaged-2"_s), "[1]");
+  EXPECT_EQ(contentOf(u"defaults.json.damaged-3"_s), "\xff\xfe");
+  EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files).size(), 4);
+}
+
+TEST_F(JsonUserDefaultsTest, KeepsAFileWithAValueThatWasNotUnderstood) {
+  write(R"({"maxUnpinned": "cien"})");
+  {
+    JsonUserDefaults defaults(path);
+    EXPECT_TRUE(defaults.isIntact());
+    defaults.markDamaged();
+    EXPECT_FALSE(defaults.isIntact());
+    defaults.set(u"maxUnpinned"_s, qint64{100});
+    defaults.synchronize();
+  }
+  EXPECT_EQ(contentOf(u"defaults.json.damaged"_s), R"({"maxUnpinned": "cien"})");
+  EXPECT_EQ(JsonUserDefaults(path).value(u"maxUnpinned"_s), DefaultsValue(qint64{100}));
+}
+
+TEST_F(JsonUserDefaultsTest, MovesAFolderInItsPlaceAside) {
+  ASSERT_TRUE(QDir().mkpath(path + u"/mine"_s));
+  {
+    JsonUserDefaults defaults(path);
+    EXPECT_FALSE(defaults.value(u"a"_s));
+    EXPECT_FALSE(defaults.isIntact());
+    EXPECT_TRUE(QFileInfo(path).isDir());
+    defaults.set(u"a"_s, true);
+    defaults.synchronize();
+  }
+  EXPECT_EQ(JsonUserDefaults(path).value(u"a"_s), DefaultsValue(true));
+  EXPECT_TRUE(QFileInfo(path + u".damaged/mine"_s).isDir());
+}
+
+TEST_F(JsonUserDefaultsTest, DoesNotWaitForAPipeInItsPlace) {
+  ASSERT_EQ(::mkfifo(qPrintable(path), 0600), 0);
+  {
+    JsonUserDefaults defaults(path);
+    EXPECT_FALSE(defaults.value(u"a"_s));
+    defaults.set(u"a"_s, true);
+    defaults.synchronize();
+  }
+  EXPECT_EQ(JsonUserDefaults(path).value(u"a"_s), DefaultsValue(true));
+}
+
+TEST_F(JsonUserDefaultsTest, AnEmptyFileIsNoDamage) {
+  write("");
+  EXPECT_TRUE(JsonUserDefaults(path).isIntact());
+}
+
+TEST_F(JsonUserDefaultsTest, SaysInTheLogWhatCannotBeWritten) {
+  testing::LogRecorder log;
+  path = folder.filePath(u"file/defaults.json"_s);
+  QFile file(folder.filePath(u"file"_s));
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+  {
+    JsonUserDefaults defaults(path);
+    defaults.set(u"a"_s, true);
+    defaults.synchronize();
+    EXPECT_FALSE(defaults.remove(u"a"_s));
+  }
+  EXPECT_TRUE(log.has(u"No se pudieron guardar los ajustes: "_s));
 }
 
 }  // namespace
