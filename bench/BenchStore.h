@@ -47,6 +47,7 @@ class QuietPasteboard final : public Pasteboard {
 class NoWorkspace final : public Workspace {
  public:
   [[nodiscard]] std::optional<RunningApplication> frontmostApplication() const override { return {}; }
+  [[nodiscard]] std::optional<RunningApplication> frontmostOtherApplication() const override { return {}; }
 };
 
 class NoImages final : public ImageCodec {

@@ -5,8 +5,7 @@
 
 #include "app/StatusItemState.h"
 #include "capture/LegacyImport.h"
-#include "capture/model/Log.h"
-#include "panel/Symbols.h"
+#include "look/Symbols.h"
 
 namespace nimbrel {
 namespace {
@@ -108,9 +107,7 @@ void AppDelegate::pasteNextQueued() {
 }
 
 void AppDelegate::registerHotKey(HotKey& hotKey, const HotKeyCombo& combo) {
-  if (hotKey.registerCombo(combo)) return;
-  qCCritical(clipboardLog, "No se pudo registrar %s: puede que otra app lo use.",
-             qUtf8Printable(combo.displayString()));
+  if (!hotKey.registerCombo(combo)) logRefusal(combo);
 }
 
 void AppDelegate::refreshStatusItem() {

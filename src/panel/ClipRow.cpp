@@ -6,11 +6,11 @@
 #include <QPainterPath>
 #include <array>
 
+#include "look/Symbols.h"
 #include "panel/ClipListModel.h"
 #include "panel/ClipRowLayout.h"
 #include "panel/ClipRowText.h"
 #include "panel/PanelTheme.h"
-#include "panel/Symbols.h"
 
 namespace nimbrel {
 namespace {

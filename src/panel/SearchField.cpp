@@ -6,8 +6,8 @@
 #include <QPainter>
 #include <QToolButton>
 
+#include "look/Symbols.h"
 #include "panel/PanelTheme.h"
-#include "panel/Symbols.h"
 
 namespace nimbrel {
 namespace {

@@ -4,10 +4,13 @@
 #include <memory>
 
 #include "platform/AccessibilityTrust.h"
+#include "platform/ApplicationCatalog.h"
 #include "platform/HotKeyRegistrar.h"
 #include "platform/ImageCodec.h"
 #include "platform/InstanceHost.h"
+#include "platform/KeyReader.h"
 #include "platform/KeystrokePoster.h"
+#include "platform/LoginItem.h"
 #include "platform/PanelWindow.h"
 #include "platform/Pasteboard.h"
 #include "platform/SecretStore.h"
@@ -33,9 +36,12 @@ struct Platform final {
   std::unique_ptr<Workspace> workspace;
   std::unique_ptr<Pasteboard> pasteboard;
   std::unique_ptr<HotKeyRegistrar> hotKeys;
+  std::unique_ptr<KeyReader> keys;
   std::unique_ptr<KeystrokePoster> keystrokes;
   std::unique_ptr<AccessibilityTrust> accessibility;
   std::unique_ptr<UserDefaults> defaults;
+  std::unique_ptr<LoginItem> loginItem;
+  std::unique_ptr<ApplicationCatalog> applications;
 
   /// Makes the panel window around a top-level widget that has not been shown yet.
   std::function<std::unique_ptr<PanelWindow>(QWidget&)> makePanelWindow;

@@ -2,6 +2,11 @@
 
 #include <gmock/gmock.h>
 
+// The header has fields named like a C++ keyword.
+#define explicit explicitModifiers
+#include <xcb/xkb.h>
+#undef explicit
+
 #include <QProcess>
 #include <QTest>
 
@@ -22,6 +27,14 @@ class X11HotKeyRegistrarTest : public ::testing::Test {
     ASSERT_EQ(QProcess::execute(u"xdotool"_s, arguments), 0);
   }
   static void key(const QString& chord) { xdotool({u"key"_s, chord}); }
+  static void layout(const QStringList& arguments) {
+    ASSERT_EQ(QProcess::execute(u"setxkbmap"_s, arguments), 0);
+  }
+  /// Switches to a layout of several.
+  void lockGroup(std::uint8_t group) {
+    xcb_xkb_latch_lock_state(session.connection(), XCB_XKB_ID_USE_CORE_KBD, 0, 0, true, group, 0, false, 0);
+    session.flush();
+  }
 
   X11Session session;
   X11HotKeyRegistrar registrar{session};
@@ -95,6 +108,49 @@ TEST_F(X11HotKeyRegistrarTest, GoesByThePositionInEveryLayout) {
              u"keyup"_s, u"shift"_s});
     EXPECT_TRUE(QTest::qWaitFor([&] { return presses == 1; })) << layout.toStdString();
   }
+}
+
+TEST_F(X11HotKeyRegistrarTest, GoesByThePositionInTheSecondOfTwoLayouts) {
+  layout({u"us,fr"_s});
+  ASSERT_TRUE(registrar.registerHotKey(1, 0, kShiftCommand));
+  lockGroup(1);
+  // 38 is where A is printed on an ANSI keyboard, and Q on a French one.
+  xdotool({u"keydown"_s, u"50"_s, u"keydown"_s, u"133"_s, u"key"_s, u"38"_s, u"keyup"_s, u"133"_s, u"keyup"_s,
+           u"50"_s});
+  EXPECT_TRUE(QTest::qWaitFor([&] { return pressed == QList<quint32>{1}; }));
+  lockGroup(0);
+  layout({u"us"_s});
+}
+
+TEST_F(X11HotKeyRegistrarTest, FollowsAModifierThatMovesToAnotherBit) {
+  ASSERT_TRUE(registrar.registerHotKey(1, 9, kShiftCommand));
+  ASSERT_EQ(QProcess::execute(u"xmodmap"_s, {u"-e"_s, u"clear mod4"_s, u"-e"_s, u"clear mod3"_s, u"-e"_s,
+                                             u"add mod3 = Super_L Super_R"_s}),
+            0);
+  EXPECT_TRUE(QTest::qWaitFor([&] {
+    key(u"shift+super+v"_s);
+    QTest::qWait(50);
+    return !pressed.isEmpty();
+  }));
+  layout({u"us"_s});
+  pressed.clear();
+  EXPECT_TRUE(QTest::qWaitFor([&] {
+    key(u"shift+super+v"_s);
+    QTest::qWait(50);
+    return !pressed.isEmpty();
+  }));
+}
+
+TEST_F(X11HotKeyRegistrarTest, AKeyThatIsDownWhenItIsRegisteredMustBeReleasedFirst) {
+  xdotool({u"keydown"_s, u"shift"_s, u"keydown"_s, u"super"_s, u"keydown"_s, u"v"_s});
+  ASSERT_TRUE(registrar.registerHotKey(7, 9, kShiftCommand));
+  // Longer than the server waits before it repeats a key.
+  QTest::qWait(900);
+  EXPECT_TRUE(pressed.isEmpty());
+  xdotool({u"keyup"_s, u"v"_s, u"keyup"_s, u"super"_s, u"keyup"_s, u"shift"_s});
+  QTest::qWait(50);
+  key(u"shift+super+v"_s);
+  EXPECT_TRUE(QTest::qWaitFor([this] { return pressed == QList<quint32>{7}; }));
 }
 
 TEST_F(X11HotKeyRegistrarTest, RefusesKeysThatDoNotExist) {

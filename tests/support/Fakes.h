@@ -11,10 +11,13 @@
 
 #include "capture/CaptureServices.h"
 #include "platform/AccessibilityTrust.h"
+#include "platform/ApplicationCatalog.h"
 #include "platform/Clock.h"
 #include "platform/HotKeyRegistrar.h"
 #include "platform/ImageCodec.h"
+#include "platform/KeyReader.h"
 #include "platform/KeystrokePoster.h"
+#include "platform/LoginItem.h"
 #include "platform/PanelWindow.h"
 #include "platform/Pasteboard.h"
 #include "platform/SecretStore.h"
@@ -69,7 +72,9 @@ class FakePasteboard final : public Pasteboard {
 class FakeWorkspace final : public Workspace {
  public:
   [[nodiscard]] std::optional<RunningApplication> frontmostApplication() const override { return front; }
+  [[nodiscard]] std::optional<RunningApplication> frontmostOtherApplication() const override { return other; }
   std::optional<RunningApplication> front;
+  std::optional<RunningApplication> other;
 };
 
 class FakeHotKeyRegistrar final : public HotKeyRegistrar {
@@ -88,6 +93,13 @@ class FakeHotKeyRegistrar final : public HotKeyRegistrar {
   QList<Combo> taken;
   QHash<quint32, Combo> registered;
   std::function<void(quint32)> handler;
+};
+
+/// Reads what the test says, whatever the event.
+class FakeKeyReader final : public KeyReader {
+ public:
+  [[nodiscard]] std::optional<PressedKey> read(const QKeyEvent&) const override { return next; }
+  std::optional<PressedKey> next;
 };
 
 class FakeKeystrokePoster final : public KeystrokePoster {
@@ -148,6 +160,29 @@ class FakeUserDefaults final : public UserDefaults {
   QStringList written;
   bool intact = true;
   bool failWrites = false;
+};
+
+class FakeLoginItem final : public LoginItem {
+ public:
+  [[nodiscard]] bool isEnabled() const override { return enabled; }
+  [[nodiscard]] std::optional<QString> setEnabled(bool wanted) override {
+    if (!failure.isEmpty()) return failure;
+    enabled = wanted;
+    return std::nullopt;
+  }
+  std::atomic<bool> enabled = false;
+  /// Not empty: every change fails with this.
+  QString failure;
+};
+
+class FakeApplicationCatalog final : public ApplicationCatalog {
+ public:
+  [[nodiscard]] QList<InstalledApplication> applications() override { return installed; }
+  [[nodiscard]] QIcon icon(const InstalledApplication& application) const override {
+    return icons.value(application.icon);
+  }
+  QList<InstalledApplication> installed;
+  QHash<QString, QIcon> icons;
 };
 
 class FailingRandom final : public RandomSource {

@@ -10,7 +10,7 @@ HotKey::~HotKey() {
 }
 
 bool HotKey::registerCombo(const HotKeyCombo& combo) {
-  return dispatcher_.add(id_, combo.keyCode, combo.modifiers, handler_);
+  return dispatcher_.add(id_, combo, handler_);
 }
 
 }  // namespace nimbrel

@@ -2,6 +2,9 @@
 
 #include <QString>
 #include <QtGlobal>
+#include <optional>
+
+#include "platform/KeyReader.h"
 
 namespace nimbrel {
 
@@ -31,6 +34,12 @@ struct HotKeyCombo final {
 
   bool operator==(const HotKeyCombo&) const = default;
 };
+
+inline constexpr quint32 kEscapeKeyCode = 53;
+
+/// The combination that somebody recorded by pressing a key, labelled as it is printed on the keyboard in
+/// use; nothing without Command, Option or Control, or for a key that no label says.
+[[nodiscard]] std::optional<HotKeyCombo> recordedCombo(const PressedKey& key);
 
 /// Shift-Command-V, which opens the panel.
 [[nodiscard]] HotKeyCombo defaultHotKey();

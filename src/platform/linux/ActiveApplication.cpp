@@ -6,9 +6,12 @@ namespace nimbrel {
 namespace {
 
 constexpr std::uint32_t kMaxPropertyWords = 256;
+/// The list of all windows is the window manager's, and the topmost is its last.
+constexpr std::uint32_t kMaxWindows = 16 * 1024;
 
-xcb_get_property_cookie_t ask(xcb_connection_t* connection, xcb_window_t window, xcb_atom_t property) {
-  return xcb_get_property(connection, 0, window, property, XCB_GET_PROPERTY_TYPE_ANY, 0, kMaxPropertyWords);
+xcb_get_property_cookie_t ask(xcb_connection_t* connection, xcb_window_t window, xcb_atom_t property,
+                              std::uint32_t words = kMaxPropertyWords) {
+  return xcb_get_property(connection, 0, window, property, XCB_GET_PROPERTY_TYPE_ANY, 0, words);
 }
 
 QByteArray take(xcb_connection_t* connection, xcb_get_property_cookie_t cookie) {
@@ -27,6 +30,13 @@ std::uint32_t cardinal(const QByteArray& bytes) {
   return value;
 }
 
+QList<std::uint32_t> cardinals(const QByteArray& bytes) {
+  QList<std::uint32_t> values;
+  for (qsizetype at = 0; at + qsizetype{sizeof(std::uint32_t)} <= bytes.size(); at += sizeof(std::uint32_t))
+    values.append(cardinal(bytes.mid(at)));
+  return values;
+}
+
 }  // namespace
 
 xcb_window_t ActiveApplication::activeWindow() {
@@ -39,6 +49,25 @@ std::optional<RunningApplication> ActiveApplication::current() {
   const xcb_window_t window = activeWindow();
   if (window == XCB_WINDOW_NONE) return std::nullopt;
   return applicationOf(window);
+}
+
+bool ActiveApplication::isForWork(xcb_window_t window) {
+  const auto cookie = ask(connection_, window, atoms_.atom(QStringLiteral("_NET_WM_WINDOW_TYPE")));
+  const QList<std::uint32_t> types = cardinals(take(connection_, cookie));
+  return !types.contains(atoms_.atom(QStringLiteral("_NET_WM_WINDOW_TYPE_DOCK"))) &&
+         !types.contains(atoms_.atom(QStringLiteral("_NET_WM_WINDOW_TYPE_DESKTOP")));
+}
+
+std::optional<RunningApplication> ActiveApplication::topmostBut(qint64 processId) {
+  const auto cookie = ask(connection_, rootWindow(connection_),
+                          atoms_.atom(QStringLiteral("_NET_CLIENT_LIST_STACKING")), kMaxWindows);
+  QList<std::uint32_t> windows = cardinals(take(connection_, cookie));
+  windows.append(activeWindow());
+  for (auto window = windows.crbegin(); window != windows.crend(); ++window) {
+    const auto application = *window != XCB_WINDOW_NONE ? applicationOf(*window) : std::nullopt;
+    if (application && application->processId != processId && isForWork(*window)) return application;
+  }
+  return std::nullopt;
 }
 
 std::optional<RunningApplication> ActiveApplication::applicationOf(xcb_window_t window) {

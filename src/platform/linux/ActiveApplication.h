@@ -20,6 +20,10 @@ class ActiveApplication final {
   /// The application of the window that the window manager calls active (_NET_ACTIVE_WINDOW).
   [[nodiscard]] std::optional<RunningApplication> current();
 
+  /// The application of the topmost window (_NET_CLIENT_LIST_STACKING) that the user works in, those of a
+  /// process left out; the active window comes first, wherever it is in the stack.
+  [[nodiscard]] std::optional<RunningApplication> topmostBut(qint64 processId);
+
   /// The active window itself; XCB_WINDOW_NONE when there is none.
   [[nodiscard]] xcb_window_t activeWindow();
 
@@ -27,6 +31,8 @@ class ActiveApplication final {
   [[nodiscard]] std::optional<RunningApplication> applicationOf(xcb_window_t window);
 
  private:
+  [[nodiscard]] bool isForWork(xcb_window_t window);
+
   xcb_connection_t* connection_;
   AtomTable& atoms_;
   DesktopEntries& entries_;

@@ -1,11 +1,15 @@
 #include "platform/linux/DesktopEntries.h"
 
 #include <QDirIterator>
-#include <QFile>
+#include <QHash>
 #include <QLocale>
+#include <QSet>
 #include <QStandardPaths>
+#include <algorithm>
 #include <array>
 #include <optional>
+
+#include "platform/linux/DesktopFile.h"
 
 namespace nimbrel {
 namespace {
@@ -43,80 +47,117 @@ std::optional<QString> ignoredIdentifier(const QString& id) {
   return std::nullopt;
 }
 
-struct ParsedFile {
-  QString name;
-  QString windowClass;
+// Programs that start others: their name tells nothing about the application.
+constexpr std::array kStarters{
+    QStringView(u"sh"),     QStringView(u"bash"),     QStringView(u"env"),      QStringView(u"python3"),
+    QStringView(u"python"), QStringView(u"perl"),     QStringView(u"java"),     QStringView(u"node"),
+    QStringView(u"wine"),   QStringView(u"mono"),     QStringView(u"electron"), QStringView(u"flatpak"),
+    QStringView(u"snap"),   QStringView(u"pkexec"),   QStringView(u"sudo"),     QStringView(u"gtk-launch"),
+    QStringView(u"dex"),    QStringView(u"xdg-open"),
 };
 
-/// Reads the two keys of the main group; a desktop file is small, and one that is not is not read to its end.
-ParsedFile parse(const QString& path) {
-  constexpr qint64 kMaxBytes = 64 * 1024;
-  ParsedFile parsed;
-  QFile file(path);
-  if (!file.open(QIODevice::ReadOnly)) return parsed;
-  const QString localKey = u"Name["_s + QLocale::system().name().section(u'_', 0, 0) + u"]="_s;
-  bool inMainGroup = false;
-  bool nameIsLocal = false;
-  for (const QByteArray& raw : file.read(kMaxBytes).split('\n')) {
-    if (raw.startsWith('[')) {
-      if (inMainGroup) break;
-      inMainGroup = raw.trimmed() == "[Desktop Entry]";
-      continue;
-    }
-    if (!inMainGroup) continue;
-    const QString line = QString::fromUtf8(raw.trimmed());
-    if (line.startsWith(u"Name=") && !nameIsLocal) parsed.name = line.mid(5);
-    if (line.startsWith(localKey)) {
-      parsed.name = line.mid(localKey.size());
-      nameIsLocal = true;
-    }
-    if (line.startsWith(u"StartupWMClass=")) parsed.windowClass = line.mid(15);
-  }
-  return parsed;
+bool isStarter(const QString& program) {
+  return std::find(kStarters.begin(), kStarters.end(), QStringView(program)) != kStarters.end();
+}
+
+/// Whether the desktops in use (a list like "XFCE:GNOME") are among those that a file names.
+bool names(const QString& list, const QStringList& desktops) {
+  const QStringList named = list.split(u';', Qt::SkipEmptyParts);
+  return std::any_of(desktops.begin(), desktops.end(),
+                     [&](const QString& desktop) { return named.contains(desktop); });
+}
+
+bool isShownInMenus(const DesktopFile& file, const QStringList& desktops) {
+  if (file.value(u"Type"_s) != u"Application" || file.isTrue(u"NoDisplay"_s)) return false;
+  const QString only = file.value(u"OnlyShowIn"_s);
+  return (only.isEmpty() || names(only, desktops)) && !names(file.value(u"NotShowIn"_s), desktops);
 }
 
 }  // namespace
+
+/// What the files say, by lower-case keys.
+struct DesktopEntries::Table {
+  /// By id and by window class, as the files state them.
+  QHash<QString, DesktopEntry> stated;
+  /// By what applications that state no window class often take for one.
+  QHash<QString, DesktopEntry> guessed;
+  QSet<QString> ids;
+  QList<InstalledApplication> shown;
+
+  void add(const QString& id, const DesktopFile& file, const QStringList& desktops, const QString& language);
+  void readFolder(const QString& folder);
+};
+
+void DesktopEntries::Table::add(const QString& id, const DesktopFile& file, const QStringList& desktops,
+                                const QString& language) {
+  const QString name = file.localValue(u"Name"_s, language);
+  const DesktopEntry entry{ignoredIdentifier(id).value_or(id), name.isEmpty() ? id : name};
+  stated.insert(id.toLower(), entry);
+  const QString windowClass = file.value(u"StartupWMClass"_s).toLower();
+  if (!windowClass.isEmpty() && !stated.contains(windowClass)) stated.insert(windowClass, entry);
+  if (!isShownInMenus(file, desktops)) return;
+  shown.append(
+      {.identifier = entry.identifier, .name = entry.name, .icon = file.localValue(u"Icon"_s, language)});
+  const QString program = programOf(file.value(u"Exec"_s)).toLower();
+  for (const QString& key : {id.section(u'.', -1).toLower(), isStarter(program) ? QString() : program})
+    if (!key.isEmpty() && !guessed.contains(key)) guessed.insert(key, entry);
+}
+
+void DesktopEntries::Table::readFolder(const QString& folder) {
+  const QStringList desktops = qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(u':', Qt::SkipEmptyParts);
+  const QString language = QLocale::system().name();
+  QDirIterator files(folder, {u"*.desktop"_s}, QDir::Files, QDirIterator::Subdirectories);
+  while (files.hasNext()) {
+    const QString path = files.next();
+    // Sub-folders become part of the id, joined with hyphens.
+    const QString id = path.mid(folder.size() + 1).chopped(8).replace(u'/', u'-');
+    if (ids.contains(id.toLower())) continue;
+    const auto file = DesktopFile::read(path);
+    if (!file) continue;
+    // One that is called deleted hides those of the same name in less important folders.
+    ids.insert(id.toLower());
+    if (!file->isTrue(u"Hidden"_s)) add(id, *file, desktops, language);
+  }
+}
 
 QStringList DesktopEntries::userFolders() {
   return QStandardPaths::standardLocations(QStandardPaths::ApplicationsLocation);
 }
 
-DesktopEntry DesktopEntries::find(const QString& applicationId, const QString& windowClass) {
-  const bool loaded = loaded_;
+std::shared_ptr<const DesktopEntries::Table> DesktopEntries::table() const {
+  const std::lock_guard lock(mutex_);
+  return table_;
+}
+
+DesktopEntry DesktopEntries::find(const QString& applicationId, const QString& windowClass) const {
+  const auto table = this->table();
   for (const QString& key : {applicationId, windowClass}) {
     if (const auto known = ignoredIdentifier(key))
-      return {*known, loaded ? entries_.value(key.toLower(), {QString(), key}).name : key};
+      return {*known, table ? table->stated.value(key.toLower(), {QString(), key}).name : key};
   }
-  for (const QString& key : {applicationId, windowClass}) {
-    if (!loaded || key.isEmpty()) continue;
-    const auto found = entries_.constFind(key.toLower());
-    if (found != entries_.constEnd()) return *found;
+  if (table) {
+    for (const auto* const entries : {&table->stated, &table->guessed}) {
+      for (const QString& key : {applicationId, windowClass}) {
+        const auto found = entries->constFind(key.toLower());
+        if (!key.isEmpty() && found != entries->constEnd()) return *found;
+      }
+    }
   }
   const QString fallback = applicationId.isEmpty() ? windowClass : applicationId;
   return {fallback, windowClass.isEmpty() ? fallback : windowClass};
 }
 
 void DesktopEntries::load() {
-  std::call_once(once_, [this] {
-    for (const QString& folder : folders_)
-      readFolder(folder);
-    loaded_ = true;
-  });
+  auto read = std::make_shared<Table>();
+  for (const QString& folder : folders_)
+    read->readFolder(folder);
+  const std::lock_guard lock(mutex_);
+  table_ = std::move(read);
 }
 
-void DesktopEntries::readFolder(const QString& folder) {
-  QDirIterator files(folder, {u"*.desktop"_s}, QDir::Files, QDirIterator::Subdirectories);
-  while (files.hasNext()) {
-    const QString path = files.next();
-    // Sub-folders become part of the id, joined with hyphens.
-    const QString id = path.mid(folder.size() + 1).chopped(8).replace(u'/', u'-');
-    if (entries_.contains(id.toLower())) continue;
-    const ParsedFile parsed = parse(path);
-    const DesktopEntry entry{ignoredIdentifier(id).value_or(id), parsed.name.isEmpty() ? id : parsed.name};
-    entries_.insert(id.toLower(), entry);
-    const QString windowClass = parsed.windowClass.toLower();
-    if (!windowClass.isEmpty() && !entries_.contains(windowClass)) entries_.insert(windowClass, entry);
-  }
+QList<InstalledApplication> DesktopEntries::shown() const {
+  const auto table = this->table();
+  return table ? table->shown : QList<InstalledApplication>();
 }
 
 }  // namespace nimbrel

@@ -1,10 +1,12 @@
 #pragma once
 
-#include <QHash>
+#include <QList>
 #include <QString>
 #include <QStringList>
-#include <atomic>
+#include <memory>
 #include <mutex>
+
+#include "platform/ApplicationCatalog.h"
 
 namespace nimbrel {
 
@@ -19,7 +21,8 @@ struct DesktopEntry final {
 };
 
 /// The applications that are installed, by desktop-file id and window class (freedesktop.org's desktop
-/// entries: keys Name and StartupWMClass). Read once; any thread.
+/// entries). An application whose file states no window class is also known by the last part of its id and by
+/// its program's name. Any thread.
 class DesktopEntries final {
  public:
   /// `folders` hold the "applications" folders, most important first.
@@ -30,19 +33,23 @@ class DesktopEntries final {
 
   /// The application with this id or window class; one that has no desktop file, or any before the files have
   /// been read, is named by its class. Never waits.
-  [[nodiscard]] DesktopEntry find(const QString& applicationId, const QString& windowClass);
+  [[nodiscard]] DesktopEntry find(const QString& applicationId, const QString& windowClass) const;
 
-  /// Reads the files; takes as long as the disk does.
+  /// Reads the files, again when they have been read before; takes as long as the disk does.
   void load();
 
+  /// The applications that menus show, as they were when the files were last read.
+  [[nodiscard]] QList<InstalledApplication> shown() const;
+
  private:
-  void readFolder(const QString& folder);
+  struct Table;
+
+  [[nodiscard]] std::shared_ptr<const Table> table() const;
 
   const QStringList folders_;
-  std::once_flag once_;
-  std::atomic<bool> loaded_ = false;
-  /// By lower-case id and by lower-case window class.
-  QHash<QString, DesktopEntry> entries_;
+  mutable std::mutex mutex_;
+  /// Null until the files have been read.
+  std::shared_ptr<const Table> table_;
 };
 
 }  // namespace nimbrel

@@ -8,10 +8,13 @@
 #include "platform/linux/TrayStatusItem.h"
 #include "platform/linux/UnixTerminationSignal.h"
 #include "platform/linux/X11HotKeyRegistrar.h"
+#include "platform/linux/X11KeyReader.h"
 #include "platform/linux/X11KeystrokePoster.h"
 #include "platform/linux/X11PanelWindow.h"
 #include "platform/linux/X11Pasteboard.h"
 #include "platform/linux/X11Workspace.h"
+#include "platform/linux/XdgApplicationCatalog.h"
+#include "platform/linux/XdgAutostart.h"
 #include "platform/linux/imaging/ConfinedImaging.h"
 
 namespace nimbrel {
@@ -57,10 +60,13 @@ Platform makePlatform() {
   platform.secrets = std::make_unique<LibsecretStore>();
   platform.workspace = std::make_unique<X11Workspace>(desktop->session, desktop->entries);
   platform.hotKeys = std::make_unique<X11HotKeyRegistrar>(desktop->session);
+  platform.keys = std::make_unique<X11KeyReader>(desktop->session);
   platform.keystrokes = std::make_unique<X11KeystrokePoster>(desktop->session, desktop->entries, *pasteboard);
   platform.accessibility = std::make_unique<XtestTrust>(desktop);
   platform.pasteboard = std::move(pasteboard);
   platform.defaults = std::make_unique<JsonUserDefaults>(userDefaultsPath());
+  platform.loginItem = std::make_unique<XdgAutostart>(sessionAutostart());
+  platform.applications = std::make_unique<XdgApplicationCatalog>(desktop->entries);
   platform.makePanelWindow = [desktop](QWidget& widget) {
     return std::make_unique<X11PanelWindow>(widget, desktop->session);
   };

@@ -77,4 +77,11 @@ std::optional<quint8> x11KeyCode(quint32 virtualKeyCode) {
   return std::nullopt;
 }
 
+std::optional<quint32> virtualKeyCode(quint32 x11KeyCode) {
+  for (const auto& position : kPositions) {
+    if (x11KeyCode == quint32{position.kernelKeyCode} + kKernelOffset) return position.virtualKeyCode;
+  }
+  return std::nullopt;
+}
+
 }  // namespace nimbrel

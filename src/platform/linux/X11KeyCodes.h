@@ -9,4 +9,15 @@ namespace nimbrel {
 /// codes are the kernel's plus 8, and number positions, not letters.
 [[nodiscard]] std::optional<quint8> x11KeyCode(quint32 virtualKeyCode);
 
+/// The macOS virtual key code at the position of an X key code; nothing for keys that Apple keyboards lack.
+[[nodiscard]] std::optional<quint32> virtualKeyCode(quint32 x11KeyCode);
+
+/// The bits of the Carbon modifier mask.
+namespace carbonModifier {
+inline constexpr quint32 command = 256;
+inline constexpr quint32 shift = 512;
+inline constexpr quint32 option = 2048;
+inline constexpr quint32 control = 4096;
+}  // namespace carbonModifier
+
 }  // namespace nimbrel

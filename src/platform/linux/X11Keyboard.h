@@ -18,6 +18,8 @@ struct X11Modifiers final {
   std::uint16_t numLock = XCB_MOD_MASK_2;
   /// Every key that is a modifier while it is down; pressing the locks would switch them.
   QList<xcb_keycode_t> keys;
+
+  bool operator==(const X11Modifiers&) const = default;
 };
 
 /// Looks at the keyboard as it is mapped now. Main thread.

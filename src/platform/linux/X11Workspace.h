@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QCoreApplication>
+
 #include "platform/Workspace.h"
 #include "platform/linux/ActiveApplication.h"
 #include "platform/linux/X11Session.h"
@@ -15,6 +17,9 @@ class X11Workspace final : public Workspace {
 
   [[nodiscard]] std::optional<RunningApplication> frontmostApplication() const override {
     return active_.current();
+  }
+  [[nodiscard]] std::optional<RunningApplication> frontmostOtherApplication() const override {
+    return active_.topmostBut(QCoreApplication::applicationPid());
   }
 
  private:

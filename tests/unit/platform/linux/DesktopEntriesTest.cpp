@@ -65,6 +65,57 @@ TEST_F(DesktopEntriesTest, ReadOnlyTheMainGroup) {
   EXPECT_EQ(find(u"a"_s, QString()).name, u"Sí"_s);
 }
 
+TEST_F(DesktopEntriesTest, GuessTheClassOfApplicationsThatStateNone) {
+  install(u"org.gnome.Evince.desktop"_s,
+          "[Desktop Entry]\nType=Application\nName=Visor\nExec=/usr/bin/evince %U\n");
+  install(u"gimp.desktop"_s, "[Desktop Entry]\nType=Application\nName=GIMP\nExec=gimp-2.10 %U\n");
+  install(u"shell.desktop"_s, "[Desktop Entry]\nType=Application\nName=Guion\nExec=sh -c x\n");
+  install(u"settings.desktop"_s, "[Desktop Entry]\nType=Application\nNoDisplay=true\nName=X\nExec=xeyes\n");
+  EXPECT_EQ(find(QString(), u"Evince"_s).identifier, u"org.gnome.Evince");
+  EXPECT_EQ(find(QString(), u"Gimp-2.10"_s).identifier, u"gimp");
+  EXPECT_EQ(find(QString(), u"sh"_s).identifier, u"sh");
+  EXPECT_EQ(find(QString(), u"XEyes"_s).identifier, u"XEyes");
+}
+
+TEST_F(DesktopEntriesTest, PreferWhatIsStatedToWhatIsGuessed) {
+  install(u"a.b.term.desktop"_s, "[Desktop Entry]\nType=Application\nName=Uno\nExec=term\n");
+  install(u"other.desktop"_s, "[Desktop Entry]\nType=Application\nName=Dos\nStartupWMClass=Term\n");
+  EXPECT_EQ(find(QString(), u"Term"_s).identifier, u"other");
+}
+
+TEST_F(DesktopEntriesTest, ListTheApplicationsThatMenusShow) {
+  install(u"org.kde.kate.desktop"_s, "[Desktop Entry]\nType=Application\nName=Kate\nIcon=kate\n");
+  install(u"org.keepassxc.KeePassXC.desktop"_s, "[Desktop Entry]\nType=Application\nName=KeePassXC\n");
+  install(u"a.desktop"_s, "[Desktop Entry]\nType=Application\nNoDisplay=true\nName=A\n");
+  install(u"b.desktop"_s, "[Desktop Entry]\nType=Link\nName=B\n");
+  install(u"c.desktop"_s, "[Desktop Entry]\nType=Application\nHidden=true\nName=C\n");
+  install(u"d.desktop"_s, "[Desktop Entry]\nType=Application\nOnlyShowIn=Ninguno;\nName=D\n");
+  EXPECT_TRUE(entries.shown().isEmpty());
+  entries.load();
+  EXPECT_THAT(entries.shown(), ::testing::UnorderedElementsAre(
+                                   InstalledApplication{u"org.kde.kate"_s, u"Kate"_s, u"kate"_s},
+                                   InstalledApplication{u"org.keepassxc.keepassxc"_s, u"KeePassXC"_s, {}}));
+}
+
+TEST_F(DesktopEntriesTest, AFileOfTheUsersOwnHidesOneForEverybody) {
+  QTemporaryDir user;
+  QFile file(user.filePath(u"kate.desktop"_s));
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+  file.write("[Desktop Entry]\nHidden=true\n");
+  file.close();
+  install(u"kate.desktop"_s, "[Desktop Entry]\nType=Application\nName=Kate\n");
+  DesktopEntries both({user.path(), folder.path()});
+  both.load();
+  EXPECT_TRUE(both.shown().isEmpty());
+  EXPECT_EQ(both.find(u"kate"_s, {}).name, u"kate");
+}
+
+TEST_F(DesktopEntriesTest, KnowWhatWasInstalledMeanwhileWhenReadAgain) {
+  EXPECT_EQ(find(u"kate"_s, {}).name, u"kate");
+  install(u"kate.desktop"_s, "[Desktop Entry]\nType=Application\nName=Kate\n");
+  EXPECT_EQ(find(u"kate"_s, {}).name, u"Kate");
+}
+
 TEST_F(DesktopEntriesTest, SurviveFilesThatAreNone) {
   install(u"a.desktop"_s, QByteArray(300'000, '\xff'));
   install(u"b.desktop"_s, {});

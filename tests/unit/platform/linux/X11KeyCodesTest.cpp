@@ -28,6 +28,17 @@ TEST(X11KeyCodes, AreDifferentForEveryKey) {
   EXPECT_GT(seen.size(), 90U);
 }
 
+TEST(X11KeyCodes, LeadBackToTheVirtualKeyCodes) {
+  for (quint32 key = 0; key < 256; ++key) {
+    if (const auto code = x11KeyCode(key)) {
+      EXPECT_EQ(virtualKeyCode(*code), key);
+    }
+  }
+  EXPECT_FALSE(virtualKeyCode(0));
+  EXPECT_FALSE(virtualKeyCode(255));
+  EXPECT_FALSE(virtualKeyCode(55 + 256));
+}
+
 TEST(X11KeyCodes, AreMissingForKeysThatPcsLack) {
   EXPECT_FALSE(x11KeyCode(52));
   EXPECT_FALSE(x11KeyCode(4000));

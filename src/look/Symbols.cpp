@@ -1,4 +1,4 @@
-#include "panel/Symbols.h"
+#include "look/Symbols.h"
 
 #include <QPaintDevice>
 #include <QPixmapCache>

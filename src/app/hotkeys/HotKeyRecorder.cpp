@@ -1,0 +1,81 @@
+#include "app/hotkeys/HotKeyRecorder.h"
+
+#include <QAccessible>
+#include <QHBoxLayout>
+#include <utility>
+
+namespace nimbrel {
+namespace {
+
+constexpr int kFieldWidth = 128;
+
+}  // namespace
+
+HotKeyRecorder::HotKeyRecorder(const KeyReader& keys, HotKeyDispatcher& dispatcher, const QString& title,
+                               Apply apply, QWidget* parent)
+    : QWidget(parent),
+      dispatcher_(dispatcher),
+      title_(title),
+      apply_(std::move(apply)),
+      message_(new QLabel(this)),
+      field_(new QStackedLayout),
+      button_(new QPushButton(this)),
+      capture_(new KeyCaptureView(
+          keys, [this](const PressedKey& key) { take(key); }, this)) {
+  message_->setObjectName(QStringLiteral("hotKeyMessage"));
+  button_->setObjectName(QStringLiteral("hotKeyButton"));
+  button_->setAutoDefault(false);
+  capture_->setAccessibleName(tr("Pulsa el atajo…"));
+  field_->addWidget(button_);
+  field_->addWidget(capture_);
+  auto* const row = new QHBoxLayout(this);
+  row->setContentsMargins(0, 0, 0, 0);
+  row->addStretch();
+  row->addWidget(message_);
+  row->addLayout(field_);
+  button_->setMinimumWidth(kFieldWidth);
+  connect(button_, &QPushButton::clicked, this, &HotKeyRecorder::startRecording);
+  connect(capture_, &KeyCaptureView::turnedAway, this, &HotKeyRecorder::stopRecording);
+}
+
+HotKeyRecorder::~HotKeyRecorder() {
+  stopRecording();
+}
+
+void HotKeyRecorder::setCombo(const HotKeyCombo& combo) {
+  button_->setText(combo.displayString());
+  button_->setAccessibleName(tr("%1: %2").arg(title_, combo.displayString()));
+}
+
+void HotKeyRecorder::startRecording() {
+  if (std::exchange(recording_, true)) return;
+  dispatcher_.suspend();
+  field_->setCurrentWidget(capture_);
+  capture_->startCapture();
+}
+
+void HotKeyRecorder::stopRecording() {
+  if (!std::exchange(recording_, false)) return;
+  const bool hadFocus = capture_->hasFocus();
+  capture_->stopCapture();
+  field_->setCurrentWidget(button_);
+  if (hadFocus) button_->setFocus(Qt::OtherFocusReason);
+  dispatcher_.resume();
+}
+
+void HotKeyRecorder::take(const PressedKey& key) {
+  if (key.keyCode == kEscapeKeyCode) return stopRecording();
+  const auto combo = recordedCombo(key);
+  if (!combo) return setMessage(tr("Usa ⌘, ⌥ o ⌃"));
+  stopRecording();
+  setMessage(apply_(*combo) ? QString() : tr("Ya está en uso"));
+}
+
+void HotKeyRecorder::setMessage(const QString& message) {
+  message_->setText(message);
+  if (message.isEmpty()) return;
+  QAccessibleEvent alert(message_, QAccessible::Alert);
+  QAccessible::updateAccessibility(&alert);
+}
+
+}  // namespace nimbrel
