@@ -19,6 +19,7 @@ constexpr auto kSweepDelay = 15s;
 AppDelegate::AppDelegate(Platform& platform, HistoryCipher& cipher, std::unique_ptr<ClipDatabase> database,
                          const QString& storageDirectory)
     : platform_(platform),
+      cipher_(cipher),
       storageDirectory_(storageDirectory),
       permission_(*platform.accessibility),
       settings_(*platform.defaults),
@@ -57,6 +58,16 @@ void AppDelegate::applicationDidFinishLaunching() {
   refreshStatusItem();
   registerHotKeys();
   obeySettings();
+  settingsWindow_ =
+      std::make_unique<SettingsWindow>(SettingsParts{.settings = settings_,
+                                                     .keys = *platform_.keys,
+                                                     .hotKeys = *dispatcher_,
+                                                     .loginItem = *platform_.loginItem,
+                                                     .applications = *platform_.applications,
+                                                     .workspace = *platform_.workspace,
+                                                     .isEncrypted = [this] { return cipher_.hasKey(); },
+                                                     .chooseApplication = platform_.chooseApplication});
+  connect(panel_.get(), &PanelController::settingsRequested, this, &AppDelegate::openSettings);
   const auto interrupted = blobs_.loadPendingTexts();
   imageTexts_.setPendingHandler([this](const auto& ids) { files_.rememberPendingTexts(ids); });
   if (settings_.values().ocrEnabled) store_.recognizeTexts(interrupted);
@@ -121,6 +132,11 @@ void AppDelegate::applicationWillTerminate() {
   grader_.finish();
   files_.finish();
   database_->checkpoint();
+}
+
+void AppDelegate::openSettings() {
+  panel_->makeWay();
+  settingsWindow_->open();
 }
 
 void AppDelegate::showPanel() {

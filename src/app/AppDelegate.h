@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "app/PanelController.h"
+#include "app/SettingsWindow.h"
 #include "app/hotkeys/HotKey.h"
 #include "app/hotkeys/HotKeyDispatcher.h"
 #include "app/permission/PermissionState.h"
@@ -40,6 +41,12 @@ class AppDelegate final : public QObject {
   /// The history, for whoever automates the program.
   [[nodiscard]] ClipboardStore& store() { return store_; }
 
+  /// Shows the settings in place of the panel.
+  void openSettings();
+
+  /// The settings window, null before it was first opened.
+  [[nodiscard]] SettingsView* settingsView() const { return settingsWindow_->view(); }
+
   /// Shows the panel, for a second start of the program.
   void showPanel();
 
@@ -52,6 +59,7 @@ class AppDelegate final : public QObject {
   void sweepOrphans();
 
   Platform& platform_;
+  HistoryCipher& cipher_;
   const QString storageDirectory_;
   SystemClock clock_;
   PermissionState permission_;
@@ -68,6 +76,7 @@ class AppDelegate final : public QObject {
   std::unique_ptr<HotKeyDispatcher> dispatcher_;
   std::unique_ptr<HotKey> hotKey_;
   std::unique_ptr<HotKey> nextHotKey_;
+  std::unique_ptr<SettingsWindow> settingsWindow_;
   QTimer sweepTimer_;
   bool terminated_ = false;
 };

@@ -1,10 +1,9 @@
 #include "app/PanelController.h"
 
 #include <QCursor>
-#include <QGuiApplication>
-#include <QScreen>
 
 #include "app/PanelPlacement.h"
+#include "app/Screens.h"
 #include "capture/model/Log.h"
 
 namespace nimbrel {
@@ -15,14 +14,6 @@ using namespace std::chrono_literals;
 constexpr auto kReopenGuard = 200ms;
 /// Lets the panel's going settle before the keystroke.
 constexpr auto kPasteDelay = 60ms;
-
-QList<ScreenFrame> screenFrames() {
-  QList<ScreenFrame> frames;
-  const auto screens = QGuiApplication::screens();
-  for (const QScreen* screen : screens)
-    frames.append({screen->geometry(), screen->availableGeometry()});
-  return frames;
-}
 
 }  // namespace
 
@@ -36,6 +27,7 @@ PanelController::PanelController(const PanelParts& parts)
   pasteTimer_.setTimerType(Qt::PreciseTimer);
   connect(&pasteTimer_, &QTimer::timeout, this, &PanelController::pasteNow);
   connect(content_, &ContentView::pasteRequested, this, &PanelController::hideAndPaste);
+  connect(content_, &ContentView::settingsRequested, this, &PanelController::settingsRequested);
   connect(content_, &ContentView::dismissRequested, this, [this] { hidePanel(Focus::giveBack); });
 }
 

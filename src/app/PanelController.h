@@ -28,6 +28,8 @@ struct PanelParts final {
 /// Shows and hides the panel at the pointer, and pastes into the application that the user was in. Main
 /// thread.
 class PanelController final : public QObject {
+  Q_OBJECT
+
  public:
   explicit PanelController(const PanelParts& parts);
   ~PanelController() override;
@@ -39,9 +41,16 @@ class PanelController final : public QObject {
   /// Shows the panel, whatever came before.
   void showPanel();
 
+  /// Hides the panel for a window of the program's own, which takes the keyboard.
+  void makeWay() { hidePanel(Focus::leave); }
+
   [[nodiscard]] bool isVisible() const { return panel_.isVisible(); }
   [[nodiscard]] ContentView& content() { return *content_; }
   [[nodiscard]] FloatingPanel& panel() { return panel_; }
+
+ Q_SIGNALS:
+  /// The user has asked for the settings.
+  void settingsRequested();
 
  private:
   enum class Focus { giveBack, leave };

@@ -20,4 +20,9 @@ struct ScreenFrame final {
 [[nodiscard]] QPoint panelOrigin(const QSize& panel, const QPoint& pointer,
                                  const QList<ScreenFrame>& screens);
 
+/// Where a window's top-left corner goes to be in the middle of the visible frame of the first screen that
+/// contains the pointer, or of the first of all when none does.
+[[nodiscard]] QPoint centredOrigin(const QSize& window, const QPoint& pointer,
+                                   const QList<ScreenFrame>& screens);
+
 }  // namespace nimbrel

@@ -6,11 +6,14 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "look/Symbols.h"
 #include "panel/ClipRow.h"
 #include "panel/PanelTheme.h"
 
 namespace nimbrel {
 namespace {
+
+constexpr int kGearSize = 30;
 
 /// A list that says what is missing when it is empty.
 class ClipListView final : public QListView {
@@ -49,6 +52,7 @@ ContentView::ContentView(ClipboardStore& store, const Clock& clock, QWidget* par
       model_(new ClipListModel(store, this)),
       search_(new SearchField([&store] { return store.pasteboardText(); }, this)),
       list_(new ClipListView(this)),
+      gear_(new QToolButton(this)),
       hint_(new HintLine(this)) {
   buildLayout(clock);
   followModel();
@@ -74,9 +78,17 @@ void ContentView::buildLayout(const Clock& clock) {
   list_->setEditTriggers(QAbstractItemView::NoEditTriggers);
   list_->setDragEnabled(false);
   list_->viewport()->setAutoFillBackground(false);
+  gear_->setObjectName(QStringLiteral("gear"));
+  gear_->setFixedSize(kGearSize, kGearSize);
+  gear_->setAutoRaise(true);
+  gear_->setFocusPolicy(Qt::NoFocus);
+  gear_->setAccessibleName(tr("Ajustes"));
+  gear_->setToolTip(gear_->accessibleName());
+  connect(gear_, &QToolButton::clicked, this, &ContentView::settingsRequested);
   auto* const top = new QHBoxLayout;
   top->setContentsMargins(10, 10, 10, 8);
   top->addWidget(search_);
+  top->addWidget(gear_);
   auto* const middle = new QHBoxLayout;
   middle->setContentsMargins(6, 0, 6, 0);
   middle->addWidget(list_);
@@ -209,6 +221,9 @@ bool ContentView::handleCommand(int key) {
     case Qt::Key_T:
       if (clip && store_.copyRecognizedText(clip->clip)) Q_EMIT pasteRequested();
       return true;
+    case Qt::Key_Comma:
+      Q_EMIT settingsRequested();
+      return true;
     default:
       return false;
   }
@@ -230,7 +245,9 @@ void ContentView::applyTheme() {
   QPalette colors = list_->palette();
   colors.setColor(QPalette::Base, Qt::transparent);
   if (colors != list_->palette()) list_->setPalette(colors);
-  list_->verticalScrollBar()->setStyleSheet(scrollBarStyle(panelTheme(palette())));
+  const PanelTheme theme = panelTheme(palette());
+  list_->verticalScrollBar()->setStyleSheet(scrollBarStyle(theme));
+  gear_->setIcon(symbols::icon(QStringLiteral("gearshape"), theme.secondaryText));
 }
 
 }  // namespace nimbrel

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QListView>
+#include <QToolButton>
 #include <QUuid>
 #include <QWidget>
 #include <optional>
@@ -35,6 +36,7 @@ class ContentView final : public QWidget {
   /// A clip has been put on the pasteboard to be pasted.
   void pasteRequested();
   void dismissRequested();
+  void settingsRequested();
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
@@ -60,6 +62,7 @@ class ContentView final : public QWidget {
   ClipListModel* model_;
   SearchField* search_;
   QListView* list_;
+  QToolButton* gear_;
   HintLine* hint_;
   /// Outlives the selection of the list view, which goes with every rebuilt model.
   std::optional<QUuid> selectedId_;

@@ -45,6 +45,10 @@ struct Platform final {
 
   /// Makes the panel window around a top-level widget that has not been shown yet.
   std::function<std::unique_ptr<PanelWindow>(QWidget&)> makePanelWindow;
+  /// The system's own way of choosing an application, from a window of the program; empty where there is none
+  /// and the program shows a list of its own.
+  std::function<void(QWidget* parent, std::function<void(const InstalledApplication&)> chosen)>
+      chooseApplication;
   /// Makes the status item; `icon` draws a symbol by its name.
   std::function<std::unique_ptr<StatusItem>(std::function<QIcon(const QString&)> icon)> makeStatusItem;
 };

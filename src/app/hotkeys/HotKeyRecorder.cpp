@@ -2,12 +2,14 @@
 
 #include <QAccessible>
 #include <QHBoxLayout>
+#include <algorithm>
 #include <utility>
 
 namespace nimbrel {
 namespace {
 
 constexpr int kFieldWidth = 128;
+constexpr int kFieldMargin = 24;
 
 }  // namespace
 
@@ -18,7 +20,7 @@ HotKeyRecorder::HotKeyRecorder(const KeyReader& keys, HotKeyDispatcher& dispatch
       title_(title),
       apply_(std::move(apply)),
       message_(new QLabel(this)),
-      field_(new QStackedLayout),
+      field_(new QStackedWidget(this)),
       button_(new QPushButton(this)),
       capture_(new KeyCaptureView(
           keys, [this](const PressedKey& key) { take(key); }, this)) {
@@ -32,8 +34,9 @@ HotKeyRecorder::HotKeyRecorder(const KeyReader& keys, HotKeyDispatcher& dispatch
   row->setContentsMargins(0, 0, 0, 0);
   row->addStretch();
   row->addWidget(message_);
-  row->addLayout(field_);
-  button_->setMinimumWidth(kFieldWidth);
+  row->addWidget(field_);
+  const int textWidth = fontMetrics().horizontalAdvance(capture_->accessibleName());
+  field_->setFixedSize(std::max(kFieldWidth, textWidth + kFieldMargin), button_->sizeHint().height());
   connect(button_, &QPushButton::clicked, this, &HotKeyRecorder::startRecording);
   connect(capture_, &KeyCaptureView::turnedAway, this, &HotKeyRecorder::stopRecording);
 }

@@ -2,7 +2,7 @@
 
 #include <QLabel>
 #include <QPushButton>
-#include <QStackedLayout>
+#include <QStackedWidget>
 #include <QWidget>
 #include <functional>
 
@@ -43,7 +43,7 @@ class HotKeyRecorder final : public QWidget {
   const QString title_;
   const Apply apply_;
   QLabel* message_;
-  QStackedLayout* field_;
+  QStackedWidget* field_;
   QPushButton* button_;
   KeyCaptureView* capture_;
   bool recording_ = false;

@@ -1,0 +1,31 @@
+#include "app/SettingsWindow.h"
+
+#include <QCoreApplication>
+#include <QCursor>
+
+#include "app/PanelPlacement.h"
+#include "app/Screens.h"
+
+namespace nimbrel {
+namespace {
+
+/// A title and a close button: neither resizable nor to be minimised.
+constexpr auto kFlags =
+    Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint;
+
+}  // namespace
+
+void SettingsWindow::open() {
+  if (!view_) {
+    view_ = std::make_unique<SettingsView>(parts_);
+    view_->setObjectName(QStringLiteral("settingsWindow"));
+    view_->setWindowFlags(kFlags);
+    view_->setWindowTitle(QCoreApplication::translate("SettingsWindow", "Ajustes de Nimbrel"));
+  }
+  view_->move(centredOrigin(view_->frameGeometry().size(), QCursor::pos(), screenFrames()));
+  view_->show();
+  view_->activateWindow();
+  view_->raise();
+}
+
+}  // namespace nimbrel

@@ -1,0 +1,113 @@
+#include "settings/window/ApplicationChooser.h"
+
+#include <QCoreApplication>
+#include <QDialogButtonBox>
+#include <QKeyEvent>
+#include <QVBoxLayout>
+
+#include "look/Symbols.h"
+#include "settings/window/SettingsPage.h"
+
+namespace nimbrel {
+namespace {
+
+constexpr QSize kSize(400, 420);
+constexpr int kIconSize = 22;
+constexpr int kMaxQueryLength = 200;
+
+}  // namespace
+
+ApplicationChooser::ApplicationChooser(const std::optional<RunningApplication>& front,
+                                       const QStringList& known, InstalledIcons& icons, QWidget* parent)
+    : QDialog(parent),
+      known_(known),
+      icons_(icons),
+      model_(new ApplicationListModel(icons, known, this)),
+      search_(new QLineEdit(this)),
+      list_(new QListView(this)) {
+  setWindowTitle(tr("Añadir aplicación"));
+  resize(kSize);
+  auto* const column = new QVBoxLayout(this);
+  if (front) addFront(*front);
+  search_->setPlaceholderText(tr("Buscar aplicación…"));
+  search_->setAccessibleName(tr("Buscar aplicación…"));
+  search_->setMaxLength(kMaxQueryLength);
+  search_->setClearButtonEnabled(true);
+  search_->installEventFilter(this);
+  column->addWidget(search_);
+  const QColor soft = blend(palette().color(QPalette::Text), palette().color(QPalette::Base), 0.5);
+  model_->setGenericIcon(symbols::icon(QStringLiteral("app.dashed"), soft));
+  list_->setModel(model_);
+  list_->setAccessibleName(tr("Aplicaciones instaladas"));
+  list_->setIconSize({kIconSize, kIconSize});
+  list_->setUniformItemSizes(true);
+  list_->setSpacing(1);
+  column->addWidget(list_, 1);
+  auto* const buttons = new QDialogButtonBox(this);
+  add_ = buttons->addButton(tr("Añadir"), QDialogButtonBox::AcceptRole);
+  auto* const cancel = buttons->addButton(tr("Cancelar"), QDialogButtonBox::RejectRole);
+  add_->setDefault(true);
+  cancel->setAutoDefault(false);
+  column->addWidget(buttons);
+  connect(buttons, &QDialogButtonBox::accepted, this, &ApplicationChooser::chooseCurrent);
+  connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+  connect(search_, &QLineEdit::textChanged, this, &ApplicationChooser::search);
+  connect(list_, &QListView::doubleClicked, this, &ApplicationChooser::chooseCurrent);
+  connect(list_->selectionModel(), &QItemSelectionModel::currentChanged, this,
+          &ApplicationChooser::updateButton);
+  search_->setFocus();
+  updateButton();
+}
+
+void ApplicationChooser::addFront(const RunningApplication& front) {
+  front_ = new QPushButton(this);
+  front_->setObjectName(QStringLiteral("frontApplication"));
+  // An ampersand in the name is no mnemonic.
+  const QString name = QString(front.name).replace(u'&', QStringLiteral("&&"));
+  front_->setText(tr("Añadir la aplicación en uso: %1").arg(name));
+  front_->setToolTip(front.identifier);
+  front_->setAutoDefault(false);
+  front_->setEnabled(!known_.contains(front.identifier));
+  const InstalledApplication application{.identifier = front.identifier, .name = front.name, .icon = {}};
+  connect(front_, &QPushButton::clicked, this, [this, application] { choose(application); });
+  layout()->addWidget(front_);
+}
+
+void ApplicationChooser::setApplications(const QList<InstalledApplication>& applications) {
+  model_->setApplications(applications);
+  if (front_) front_->setIcon(icons_.icon(front_->toolTip(), {}));
+  updateButton();
+}
+
+void ApplicationChooser::search(const QString& query) {
+  model_->setQuery(query);
+  // Return must add what the search has found.
+  if (!query.isEmpty()) list_->setCurrentIndex(model_->firstChoice());
+  updateButton();
+}
+
+void ApplicationChooser::updateButton() {
+  add_->setEnabled(model_->applicationAt(list_->currentIndex()).has_value());
+}
+
+void ApplicationChooser::chooseCurrent() {
+  if (const auto application = model_->applicationAt(list_->currentIndex())) choose(*application);
+}
+
+void ApplicationChooser::choose(const InstalledApplication& application) {
+  accept();
+  Q_EMIT chosen(application);
+}
+
+bool ApplicationChooser::eventFilter(QObject* watched, QEvent* event) {
+  if (watched != search_ || event->type() != QEvent::KeyPress) return QDialog::eventFilter(watched, event);
+  // The list moves while the user types.
+  const int key = static_cast<QKeyEvent*>(event)->key();
+  const bool moves =
+      key == Qt::Key_Up || key == Qt::Key_Down || key == Qt::Key_PageUp || key == Qt::Key_PageDown;
+  if (!moves) return QDialog::eventFilter(watched, event);
+  QCoreApplication::sendEvent(list_, event);
+  return true;
+}
+
+}  // namespace nimbrel

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <functional>
+#include <utility>
+
+#include "capture/MainThreadCalls.h"
+#include "storage/SerialQueue.h"
+
+namespace nimbrel {
+
+/// Asks the system what takes time without making the user wait for the answer. Main thread.
+class Background final {
+ public:
+  /// Runs a task elsewhere, after those that were given before, and hands its result over on the main thread;
+  /// not any more once this is gone.
+  template <typename Task, typename Done>
+  void run(Task task, Done done) {
+    queue_.post([this, task = std::move(task), done = std::move(done)] {
+      calls_.post([done, result = task()] { done(result); });
+    });
+  }
+
+ private:
+  MainThreadCalls calls_;
+  // Last member, first to go: what it still runs posts to the calls.
+  SerialQueue queue_{QStringLiteral("Nimbrel.settings"), SerialQueue::Priority::userInitiated};
+};
+
+}  // namespace nimbrel
