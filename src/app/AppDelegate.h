@@ -41,6 +41,9 @@ class AppDelegate final : public QObject {
   /// The history, for whoever automates the program.
   [[nodiscard]] ClipboardStore& store() { return store_; }
 
+  /// The user's choices.
+  [[nodiscard]] AppSettings& settings() { return settings_; }
+
   /// Shows the settings in place of the panel.
   void openSettings();
 

@@ -1,12 +1,17 @@
 #include "app/CommandLine.h"
 
+#include <QCoreApplication>
 #include <algorithm>
 
 namespace nimbrel {
 namespace {
 
+struct Texts {
+  Q_DECLARE_TR_FUNCTIONS(CommandLine)
+};
+
 QString helpText() {
-  return QStringLiteral(
+  return Texts::tr(
       "Uso: nimbrel [OPCIÓN]\n"
       "     nimbrel classify [--source ID] [--no-codes] [--multiline] [--lines] [ARCHIVO]\n"
       "     nimbrel transform TRANSFORMACIÓN [ARCHIVO]\n"
@@ -39,7 +44,7 @@ bool asksForHelp(const QStringList& arguments) {
 }
 
 PrintCommand misuse(const QString& message) {
-  return {QStringLiteral("nimbrel: %1\n«nimbrel --help» muestra la ayuda.\n").arg(message), 2};
+  return {Texts::tr("nimbrel: %1\n«nimbrel --help» muestra la ayuda.\n").arg(message), 2};
 }
 
 }  // namespace
@@ -51,7 +56,7 @@ CommandLine parseCommandLine(const QStringList& arguments, const QString& versio
   if (first == u"--version" || first == u"-v")
     return PrintCommand{QStringLiteral("nimbrel %1\n").arg(version), 0};
   const auto text = parseTextCommand(arguments);
-  if (!text) return misuse(QStringLiteral("opción desconocida «%1»").arg(printable(first)));
+  if (!text) return misuse(Texts::tr("opción desconocida «%1»").arg(printable(first)));
   if (const auto* const error = std::get_if<UsageError>(&*text)) return misuse(error->message);
   return std::get<TextCommand>(*text);
 }

@@ -1,5 +1,6 @@
 #include "app/TextCommand.h"
 
+#include <QCoreApplication>
 #include <utility>
 
 #include "app/DescriptorDevice.h"
@@ -8,6 +9,10 @@
 
 namespace nimbrel {
 namespace {
+
+struct Texts {
+  Q_DECLARE_TR_FUNCTIONS(CommandLine)
+};
 
 /// A failure as the user reads it.
 struct Failure {
@@ -44,7 +49,7 @@ QString fileOf(const QStringList& names) {
 }
 
 QString missingFile() {
-  return QStringLiteral("falta el nombre del archivo");
+  return Texts::tr("falta el nombre del archivo");
 }
 
 /// Joins an option with the value that is an argument of its own: "--source ID" becomes "--source=ID".
@@ -69,11 +74,11 @@ std::variant<TextCommand, UsageError> parseClassify(const QStringList& given) {
     else if (option.startsWith(kSource) && option != kSource)
       command.source = option.sliced(kSource.size());
     else if (option == u"--source" || option == kSource)
-      return UsageError{QStringLiteral("falta la aplicación de --source")};
+      return UsageError{Texts::tr("falta la aplicación de --source")};
     else
-      return UsageError{QStringLiteral("classify no conoce la opción «%1»").arg(printable(option))};
+      return UsageError{Texts::tr("classify no conoce la opción «%1»").arg(printable(option))};
   }
-  if (arguments.others.size() > 1) return UsageError{QStringLiteral("classify lee un solo archivo")};
+  if (arguments.others.size() > 1) return UsageError{Texts::tr("classify lee un solo archivo")};
   if (arguments.others.contains(QString())) return UsageError{missingFile()};
   command.file = fileOf(arguments.others);
   return command;
@@ -90,25 +95,25 @@ std::variant<TextCommand, UsageError> parseTransform(const QStringList& given) {
   const Arguments arguments = sorted(given);
   if (!arguments.options.isEmpty())
     return UsageError{
-        QStringLiteral("transform no conoce la opción «%1»").arg(printable(arguments.options.first()))};
+        Texts::tr("transform no conoce la opción «%1»").arg(printable(arguments.options.first()))};
   if (arguments.others.isEmpty())
-    return UsageError{QStringLiteral("falta la transformación: %1").arg(transformNames())};
-  if (arguments.others.size() > 2) return UsageError{QStringLiteral("transform lee un solo archivo")};
+    return UsageError{Texts::tr("falta la transformación: %1").arg(transformNames())};
+  if (arguments.others.size() > 2) return UsageError{Texts::tr("transform lee un solo archivo")};
   if (arguments.others.sliced(1).contains(QString())) return UsageError{missingFile()};
   const auto transform = textTransformNamed(arguments.others.first());
   if (!transform)
-    return UsageError{QStringLiteral("no hay ninguna transformación «%1»; las que hay: %2")
+    return UsageError{Texts::tr("no hay ninguna transformación «%1»; las que hay: %2")
                           .arg(printable(arguments.others.first()), transformNames())};
   return TransformCommand{.transform = *transform, .file = fileOf(arguments.others.sliced(1))};
 }
 
 QString tooLong() {
-  return QStringLiteral("el texto es demasiado largo (el máximo son %1 MB)").arg(kMaxInputBytes >> 20);
+  return Texts::tr("el texto es demasiado largo (el máximo son %1 MB)").arg(kMaxInputBytes >> 20);
 }
 
 Result<QString> decoded(const QByteArray& bytes) {
   auto text = strictUtf8(bytes);
-  if (!text) return Failure{QStringLiteral("el texto no es UTF-8 válido")};
+  if (!text) return Failure{Texts::tr("el texto no es UTF-8 válido")};
   return *std::move(text);
 }
 
@@ -116,7 +121,7 @@ Result<QString> decoded(const QByteArray& bytes) {
 Result<QByteArray> readPiece(QIODevice& input, qint64 most) {
   QByteArray piece(most, Qt::Uninitialized);
   const qint64 size = input.read(piece.data(), most);
-  if (size < 0) return Failure{QStringLiteral("no se puede leer el texto: %1").arg(input.errorString())};
+  if (size < 0) return Failure{Texts::tr("no se puede leer el texto: %1").arg(input.errorString())};
   piece.resize(size);
   return piece;
 }
@@ -158,7 +163,7 @@ QByteArray gradeOf(const ClassifyCommand& command, const QString& text) {
 
 std::optional<Failure> write(QIODevice& output, const QByteArray& bytes) {
   if (output.write(bytes) == bytes.size()) return std::nullopt;
-  return Failure{QStringLiteral("no se puede escribir el resultado: %1").arg(output.errorString())};
+  return Failure{Texts::tr("no se puede escribir el resultado: %1").arg(output.errorString())};
 }
 
 /// Grades the lines of an input as they come.
@@ -198,7 +203,7 @@ class LineClassifier final {
   }
 
   void fail(const QString& message) {
-    failure_ = Failure{QStringLiteral("línea %1: %2").arg(number_ + 1).arg(message)};
+    failure_ = Failure{Texts::tr("línea %1: %2").arg(number_ + 1).arg(message)};
   }
 
   const ClassifyCommand& command_;
@@ -236,7 +241,7 @@ std::optional<Failure> answer(const TransformCommand& command, QIODevice& input,
   if (const auto* const failure = std::get_if<Failure>(&text)) return *failure;
   const auto result = apply(command.transform, std::get<QString>(text), QLocale::system());
   if (!result)
-    return Failure{QStringLiteral("«%1» no se puede aplicar a este texto").arg(label(command.transform))};
+    return Failure{Texts::tr("«%1» no se puede aplicar a este texto").arg(label(command.transform))};
   return write(output, result->toUtf8());
 }
 
@@ -245,10 +250,9 @@ std::optional<Failure> answerFromSource(const Command& command, QIODevice& input
   if (command.file.isEmpty()) return answer(command, input, output);
   DescriptorDevice file(command.file);
   if (!file.isOpen())
-    return Failure{
-        QStringLiteral("no se puede leer «%1»: %2").arg(printable(command.file), file.errorString())};
+    return Failure{Texts::tr("no se puede leer «%1»: %2").arg(printable(command.file), file.errorString())};
   auto failure = answer(command, file, output);
-  if (failure) failure->message = QStringLiteral("«%1»: %2").arg(printable(command.file), failure->message);
+  if (failure) failure->message = Texts::tr("«%1»: %2").arg(printable(command.file), failure->message);
   return failure;
 }
 

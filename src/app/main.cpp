@@ -2,18 +2,20 @@
 
 #include <QApplication>
 #include <QEventLoop>
+#include <QLocale>
 #include <QThread>
 #include <algorithm>
-#include <cstdio>
 #include <functional>
 #include <memory>
 #include <new>
+#include <optional>
 #include <variant>
 
 #include "app/AppDelegate.h"
 #include "app/CommandLine.h"
 #include "app/DescriptorDevice.h"
 #include "app/HistoryOpening.h"
+#include "app/Localization.h"
 #include "platform/Platform.h"
 #include "storage/HistoryCipher.h"
 #include "storage/RandomSource.h"
@@ -21,6 +23,10 @@
 
 namespace nimbrel {
 namespace {
+
+struct Texts {
+  Q_DECLARE_TR_FUNCTIONS(CommandLine)
+};
 
 QStringList argumentsOf(int argc, char** argv) {
   QStringList arguments;
@@ -42,7 +48,7 @@ int execute(const TextCommand& command) {
   try {
     return run(command, input, output, errors);
   } catch (const std::bad_alloc&) {
-    static_cast<void>(errors.write("nimbrel: no hay memoria para este texto\n"));
+    static_cast<void>(errors.write(Texts::tr("nimbrel: no hay memoria para este texto\n").toUtf8()));
     return 1;
   }
 }
@@ -67,19 +73,30 @@ bool inBackground(TerminationSignal& termination, const std::function<void()>& t
   return !ended;
 }
 
+/// Does what the arguments say without a desktop; nothing when they ask for the application itself.
+std::optional<int> runCommand(const QStringList& arguments, int argc, char** argv) {
+  if (arguments.isEmpty()) return std::nullopt;
+  const QCoreApplication application(argc, argv);
+  const Localization localization(interfaceLanguage(QLocale::system().uiLanguages()));
+  const CommandLine command = parseCommandLine(arguments, QStringLiteral(NIMBREL_VERSION));
+  if (const auto* const print = std::get_if<PrintCommand>(&command)) return execute(*print);
+  if (const auto* const text = std::get_if<TextCommand>(&command)) return execute(*text);
+  return std::nullopt;
+}
+
 int runApplication(int argc, char** argv) {
   preparePlatform();
   QApplication application(argc, argv);
   QApplication::setApplicationName(QStringLiteral("Nimbrel"));
   QApplication::setDesktopFileName(QStringLiteral("app.nimbrel.Nimbrel"));
   QApplication::setQuitOnLastWindowClosed(false);
+  const Localization localization(interfaceLanguage(QLocale::system().uiLanguages()));
   Platform platform = makePlatform();
   switch (platform.instance->claim()) {
     case InstanceHost::Claim::handedOver:
       return 0;
     case InstanceHost::Claim::unanswered:
-      std::fputs("nimbrel: ya está en marcha, pero no contesta\n", stderr);
-      return 1;
+      return execute(PrintCommand{Texts::tr("nimbrel: ya está en marcha, pero no contesta\n"), 1});
     case InstanceHost::Claim::first:
     case InstanceHost::Claim::unavailable:
       break;
@@ -109,8 +126,7 @@ int runApplication(int argc, char** argv) {
 
 int main(int argc, char** argv) {
   using namespace nimbrel;
-  const CommandLine command = parseCommandLine(argumentsOf(argc, argv), QStringLiteral(NIMBREL_VERSION));
-  if (const auto* const print = std::get_if<PrintCommand>(&command)) return execute(*print);
-  if (const auto* const text = std::get_if<TextCommand>(&command)) return execute(*text);
+  const QStringList arguments = argumentsOf(argc, argv);
+  if (const auto status = runCommand(arguments, argc, argv)) return *status;
   return runApplication(argc, argv);
 }

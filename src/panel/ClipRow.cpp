@@ -1,5 +1,6 @@
 #include "panel/ClipRow.h"
 
+#include <QCoreApplication>
 #include <QDateTime>
 #include <QLocale>
 #include <QPainter>
@@ -14,6 +15,10 @@
 
 namespace nimbrel {
 namespace {
+
+struct Texts {
+  Q_DECLARE_TR_FUNCTIONS(ClipRow)
+};
 
 struct Detail {
   QString symbol;
@@ -37,10 +42,10 @@ QList<Detail> detailsOf(const IndexedClip& indexed, const QDateTime& now) {
   if (!isMasked(clip) && traits.isLink) add("link", {});
   if (clip.isFile()) add("folder", {});
   if (clip.isImage() && clip.ocrText && !clip.ocrText->isEmpty()) add("text.viewfinder", {});
-  if (traits.isTemplate) details.append({QStringLiteral("curlybraces"), ClipRow::tr("Plantilla"), true});
+  if (traits.isTemplate) details.append({QStringLiteral("curlybraces"), Texts::tr("Plantilla"), true});
   if (const QString source = sourceLabel(clip); !source.isEmpty()) add("", source);
   if (const QString length = lengthLabel(indexed, locale); !length.isEmpty()) add("", length);
-  if (clip.expiresAt) add("timer", ClipRow::tr("Se borrará automáticamente"));
+  if (clip.expiresAt) add("timer", Texts::tr("Se borrará automáticamente"));
   add("clock", relativeDate(toDateTime(clip.date.time_since_epoch()), now, locale));
   return details;
 }

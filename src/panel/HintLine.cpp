@@ -14,9 +14,9 @@ constexpr int kMargin = 12;
 constexpr qreal kLargest = 11;
 constexpr qreal kSmallest = 9.5;
 
-QString tr(const char* text) {
-  return QCoreApplication::translate("ContentView", text);
-}
+struct Texts {
+  Q_DECLARE_TR_FUNCTIONS(ContentView)
+};
 
 QFont fittingFont(const QString& text, int width, const QPaintDevice* device) {
   QFont font = panelFont(kLargest);
@@ -32,13 +32,15 @@ QFont fittingFont(const QString& text, int width, const QPaintDevice* device) {
 
 QString hintFor(const ClipItem* selected) {
   if (selected && selected->isImage() && selected->ocrText && !selected->ocrText->isEmpty())
-    return tr("↑↓ elegir   ↩ pegar imagen   ⌘T pegar su texto   ⌘⌫ borrar   ⌘P fijar   ␣ vista rápida");
+    return Texts::tr(
+        "↑↓ elegir   ↩ pegar imagen   ⌘T pegar su texto   ⌘⌫ borrar   ⌘P fijar   ␣ vista rápida");
   if (selected && selected->isFile())
-    return tr("↑↓ elegir   ↩ pegar archivo   ⌘⌫ borrar   ⌘P fijar   ␣ vista rápida");
+    return Texts::tr("↑↓ elegir   ↩ pegar archivo   ⌘⌫ borrar   ⌘P fijar   ␣ vista rápida");
   if (selected && linkOf(*selected))
-    return tr(
+    return Texts::tr(
         "↑↓ elegir   ↩ pegar   ⌘O abrir enlace   ⌘↩ sin formato   ⌘⌫ borrar   ⌘P fijar   ␣ vista rápida");
-  return tr("↑↓ elegir   ↩ pegar   ⌘1–9 directo   ⌘⌫ borrar   ⌘P fijar   ␣ vista rápida   ⌘↩ sin formato");
+  return Texts::tr(
+      "↑↓ elegir   ↩ pegar   ⌘1–9 directo   ⌘⌫ borrar   ⌘P fijar   ␣ vista rápida   ⌘↩ sin formato");
 }
 
 HintLine::HintLine(QWidget* parent) : QWidget(parent) {

@@ -11,8 +11,9 @@ ApplicationListModel::ApplicationListModel(InstalledIcons& icons, QStringList kn
 
 void ApplicationListModel::setApplications(QList<InstalledApplication> applications) {
   std::sort(applications.begin(), applications.end(), [](const auto& a, const auto& b) {
-    const int order = QString::localeAwareCompare(a.name, b.name);
-    return order != 0 ? order < 0 : a.identifier < b.identifier;
+    const QByteArray first = foldedText(a.name);
+    const QByteArray second = foldedText(b.name);
+    return first != second ? first < second : a.identifier < b.identifier;
   });
   // Several desktop files may stand for one application.
   const auto end = std::unique(applications.begin(), applications.end(), [](const auto& a, const auto& b) {

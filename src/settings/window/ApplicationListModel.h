@@ -10,7 +10,7 @@
 
 namespace nimbrel {
 
-/// The installed applications that match a search, in the order of the user's language. Main thread.
+/// The installed applications that match a search, in alphabetical order. Main thread.
 class ApplicationListModel final : public QAbstractListModel {
   Q_OBJECT
 

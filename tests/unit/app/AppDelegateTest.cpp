@@ -7,6 +7,7 @@
 #include <QTest>
 
 #include "app/HistoryOpening.h"
+#include "app/hotkeys/HotKeyRecorder.h"
 #include "platform/PasteboardTypes.h"
 #include "storage/RandomSource.h"
 #include "storage/StorageDirectory.h"
@@ -28,6 +29,9 @@ class AppDelegateTest : public ::testing::Test {
     keep(platform.pasteboard, pasteboard);
     keep(platform.hotKeys, hotKeys);
     keep(platform.keystrokes, keystrokes);
+    keep(platform.keys, keys);
+    keep(platform.loginItem, loginItem);
+    keep(platform.applications, applications);
     keep(platform.accessibility, trust);
     keep(platform.defaults, defaults);
     keep(platform.imageCodec, codec);
@@ -53,6 +57,14 @@ class AppDelegateTest : public ::testing::Test {
     delegate->store().tick();
   }
   [[nodiscard]] QUuid idAt(qsizetype row) const { return delegate->store().items().at(row)->clip.id; }
+  /// Records a combination for the panel in the settings window.
+  void record(const PressedKey& key) {
+    delegate->openSettings();
+    QWidget* const recorder = delegate->settingsView()->findChild<HotKeyRecorder*>();
+    recorder->findChild<QPushButton*>()->click();
+    keys->next = key;
+    QTest::keyClick(recorder->findChild<KeyCaptureView*>(), Qt::Key_X);
+  }
   void pressNext() {
     for (auto it = hotKeys->registered.begin(); it != hotKeys->registered.end(); ++it) {
       if (it->keyCode != defaultNextHotKey().keyCode) continue;
@@ -73,6 +85,9 @@ class AppDelegateTest : public ::testing::Test {
   FakePasteboard* pasteboard = nullptr;
   FakeHotKeyRegistrar* hotKeys = nullptr;
   FakeKeystrokePoster* keystrokes = nullptr;
+  FakeKeyReader* keys = nullptr;
+  FakeLoginItem* loginItem = nullptr;
+  FakeApplicationCatalog* applications = nullptr;
   FakeAccessibilityTrust* trust = nullptr;
   FakeUserDefaults* defaults = nullptr;
   FakeImageCodec* codec = nullptr;
@@ -180,6 +195,84 @@ TEST_F(AppDelegateTest, ARecognitionThatFailedIsNotTriedAgainAtTheNextStart) {
   start();
   QTest::qWait(50);
   EXPECT_EQ(recognizer->calls, 1);
+}
+
+TEST_F(AppDelegateTest, TheSettingsWindowIsMadeOnceAndComesInThePlaceOfThePanel) {
+  delegate->showPanel();
+  EXPECT_EQ(delegate->settingsView(), nullptr);
+  delegate->openSettings();
+  SettingsView* const view = delegate->settingsView();
+  ASSERT_NE(view, nullptr);
+  EXPECT_TRUE(view->isVisible());
+  EXPECT_EQ(view->windowTitle(), u"Ajustes de Nimbrel");
+  EXPECT_EQ(view->size(), QSize(490, 390));
+  EXPECT_EQ(view->minimumSize(), view->maximumSize());
+  view->close();
+  delegate->openSettings();
+  EXPECT_EQ(delegate->settingsView(), view);
+  EXPECT_TRUE(view->isVisible());
+}
+
+TEST_F(AppDelegateTest, ARecordedHotKeyTakesThePlaceOfTheOldOneAndLasts) {
+  record({.keyCode = 11, .modifiers = 256, .characters = u"b"_s});
+  EXPECT_THAT(hotKeys->registered.values(),
+              ::testing::UnorderedElementsAre(FakeHotKeyRegistrar::Combo{11, 256},
+                                              FakeHotKeyRegistrar::Combo{45, 768}));
+  const auto stored = defaults->stored;
+  delegate.reset();
+  defaults->values = stored;
+  start();
+  EXPECT_THAT(hotKeys->registered.values(), ::testing::Contains(FakeHotKeyRegistrar::Combo{11, 256}));
+}
+
+TEST_F(AppDelegateTest, ARefusedHotKeyLeavesTheOldOneWorking) {
+  hotKeys->taken.append({11, 256});
+  record({.keyCode = 11, .modifiers = 256, .characters = u"b"_s});
+  EXPECT_EQ(delegate->settingsView()->findChild<HotKeyRecorder*>()->message(), u"Ya está en uso");
+  EXPECT_THAT(hotKeys->registered.values(),
+              ::testing::UnorderedElementsAre(FakeHotKeyRegistrar::Combo{9, 768},
+                                              FakeHotKeyRegistrar::Combo{45, 768}));
+  EXPECT_TRUE(log.lines().isEmpty());
+}
+
+TEST_F(AppDelegateTest, AnIgnoredApplicationIsObeyedAtOnce) {
+  workspace->front = RunningApplication{u"org.example.App"_s, u"App"_s, 7};
+  copy(u"antes"_s);
+  ASSERT_EQ(delegate->store().items().size(), 1);
+  delegate->settings().setIgnoredApps({{u"org.example.App"_s, u"App"_s}});
+  copy(u"después"_s);
+  EXPECT_EQ(delegate->store().items().size(), 1);
+}
+
+TEST_F(AppDelegateTest, ASmallerCapacityIsObeyedAtOnce) {
+  for (int i = 0; i < 30; ++i)
+    copy(QString::number(i));
+  delegate->settings().setMaxUnpinned(25);
+  EXPECT_EQ(delegate->store().items().size(), 25);
+}
+
+TEST_F(AppDelegateTest, CodesDisappearFromCaptureWhenTheyAreNotToBeKept) {
+  copy(u"482913"_s);
+  EXPECT_EQ(delegate->store().items().size(), 1);
+  delegate->settings().setSoftSensitiveExpiry(0);
+  copy(u"482914"_s);
+  EXPECT_EQ(delegate->store().items().size(), 1);
+}
+
+TEST_F(AppDelegateTest, TheSwitchesReachCapture) {
+  delegate->settings().setRichEnabled(false);
+  EXPECT_FALSE(pasteboard->policy.wantsRichText);
+  delegate->settings().setOcrEnabled(false);
+  PasteboardSnapshot snapshot;
+  snapshot.types = {pasteboardType::png.toString()};
+  snapshot.image = "png";
+  recognizer->lines.insert("png", {{u"texto"_s, QRectF()}});
+  pasteboard->copy(snapshot);
+  delegate->store().tick();
+  ASSERT_TRUE(QTest::qWaitFor([this] { return delegate->store().items().size() == 1; }));
+  EXPECT_EQ(recognizer->calls, 0);
+  delegate->settings().setOcrEnabled(true);
+  EXPECT_TRUE(QTest::qWaitFor([this] { return delegate->store().search(u"texto"_s).size() == 1; }));
 }
 
 TEST_F(AppDelegateTest, AnOlderHistoryIsThereAtTheFirstLaunch) {

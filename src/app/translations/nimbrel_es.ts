@@ -1,0 +1,24 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="es" sourcelanguage="es">
+<context>
+    <name>nimbrel::GeneralSettingsTab</name>
+    <message numerus="yes">
+        <source>%n elemento(s)</source>
+        <translation>
+            <numerusform>%n elemento</numerusform>
+            <numerusform>%n elementos</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>nimbrel::SecuritySettingsTab</name>
+    <message numerus="yes">
+        <source>Borrar a %n segundo(s)</source>
+        <translation>
+            <numerusform>Borrar a %n segundo</numerusform>
+            <numerusform>Borrar a %n segundos</numerusform>
+        </translation>
+    </message>
+</context>
+</TS>
