@@ -60,11 +60,12 @@ def active():
 
 
 class Nimbrel:
-    """The program itself, with its history in a folder of its own."""
+    """The program itself, with its history and its settings in folders of its own."""
 
-    def __init__(self, binary, data_home):
+    def __init__(self, binary, data_home, config_home):
         self.binary = binary
-        self.environment = dict(os.environ, XDG_DATA_HOME=str(data_home))
+        self.environment = dict(os.environ, XDG_DATA_HOME=str(data_home), XDG_CONFIG_HOME=str(config_home))
+        self.config = pathlib.Path(config_home)
         self.database = pathlib.Path(data_home) / "Nimbrel" / "brevin.sqlite"
         self.process = None
         # What the last run that was quit has logged.
@@ -119,6 +120,18 @@ class Nimbrel:
         before = self.count()
         copy(text)
         until(lambda: self.count() > before, f"the capture of {text!r}")
+
+    def copied_over(self, text, count):
+        """Copies elsewhere while the history is full, and waits until an older clip has made room."""
+        copy(text)
+        def newest():
+            connection = sqlite3.connect(f"file:{self.database}?mode=ro", uri=True)
+            try:
+                return connection.execute("SELECT MAX(date), COUNT(*) FROM clips").fetchone()
+            finally:
+                connection.close()
+        before = time.time() - PATIENCE
+        until(lambda: newest()[0] > before and newest()[1] == count, f"{text!r} in place of another clip")
 
     def quit(self):
         self.process.send_signal(signal.SIGTERM)

@@ -1,84 +1,15 @@
 #!/usr/bin/env python3
-"""From a copy in one program to a paste in another, on a real desktop: e2e_test.py NIMBREL QT_ENTRY QT_COPY"""
+"""From a copy in one program to a paste in another, on a real desktop."""
 import os
-import pathlib
-import sqlite3
 import subprocess
-import sys
-import tempfile
 import time
-import unittest
 
 import desktop
 from desktop import active, focused, key, run, type_text, until
-
-NIMBREL, QT_ENTRY, QT_COPY = sys.argv[1:4]
-
-
-class Client:
-    """A program with a text field, in front of all others."""
-
-    def __init__(self, command, window):
-        before = set(desktop.windows(*window))
-        self.process = subprocess.Popen(command, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True)
-        found = until(lambda: set(desktop.windows(*window)) - before, f"the window of {command[0]}")
-        self.window = max(found)
-        run("xdotool", "windowactivate", "--sync", str(self.window), check=False)
-        until(lambda: f"{self.window:#x}" in active(), f"{command[0]} to be active")
-        until(lambda: focused() > 1, f"{command[0]} to have the keyboard")
-
-    def close(self):
-        self.process.kill()
-        self.process.wait()
-        self.process.stdout.close()
+from scenario import NIMBREL, QT_ENTRY, Scenario, main
 
 
-class EndToEnd(unittest.TestCase):
-    def setUp(self):
-        self.folder = tempfile.TemporaryDirectory()
-        self.path = pathlib.Path(self.folder.name)
-        self.nimbrel = desktop.Nimbrel(NIMBREL, self.path / "data")
-        self.clients = []
-        self.addCleanup(self.clean_up)
-        self.nimbrel.start()
-
-    def clean_up(self):
-        for client in self.clients:
-            client.close()
-        if self.nimbrel.process.poll() is None:
-            self.nimbrel.quit()
-        self.folder.cleanup()
-
-    def open(self, command, *window):
-        client = Client(command, window)
-        self.clients.append(client)
-        return client
-
-    def terminal(self, *command):
-        """A terminal in which a program writes its input to a file."""
-        output = self.path / "terminal.txt"
-        return output, self.open([*command, f"sh -c 'cat > {output}'"], "--class", command[0])
-
-    def read(self, output):
-        return output.read_text() if output.exists() else ""
-
-    def paste(self, search=None):
-        """Opens the panel, searches and presses Return; gives the focus that must come back."""
-        before = focused()
-        self.nimbrel.show()
-        if search:
-            type_text(search)
-        key("Return")
-        until(lambda: not self.nimbrel.panel(), "the panel to go")
-        until(lambda: focused() == before, "the focus to come back")
-
-    def expect_in_terminal(self, output, text):
-        # The line reaches the file when it is complete; Return is pressed until the paste has arrived.
-        def arrived():
-            key("Return")
-            return text in self.read(output)
-        until(arrived, f"{text!r} in the terminal")
-
+class EndToEnd(Scenario):
     # Pasting
 
     def test_pastes_into_xterm(self):
@@ -107,13 +38,6 @@ class EndToEnd(unittest.TestCase):
         client = self.open([QT_ENTRY], "--name", "^qt-entry$")
         self.paste()
         self.finish_field(client, "canción de cuna")
-
-    def finish_field(self, client, text):
-        # The keystroke follows the panel's going by 60 ms; a field that is confirmed earlier would be empty, and what
-        # arrives in it cannot be seen from outside before.
-        time.sleep(1)
-        key("Return")
-        self.assertEqual(client.process.communicate(timeout=desktop.PATIENCE)[0].strip(), text)
 
     def test_held_modifiers_do_not_leak_into_the_paste(self):
         self.nimbrel.copied("canción de cuna")
@@ -248,25 +172,6 @@ class EndToEnd(unittest.TestCase):
 
     # Images and formatted texts
 
-    def picture(self, text, name="picture.png"):
-        """A picture with a text in it, in the format of its name."""
-        path = self.path / name
-        run("convert", "-background", "white", "-fill", "black", "-font", "DejaVu-Sans", "-pointsize", "28",
-            f"label:{text}", "-bordercolor", "white", "-border", "40", str(path))
-        return path
-
-    def copy_picture(self, path, target="image/png"):
-        before = self.nimbrel.count()
-        desktop.copy_file(path, target)
-        until(lambda: self.nimbrel.count() > before, "the capture of a picture")
-
-    def copy_forms(self, *forms):
-        before = self.nimbrel.count()
-        source = subprocess.Popen([QT_COPY, *forms])
-        self.addCleanup(source.wait)
-        self.addCleanup(source.kill)
-        until(lambda: self.nimbrel.count() > before, "the capture of several forms")
-
     def paste_directly(self):
         self.nimbrel.show()
         key("Return")
@@ -281,9 +186,6 @@ class EndToEnd(unittest.TestCase):
     def pixels(self, source, picture=None):
         return subprocess.run(["convert", source, "-depth", "8", "rgb:-"], input=picture, check=True,
                               capture_output=True).stdout
-
-    def side_files(self, folder):
-        return list((self.nimbrel.database.parent / folder).iterdir())
 
     def test_a_picture_is_kept_sealed_and_comes_back_in_several_formats(self):
         path = self.picture("factura pendiente")
@@ -366,13 +268,6 @@ class EndToEnd(unittest.TestCase):
 
     # Secrets
 
-    def only_row(self):
-        connection = sqlite3.connect(f"file:{self.nimbrel.database}?mode=ro", uri=True)
-        try:
-            return connection.execute("SELECT sensitive, expires_at - date, rich_file FROM clips").fetchall()
-        finally:
-            connection.close()
-
     def stored_bytes(self):
         return b"".join(path.read_bytes() for path in self.nimbrel.database.parent.rglob("*") if path.is_file())
 
@@ -444,4 +339,4 @@ class EndToEnd(unittest.TestCase):
 
 
 if __name__ == "__main__":
-    unittest.main(argv=sys.argv[:1] + sys.argv[4:], verbosity=2)
+    main()

@@ -39,6 +39,12 @@ void SettingsView::applyTheme() {
         i, symbols::icon(names[static_cast<std::size_t>(i)], palette().color(QPalette::WindowText)));
 }
 
+void SettingsView::showEvent(QShowEvent* event) {
+  QWidget::showEvent(event);
+  // Where somebody with a keyboard begins.
+  if (!event->spontaneous()) tabs_->tabBar()->setFocus(Qt::OtherFocusReason);
+}
+
 void SettingsView::changeEvent(QEvent* event) {
   QWidget::changeEvent(event);
   if (event->type() == QEvent::PaletteChange) applyTheme();

@@ -16,6 +16,7 @@ class SettingsView final : public QWidget {
   explicit SettingsView(const SettingsParts& parts, QWidget* parent = nullptr);
 
  protected:
+  void showEvent(QShowEvent* event) override;
   void changeEvent(QEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
 
