@@ -38,10 +38,12 @@ QPixmap pixmap(const QString& name, int size, const QColor& color, qreal deviceP
   return cached;
 }
 
-QIcon icon(const QString& name, const QColor& color) {
+QIcon icon(const QString& name, const QColor& color, const QColor& selected) {
   QIcon icon;
-  for (const int size : {16, 22, 24, 32, 48})
+  for (const int size : {16, 22, 24, 32, 48}) {
     icon.addPixmap(pixmap(name, size, color, 1.0));
+    if (selected.isValid()) icon.addPixmap(pixmap(name, size, selected, 1.0), QIcon::Selected);
+  }
   return icon;
 }
 

@@ -15,8 +15,8 @@ namespace symbols {
 /// once and then taken from the pixmap cache. A null pixmap for an unknown name.
 [[nodiscard]] QPixmap pixmap(const QString& name, int size, const QColor& color, qreal devicePixelRatio);
 
-/// A symbol as an icon in several sizes.
-[[nodiscard]] QIcon icon(const QString& name, const QColor& color);
+/// A symbol as an icon in several sizes; in a selected row it has a colour of its own when one is given.
+[[nodiscard]] QIcon icon(const QString& name, const QColor& color, const QColor& selected = {});
 
 void draw(QPainter& painter, const QRect& square, const QString& name, const QColor& color);
 

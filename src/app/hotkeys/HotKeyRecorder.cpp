@@ -10,6 +10,8 @@ namespace {
 
 constexpr int kFieldWidth = 128;
 constexpr int kFieldMargin = 24;
+constexpr QColor kWarningOnLight(0xb4, 0x3c, 0x09);
+constexpr QColor kWarningOnDark(0xf5, 0xb9, 0x42);
 
 }  // namespace
 
@@ -75,6 +77,12 @@ void HotKeyRecorder::take(const PressedKey& key) {
 }
 
 void HotKeyRecorder::setMessage(const QString& message) {
+  const QPalette system = palette();
+  const bool dark =
+      system.color(QPalette::Window).lightness() < system.color(QPalette::WindowText).lightness();
+  QPalette colors = message_->palette();
+  colors.setColor(QPalette::WindowText, dark ? kWarningOnDark : kWarningOnLight);
+  message_->setPalette(colors);
   message_->setText(message);
   if (message.isEmpty()) return;
   QAccessibleEvent alert(message_, QAccessible::Alert);

@@ -1,4 +1,5 @@
 #include <QGuiApplication>
+#include <QIcon>
 #include <QWidget>
 
 #include "platform/Platform.h"
@@ -50,6 +51,8 @@ void preparePlatform() {
 
 Platform makePlatform() {
   auto desktop = std::make_shared<X11Desktop>();
+  // The theme that every application installs its icon for, also under desktops that name none.
+  if (QIcon::fallbackThemeName().isEmpty()) QIcon::setFallbackThemeName(QStringLiteral("hicolor"));
   Platform platform;
   platform.imageCodec = std::make_unique<ConfinedImageCodec>(imagingHelperProgram());
   platform.textRecognizer = std::make_unique<ConfinedTextRecognizer>(imagingHelperProgram());

@@ -5,7 +5,6 @@
 #include <QKeyEvent>
 #include <QVBoxLayout>
 
-#include "look/Symbols.h"
 #include "settings/window/SettingsPage.h"
 
 namespace nimbrel {
@@ -35,8 +34,12 @@ ApplicationChooser::ApplicationChooser(const std::optional<RunningApplication>& 
   search_->setClearButtonEnabled(true);
   search_->installEventFilter(this);
   column->addWidget(search_);
-  const QColor soft = blend(palette().color(QPalette::Text), palette().color(QPalette::Base), 0.5);
-  model_->setGenericIcon(symbols::icon(QStringLiteral("app.dashed"), soft));
+  QPalette colors = search_->palette();
+  // Some desktops give dark fields the hint of a light one.
+  colors.setColor(QPalette::PlaceholderText,
+                  blend(colors.color(QPalette::Text), colors.color(QPalette::Base), 0.6));
+  search_->setPalette(colors);
+  model_->setGenericIcon(genericApplicationIcon(palette()));
   list_->setModel(model_);
   list_->setAccessibleName(tr("Aplicaciones instaladas"));
   list_->setIconSize({kIconSize, kIconSize});

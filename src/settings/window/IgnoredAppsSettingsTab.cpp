@@ -80,8 +80,7 @@ void IgnoredAppsSettingsTab::showApps() {
 }
 
 void IgnoredAppsSettingsTab::showIcons() {
-  const QColor soft = blend(palette().color(QPalette::Text), palette().color(QPalette::Base), 0.5);
-  const QIcon generic = symbols::icon(QStringLiteral("app.dashed"), soft);
+  const QIcon generic = genericApplicationIcon(palette());
   for (int row = 0; row < list_->count(); ++row) {
     QListWidgetItem* const item = list_->item(row);
     item->setIcon(icons_.icon(item->data(Qt::UserRole).toString(), generic));

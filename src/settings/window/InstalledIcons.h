@@ -2,6 +2,7 @@
 
 #include <QHash>
 #include <QIcon>
+#include <QPalette>
 
 #include "platform/ApplicationCatalog.h"
 
@@ -23,5 +24,8 @@ class InstalledIcons final {
   QHash<QString, InstalledApplication> applications_;
   QHash<QString, QIcon> icons_;
 };
+
+/// What stands for an application that has no icon.
+[[nodiscard]] QIcon genericApplicationIcon(const QPalette& palette);
 
 }  // namespace nimbrel
