@@ -6,6 +6,7 @@
 #include <QThread>
 #include <algorithm>
 #include <functional>
+#include <future>
 #include <memory>
 #include <new>
 #include <optional>
@@ -107,8 +108,11 @@ int runApplication(int argc, char** argv) {
   const QString directory = makeStorageDirectory(userDataFolder());
   std::unique_ptr<ClipDatabase> database;
   // The key store may ask the user to unlock it, and an older history may be large.
-  const bool opened = inBackground(
-      *platform.termination, [&] { database = openHistory(directory, cipher, *platform.defaults, clock); });
+  const bool opened = inBackground(*platform.termination, [&] {
+    // Before the first copy is captured: which application it comes from decides whether it is kept.
+    const auto known = std::async(std::launch::async, [&] { return platform.applications->applications(); });
+    database = openHistory(directory, cipher, *platform.defaults, clock);
+  });
   if (!opened) return 0;
   AppDelegate delegate(platform, cipher, std::move(database), directory);
   platform.termination->setHandler([] { QApplication::quit(); });

@@ -6,7 +6,6 @@
 
 #include <QLoggingCategory>
 #include <algorithm>
-#include <thread>
 #include <vector>
 
 namespace nimbrel {
@@ -76,8 +75,6 @@ void X11Pasteboard::Worker::watchSelection() {
 
 void X11Pasteboard::Worker::run() {
   readInitialContent();
-  // Beside the loop: a slow disk must not keep anybody's copy waiting.
-  std::thread entriesLoader([this] { owner_.entries_.load(); });
   while (!xcb_connection_has_error(connection_.get()) && !isStopping()) {
     takeWishes();
     const auto now = std::chrono::steady_clock::now();
@@ -91,7 +88,6 @@ void X11Pasteboard::Worker::run() {
     if (!handleEvents()) waitForWork();
   }
   read_.reset();
-  entriesLoader.join();
   const std::lock_guard lock(owner_.shared_.mutex);
   owner_.shared_.connected = false;
   owner_.shared_.written.notify_all();
