@@ -7,8 +7,10 @@
 #include "capture/model/ClipPayload.h"
 #include "capture/model/IndexedClip.h"
 #include "capture/model/TextRules.h"
+#include "platform/linux/DesktopFile.h"
 #include "platform/linux/SelectionReadPlan.h"
 #include "platform/linux/imaging/ImagingMessages.h"
+#include "settings/model/SettingsCoding.h"
 
 /// Bytes that other programs and damaged files hand to the program, through everything that reads them on the
 /// way to a clip. Besides not crashing, what is read must hold what it promises.
@@ -31,6 +33,18 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   if (const auto clips = clipsFromJson(bytes)) {
     for (const ClipItem& clip : *clips)
       static_cast<void>(clipFromJson(clipToJson(clip)));
+  }
+
+  if (const auto combo = decodedHotKeyCombo(bytes)) {
+    if (decodedHotKeyCombo(encoded(*combo)) != combo || combo->displayString().isEmpty()) std::abort();
+  }
+  if (const auto apps = decodedIgnoredApps(bytes)) {
+    if (decodedIgnoredApps(encoded(*apps)) != apps) std::abort();
+  }
+  if (const auto file = DesktopFile::parse(bytes)) {
+    const QString program = programOf(file->value(QStringLiteral("Exec")));
+    if (program.contains(u'/') || file->localValue(QStringLiteral("Name"), program).size() > bytes.size())
+      std::abort();
   }
 
   SelectionReadPlan plan({.ignoredTypes = {},

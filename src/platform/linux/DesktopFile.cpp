@@ -44,9 +44,13 @@ QString unescaped(QStringView value) {
 std::optional<DesktopFile> DesktopFile::read(const QString& path) {
   QFile file(path);
   if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly)) return std::nullopt;
+  return parse(file.read(kMaxBytes));
+}
+
+std::optional<DesktopFile> DesktopFile::parse(const QByteArray& bytes) {
   DesktopFile parsed;
   bool inMainGroup = false;
-  for (const QByteArray& raw : file.read(kMaxBytes).split('\n')) {
+  for (const QByteArray& raw : bytes.split('\n')) {
     const QString line = QString::fromUtf8(raw).trimmed();
     if (line.startsWith(u'[')) {
       if (inMainGroup) break;

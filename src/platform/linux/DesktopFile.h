@@ -13,6 +13,9 @@ class DesktopFile final {
   /// or has no main group. *Waits* for the disk, but for no pipe or device.
   [[nodiscard]] static std::optional<DesktopFile> read(const QString& path);
 
+  /// The same for the bytes of a file.
+  [[nodiscard]] static std::optional<DesktopFile> parse(const QByteArray& bytes);
+
   /// A value without its escapes; empty when the key is not there.
   [[nodiscard]] QString value(const QString& key) const;
 
