@@ -4,18 +4,16 @@
 #include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 #include <chrono>
 
 #include "capture/model/ClipItem.h"
 #include "capture/model/Log.h"
+#include "platform/AtomicFile.h"
 
 namespace nimbrel {
 namespace {
 
 using namespace std::chrono_literals;
-
-constexpr QFile::Permissions kOwnerOnly = QFile::ReadOwner | QFile::WriteOwner;
 
 /// How long a file may wait for its row.
 constexpr auto kOrphanAge = 600s;
@@ -49,12 +47,7 @@ BlobFiles::BlobFiles(const QString& storageDirectory, HistoryCipher& cipher, con
 std::optional<QString> BlobFiles::writeSealedFile(const QByteArray& data, const QString& path) {
   const auto sealed = cipher_.seal(data);
   if (!sealed) return QStringLiteral("no se pudo cifrar");
-  QSaveFile file(path);
-  if (!file.open(QIODevice::WriteOnly)) return file.errorString();
-  // Before there is anything to read in it.
-  file.setPermissions(kOwnerOnly);
-  if (file.write(*sealed) != sealed->size() || !file.commit()) return file.errorString();
-  return std::nullopt;
+  return replaceFile(path, *sealed);
 }
 
 bool BlobFiles::saveImage(const QByteArray& data, const QString& name) {

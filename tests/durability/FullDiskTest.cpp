@@ -13,6 +13,7 @@
 
 #include "durability/RealHistory.h"
 #include "platform/PasteboardTypes.h"
+#include "platform/linux/JsonUserDefaults.h"
 #include "support/LogRecorder.h"
 
 namespace nimbrel::testing {
@@ -118,6 +119,50 @@ TEST_F(FullDisk, AFormatThatDoesNotFitLeavesThePlainText) {
   EXPECT_TRUE(log.has(u"No se pudo guardar el formato: "_s));
   ASSERT_EQ(history->store->items().size(), 2);
   EXPECT_FALSE(history->store->items().at(0)->clip.richFile);
+}
+
+TEST_F(FullDisk, ASmallFormatThatDoesNotFitIsNoEmptyFile) {
+  copyText(u"antes"_s);
+  fill();
+  PasteboardSnapshot snapshot;
+  snapshot.types = {pasteboardType::plainText.toString(), pasteboardType::rtf.toString()};
+  snapshot.text = u"con formato"_s;
+  // So small that it waits in a buffer until the file takes its place.
+  snapshot.rtf = "{rtf}";
+  copy(snapshot);
+  EXPECT_TRUE(log.has(u"No se pudo guardar el formato: "_s));
+  EXPECT_FALSE(history->store->items().at(0)->clip.richFile);
+  EXPECT_TRUE(QDir(history->directory + u"/Rich"_s).isEmpty(QDir::Files));
+}
+
+TEST_F(FullDisk, SettingsThatDoNotFitLeaveTheStoredOnes) {
+  const QString path = folder.filePath(u"config/defaults.json"_s);
+  {
+    JsonUserDefaults defaults(path);
+    defaults.set(u"maxUnpinned"_s, qint64{50});
+    defaults.synchronize();
+  }
+  fill();
+  {
+    JsonUserDefaults defaults(path);
+    defaults.set(u"maxUnpinned"_s, qint64{25});
+    for (int i = 0; i < 3; ++i)
+      defaults.synchronize();
+  }
+  EXPECT_TRUE(log.has(u"No se pudieron guardar los ajustes: "_s));
+  EXPECT_EQ(JsonUserDefaults(path).value(u"maxUnpinned"_s), DefaultsValue(qint64{50}));
+  {
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
+  }
+  {
+    JsonUserDefaults defaults(path);
+    for (int i = 0; i < 3; ++i) {
+      defaults.set(u"maxUnpinned"_s, qint64{i});
+      defaults.synchronize();
+    }
+  }
+  EXPECT_LE(QDir(folder.filePath(u"config"_s)).entryList({u"*.damaged*"_s}).size(), 1);
 }
 
 }  // namespace

@@ -2,13 +2,15 @@
 
 #include <unistd.h>
 
+#include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonDocument>
 #include <QLoggingCategory>
-#include <QSaveFile>
 #include <QStandardPaths>
+
+#include "platform/AtomicFile.h"
 
 namespace nimbrel {
 namespace {
@@ -20,17 +22,31 @@ Q_LOGGING_CATEGORY(defaultsLog, "clipboard")
 /// A history of older versions may be among the values.
 constexpr qint64 kMaxBytes = 512LL << 20;
 
+/// Where a chain of symbolic links ends, whether or not anything is there.
+QString behindLinks(QString path) {
+  constexpr int kLongestChain = 40;
+  for (int i = 0; i < kLongestChain && QFileInfo(path).isSymLink(); ++i)
+    path = QFileInfo(path).symLinkTarget();
+  return path;
+}
+
 /// The object in a file; an empty one when nothing is there, nothing when there is something else.
 std::optional<QJsonObject> readObject(const QString& path) {
   const QFileInfo entry(path);
-  if (!entry.exists() && !entry.isSymLink()) return QJsonObject();
+  if (!entry.exists()) return QJsonObject();
   QFile file(path);
   if (!entry.isFile() || entry.size() > kMaxBytes || !file.open(QIODevice::ReadOnly)) return std::nullopt;
   const QByteArray bytes = file.readAll();
   if (file.error() != QFile::NoError) return std::nullopt;
-  if (bytes.isEmpty()) return QJsonObject();
   const QJsonDocument document = QJsonDocument::fromJson(bytes);
   return document.isObject() ? std::optional(document.object()) : std::nullopt;
+}
+
+/// What tells one state of a file from another; none when nothing is there.
+JsonUserDefaults::Stamp stampOf(const QString& path) {
+  const QFileInfo entry(path);
+  if (!entry.exists()) return {};
+  return {entry.lastModified().toMSecsSinceEpoch(), entry.size()};
 }
 
 /// A whole number that JSON holds exactly.
@@ -73,27 +89,24 @@ QString freeNameBeside(const QString& path) {
   return name;
 }
 
-/// Gives what stands at a path a second name, so that it outlives being replaced; a folder is moved there.
+/// Gives what stands at a path a second name, so that it outlives being replaced; what cannot be replaced, a
+/// folder for one, is moved there.
 bool keepBeside(const QString& path) {
   const QFileInfo entry(path);
-  if (!entry.exists() && !entry.isSymLink()) return true;
+  if (!entry.exists()) return true;
   const QString kept = freeNameBeside(path);
-  if (::link(QFile::encodeName(path).constData(), QFile::encodeName(kept).constData()) == 0) return true;
-  return QDir().rename(path, kept);
+  const bool linked = entry.isFile() && entry.isWritable() &&
+                      ::link(QFile::encodeName(path).constData(), QFile::encodeName(kept).constData()) == 0;
+  return linked || QDir().rename(path, kept);
 }
 
-QString replaceFile(const QString& path, const QByteArray& bytes) {
-  QDir().mkpath(QFileInfo(path).path());
-  QSaveFile file(path);
-  if (!file.open(QIODevice::WriteOnly)) return file.errorString();
-  file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
-  file.write(bytes);
-  return file.commit() ? QString() : file.errorString();
+void logFailure(const QString& description) {
+  qCCritical(defaultsLog, "No se pudieron guardar los ajustes: %s", qUtf8Printable(description));
 }
 
 }  // namespace
 
-JsonUserDefaults::JsonUserDefaults(QString path) : path_(std::move(path)) {
+JsonUserDefaults::JsonUserDefaults(const QString& path) : path_(behindLinks(path)) {
   writer_.setMaxThreadCount(1);
 }
 
@@ -103,8 +116,12 @@ JsonUserDefaults::~JsonUserDefaults() {
 
 QJsonObject& JsonUserDefaults::values() const {
   if (!values_) {
+    seen_ = stampOf(path_);
     const auto read = readObject(path_);
-    if (!read) damaged_ = true;
+    if (!read) {
+      damaged_ = true;
+      qCCritical(defaultsLog, "Los ajustes guardados no se entienden: valen los de fábrica");
+    }
     values_ = read.value_or(QJsonObject());
   }
   return *values_;
@@ -121,14 +138,24 @@ void JsonUserDefaults::set(const QString& key, const DefaultsValue& value) {
 }
 
 void JsonUserDefaults::synchronize() {
-  writer_.start([this, snapshot = values()] { static_cast<void>(write(snapshot)); });
+  writer_.start([this, snapshot = values()] { write(snapshot); });
 }
 
 bool JsonUserDefaults::remove(const QString& key) {
   if (!values().contains(key)) return true;
   values().remove(key);
   writer_.waitForDone();
-  return write(values());
+  // What could not be understood stays in the file. A copy would keep what is to go for good.
+  const auto failure = replaceFile(path_, QJsonDocument(values()).toJson());
+  if (failure) logFailure(*failure);
+  seen_ = stampOf(path_);
+  return !failure;
+}
+
+void JsonUserDefaults::markDamaged() {
+  static_cast<void>(values());
+  if (damaged_.exchange(true)) return;
+  qCCritical(defaultsLog, "Hay ajustes guardados que no se entienden: valen los de fábrica");
 }
 
 bool JsonUserDefaults::isIntact() const {
@@ -136,16 +163,15 @@ bool JsonUserDefaults::isIntact() const {
   return !damaged_;
 }
 
-bool JsonUserDefaults::write(const QJsonObject& values) {
-  const QString failure = damaged_ && !keepBeside(path_)
-                              ? u"lo que había en %1 no se puede conservar"_s.arg(path_)
-                              : replaceFile(path_, QJsonDocument(values).toJson());
-  if (failure.isEmpty()) {
-    damaged_ = false;
-    return true;
-  }
-  qCCritical(defaultsLog, "No se pudieron guardar los ajustes: %s", qUtf8Printable(failure));
-  return false;
+void JsonUserDefaults::write(const QJsonObject& values) {
+  // Somebody else may have written to it meanwhile.
+  if (stampOf(path_) != seen_) damaged_ = true;
+  if (damaged_ && !keepBeside(path_)) return logFailure(u"lo que había no se puede conservar"_s);
+  // Kept once, however often what follows fails.
+  damaged_ = false;
+  QDir().mkpath(QFileInfo(path_).path());
+  if (const auto failure = replaceFile(path_, QJsonDocument(values).toJson())) logFailure(*failure);
+  seen_ = stampOf(path_);
 }
 
 QString userDefaultsPath() {

@@ -3,10 +3,10 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
-#include <QSaveFile>
 #include <QStandardPaths>
 #include <algorithm>
 
+#include "platform/AtomicFile.h"
 #include "platform/linux/DesktopFile.h"
 
 namespace nimbrel {
@@ -16,6 +16,13 @@ using namespace Qt::StringLiterals;
 
 QString fileIn(const QString& folder) {
   return QDir(folder).filePath(u"autostart/app.nimbrel.Nimbrel.desktop"_s);
+}
+
+QByteArray entryFor(const QString& program) {
+  return "[Desktop Entry]\nType=Application\nName=Nimbrel\nComment=Historial del portapapeles\n"
+         "Comment[en]=Clipboard history\nExec=" +
+         execValue(program).toUtf8() +
+         "\nIcon=app.nimbrel.Nimbrel\nTerminal=false\nX-GNOME-Autostart-enabled=true\n";
 }
 
 bool starts(const DesktopFile& file) {
@@ -44,25 +51,14 @@ bool XdgAutostart::isSystemWide() const {
 }
 
 std::optional<QString> XdgAutostart::setEnabled(bool enabled) {
-  if (enabled) {
-    return write(
-        "[Desktop Entry]\nType=Application\nName=Nimbrel\nComment=Historial del portapapeles\nExec=" +
-        execValue(program_).toUtf8() +
-        "\nIcon=app.nimbrel.Nimbrel\nTerminal=false\nX-GNOME-Autostart-enabled=true\n");
-  }
+  QDir().mkpath(QFileInfo(userFile_).path());
+  if (enabled) return replaceFile(userFile_, entryFor(program_));
   // Only a file of the user's own keeps one for everybody from working.
-  if (isSystemWide()) return write("[Desktop Entry]\nType=Application\nName=Nimbrel\nHidden=true\n");
+  if (isSystemWide())
+    return replaceFile(userFile_, "[Desktop Entry]\nType=Application\nName=Nimbrel\nHidden=true\n");
   QFile file(userFile_);
   if (!QFileInfo(userFile_).exists() && !QFileInfo(userFile_).isSymLink()) return std::nullopt;
   return file.remove() ? std::nullopt : std::optional(file.errorString());
-}
-
-std::optional<QString> XdgAutostart::write(const QByteArray& content) const {
-  QDir().mkpath(QFileInfo(userFile_).path());
-  QSaveFile file(userFile_);
-  if (!file.open(QIODevice::WriteOnly)) return file.errorString();
-  file.write(content);
-  return file.commit() ? std::nullopt : std::optional(file.errorString());
 }
 
 XdgAutostart sessionAutostart() {

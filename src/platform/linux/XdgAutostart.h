@@ -18,7 +18,6 @@ class XdgAutostart final : public LoginItem {
   [[nodiscard]] std::optional<QString> setEnabled(bool enabled) override;
 
  private:
-  [[nodiscard]] std::optional<QString> write(const QByteArray& content) const;
   [[nodiscard]] bool isSystemWide() const;
 
   const QString userFile_;

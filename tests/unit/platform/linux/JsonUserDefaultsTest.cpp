@@ -156,9 +156,85 @@ TEST_F(JsonUserDefaultsTest, DoesNotWaitForAPipeInItsPlace) {
   EXPECT_EQ(JsonUserDefaults(path).value(u"a"_s), DefaultsValue(true));
 }
 
-TEST_F(JsonUserDefaultsTest, AnEmptyFileIsNoDamage) {
+TEST_F(JsonUserDefaultsTest, ADamagedFileBehindALinkIsKeptToo) {
+  ASSERT_TRUE(QDir().mkpath(folder.filePath(u"dotfiles"_s)));
+  path = folder.filePath(u"dotfiles/nimbrel.json"_s);
+  write("broken");
+  const QString link = folder.filePath(u"link.json"_s);
+  ASSERT_TRUE(QFile::link(path, folder.filePath(u"dotfiles/hop"_s)));
+  ASSERT_TRUE(QFile::link(folder.filePath(u"dotfiles/hop"_s), link));
+  {
+    JsonUserDefaults defaults(link);
+    EXPECT_FALSE(defaults.isIntact());
+    defaults.set(u"a"_s, true);
+    defaults.synchronize();
+  }
+  EXPECT_TRUE(QFileInfo(link).isSymLink());
+  EXPECT_EQ(JsonUserDefaults(path).value(u"a"_s), DefaultsValue(true));
+  EXPECT_EQ(contentOf(u"dotfiles/nimbrel.json.damaged"_s), "broken");
+}
+
+TEST_F(JsonUserDefaultsTest, ALinkToNothingIsFilled) {
+  const QString link = folder.filePath(u"link.json"_s);
+  ASSERT_TRUE(QFile::link(folder.filePath(u"new/nimbrel.json"_s), link));
+  {
+    JsonUserDefaults defaults(link);
+    EXPECT_TRUE(defaults.isIntact());
+    defaults.set(u"a"_s, true);
+    defaults.synchronize();
+  }
+  EXPECT_EQ(JsonUserDefaults(link).value(u"a"_s), DefaultsValue(true));
+  EXPECT_TRUE(QFileInfo(link).isSymLink());
+}
+
+TEST_F(JsonUserDefaultsTest, RemovingAKeyForGoodLeavesNoCopyOfIt) {
+  write(R"({"secret": {"data": "aG9sYQ=="}, "maxUnpinned": "cien"})");
+  {
+    JsonUserDefaults defaults(path);
+    defaults.markDamaged();
+    EXPECT_TRUE(defaults.remove(u"secret"_s));
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files).size(), 1);
+    EXPECT_FALSE(defaults.isIntact());
+    EXPECT_EQ(QJsonDocument::fromJson(content()), QJsonDocument::fromJson(R"({"maxUnpinned": "cien"})"));
+    defaults.set(u"maxUnpinned"_s, qint64{50});
+    defaults.synchronize();
+  }
+  EXPECT_EQ(QJsonDocument::fromJson(contentOf(u"defaults.json.damaged"_s)),
+            QJsonDocument::fromJson(R"({"maxUnpinned": "cien"})"));
+}
+
+TEST_F(JsonUserDefaultsTest, AnEmptyFileIsDamagedToo) {
   write("");
-  EXPECT_TRUE(JsonUserDefaults(path).isIntact());
+  EXPECT_FALSE(JsonUserDefaults(path).isIntact());
+}
+
+TEST_F(JsonUserDefaultsTest, DamageIsLoggedOnce) {
+  testing::LogRecorder log;
+  write("broken");
+  JsonUserDefaults defaults(path);
+  defaults.markDamaged();
+  EXPECT_FALSE(defaults.value(u"a"_s));
+  EXPECT_EQ(log.lines(), QStringList{u"Los ajustes guardados no se entienden: valen los de fábrica"_s});
+  write("{}");
+  JsonUserDefaults others(path);
+  others.markDamaged();
+  others.markDamaged();
+  EXPECT_EQ(log.lines().size(), 2);
+}
+
+TEST_F(JsonUserDefaultsTest, WhatSomebodyElseWroteMeanwhileIsKeptBeside) {
+  write(R"({"a": 1})");
+  JsonUserDefaults defaults(path);
+  EXPECT_TRUE(defaults.isIntact());
+  write(R"({"a": 1, "mine": true})");
+  defaults.set(u"a"_s, qint64{2});
+  defaults.synchronize();
+  // Waits for the write.
+  EXPECT_TRUE(defaults.remove(u"nothing"_s));
+  defaults.set(u"b"_s, qint64{3});
+  EXPECT_TRUE(defaults.remove(u"b"_s));
+  EXPECT_EQ(contentOf(u"defaults.json.damaged"_s), R"({"a": 1, "mine": true})");
+  EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files).size(), 2);
 }
 
 TEST_F(JsonUserDefaultsTest, SaysInTheLogWhatCannotBeWritten) {
