@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QLibraryInfo>
+#include <QLocale>
 
 // The macro must stand outside of any namespace.
 static void initTranslationResources() {
@@ -18,6 +19,11 @@ QString interfaceLanguage(const QStringList& userLanguages) {
 }
 
 Localization::Localization(const QString& language) {
+  // Dates and numbers speak the language of the texts around them, with the user's own conventions if he has
+  // any in that language.
+  const QLocale system = QLocale::system();
+  const QLocale wanted(language);
+  QLocale::setDefault(system.language() == wanted.language() ? system : wanted);
   initTranslationResources();
   const QString folder = QLibraryInfo::path(QLibraryInfo::TranslationsPath);
   if (toolkit_.load(u"qtbase_"_s + language, folder)) QCoreApplication::installTranslator(&toolkit_);
@@ -25,6 +31,7 @@ Localization::Localization(const QString& language) {
 }
 
 Localization::~Localization() {
+  QLocale::setDefault(previous_);
   QCoreApplication::removeTranslator(&texts_);
   QCoreApplication::removeTranslator(&toolkit_);
 }

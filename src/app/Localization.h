@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QLocale>
 #include <QString>
 #include <QStringList>
 #include <QTranslator>
@@ -21,6 +22,7 @@ class Localization final {
   Localization& operator=(const Localization&) = delete;
 
  private:
+  const QLocale previous_;
   QTranslator toolkit_;
   QTranslator texts_;
 };

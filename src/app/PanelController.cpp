@@ -1,6 +1,8 @@
 #include "app/PanelController.h"
 
+#include <QCoreApplication>
 #include <QCursor>
+#include <QEvent>
 
 #include "app/PanelPlacement.h"
 #include "app/Screens.h"
@@ -41,6 +43,12 @@ void PanelController::togglePanel() {
 }
 
 void PanelController::showPanel() {
+  // The keyboard can belong to one of the program's windows only: whoever records a hot key is told that the
+  // user has turned to another.
+  if (QWidget* const holder = QWidget::keyboardGrabber()) {
+    QEvent turnedAway(QEvent::WindowDeactivate);
+    QCoreApplication::sendEvent(holder, &turnedAway);
+  }
   // A keystroke still on its way would land in the panel.
   pasteTimer_.stop();
   parts_.permission.recheck();

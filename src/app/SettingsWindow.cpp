@@ -9,7 +9,7 @@
 namespace nimbrel {
 namespace {
 
-/// A title and a close button: neither resizable nor to be minimised.
+/// A title and a close button: neither resizable nor to be minimised, where the desktop heeds that.
 constexpr auto kFlags =
     Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint;
 
@@ -22,7 +22,10 @@ void SettingsWindow::open() {
     view_->setWindowFlags(kFlags);
     view_->setWindowTitle(QCoreApplication::translate("SettingsWindow", "Ajustes de Nimbrel"));
   }
-  view_->move(centredOrigin(view_->frameGeometry().size(), QCursor::pos(), screenFrames()));
+  // One that is on another desktop, or put away, comes anew where the user is.
+  if (view_->isVisible() && !view_->isActiveWindow()) view_->hide();
+  view_->setWindowState(view_->windowState() & ~Qt::WindowMinimized);
+  view_->move(centredOrigin(view_->size(), QCursor::pos(), screenFrames()));
   view_->show();
   view_->activateWindow();
   view_->raise();

@@ -33,7 +33,7 @@ QDateTime toDateTime(std::chrono::duration<double> sinceEpoch) {
 QList<Detail> detailsOf(const IndexedClip& indexed, const QDateTime& now) {
   const ClipItem& clip = indexed.clip;
   const ClipTraits traits = indexed.readyTraits() ? *indexed.readyTraits() : ClipTraits{};
-  const QLocale locale = QLocale::system();
+  const QLocale locale;
   QList<Detail> details;
   const auto add = [&](const char* symbol, const QString& text) {
     details.append({QString::fromLatin1(symbol), text});

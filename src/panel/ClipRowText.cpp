@@ -18,6 +18,10 @@ struct Texts {
   Q_DECLARE_TR_FUNCTIONS(ClipRow)
 };
 
+// Names of devices that the program itself gives, stored so and translated where they are shown.
+[[maybe_unused]] constexpr const char* kDeviceNames[] = {
+    QT_TRANSLATE_NOOP("ClipRow", "Portapapeles Universal"), QT_TRANSLATE_NOOP("ClipRow", "Continuidad")};
+
 QString bullets(int count) {
   return QString(count, u'•');
 }
@@ -59,7 +63,10 @@ QString relativeDate(const QDateTime& moment, const QDateTime& now, const QLocal
 QString sourceLabel(const ClipItem& clip) {
   if (!clip.sourceName || clip.sourceName->isEmpty()) return {};
   const bool remote = clip.remoteDevice || (clip.sourceBundleID && isRemoteSourceID(*clip.sourceBundleID));
-  if (remote) return Texts::tr("Copiado desde tu %1 vía Portapapeles Universal").arg(*clip.sourceName);
+  if (remote) {
+    const QString device = QCoreApplication::translate("ClipRow", clip.sourceName->toUtf8().constData());
+    return Texts::tr("Copiado desde tu %1 vía Portapapeles Universal").arg(device);
+  }
   return Texts::tr("Origen: %1").arg(*clip.sourceName);
 }
 

@@ -2,6 +2,8 @@
 
 #include <QGuiApplication>
 
+#include "look/Tones.h"
+
 namespace nimbrel {
 namespace {
 
@@ -36,9 +38,7 @@ PanelTheme darkTheme() {
 }  // namespace
 
 PanelTheme panelTheme(const QPalette& palette) {
-  const bool dark =
-      palette.color(QPalette::Window).lightness() < palette.color(QPalette::WindowText).lightness();
-  return dark ? darkTheme() : lightTheme();
+  return isDark(palette) ? darkTheme() : lightTheme();
 }
 
 QFont panelFont(qreal pixels, QFont::Weight weight) {

@@ -5,6 +5,15 @@
 
 namespace nimbrel {
 
+/// The bits of the Carbon modifier mask.
+namespace hotKeyModifier {
+inline constexpr quint32 command = 256;
+inline constexpr quint32 shift = 512;
+inline constexpr quint32 option = 2048;
+inline constexpr quint32 control = 4096;
+inline constexpr quint32 all = command | shift | option | control;
+}  // namespace hotKeyModifier
+
 /// System-wide key combinations, in the terms of `HotKeyCombo`: virtual key codes by position and the Carbon
 /// modifier mask. Main thread.
 class HotKeyRegistrar {

@@ -11,7 +11,7 @@ ROOMS = {
     "platform": (1, "ports"),
     "platform/linux": (2, "linux"),
     "platform/macos": (2, "macos"),
-    "look": (2, "look"),
+    "look": (1, "look"),
     "capture/detection": (2, "detection"),
     "capture/transforms": (2, "detection"),
     "storage": (2, "storage"),

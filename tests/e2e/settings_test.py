@@ -63,6 +63,13 @@ class Settings(Scenario):
     def expect_stored(self, name, value):
         until(lambda: self.stored(name) == value, f"{name} to be stored")
 
+    def record(self, control, *chords):
+        """Presses keys while a hot key is recorded; the program has given its own back by then."""
+        self.go_to(control)
+        key("space")
+        until(lambda: self.is_free(9, COMMAND + SHIFT) and self.is_free(45, COMMAND + SHIFT), "the recording")
+        key(*chords)
+
     def restart(self):
         self.assertEqual(self.nimbrel.quit(), 0)
         self.nimbrel.start()
@@ -97,9 +104,7 @@ class Settings(Scenario):
     # Hot keys
 
     def test_a_recorded_hot_key_opens_the_panel_and_the_old_one_does_not(self):
-        self.go_to("hot key")
-        key("space")
-        key("ctrl+super+b")
+        self.record("hot key", "ctrl+super+b")
         self.expect_stored("hotKey", {"keyCode": 11, "modifiers": 4096 + COMMAND, "keyLabel": "B"})
         self.assertFalse(self.nimbrel.panel())
         self.close_settings()
@@ -112,20 +117,16 @@ class Settings(Scenario):
         self.panel_opens_with("ctrl+super+b")
 
     def test_the_hot_key_of_the_queue_is_another_one_at_once(self):
-        self.go_to("next hot key")
-        key("space")
-        key("alt+super+space")
+        self.record("next hot key", "alt+super+space")
         self.expect_stored("nextHotKey", {"keyCode": 49, "modifiers": 2048 + COMMAND, "keyLabel": "Espacio"})
         self.close_settings()
         self.assertTrue(self.is_free(45, COMMAND + SHIFT))
         self.assertFalse(self.is_free(49, COMMAND + 2048))
 
     def test_while_it_is_recorded_no_hot_key_fires(self):
-        self.go_to("next hot key")
-        key("space")
-        key("shift+super+v")
-        time.sleep(0.3)
+        self.record("next hot key", "shift+super+v")
         # Recorded, refused as the panel's, and the panel stays away.
+        until(lambda: not self.is_free(9, COMMAND + SHIFT), "the end of the recording")
         self.assertFalse(self.nimbrel.panel())
         self.close_settings()
         self.assertIsNone(self.stored("nextHotKey"))
@@ -134,19 +135,15 @@ class Settings(Scenario):
 
     def test_a_combination_of_another_program_is_refused_and_the_old_one_stays(self):
         self.assertEqual(self.hold(11, COMMAND), "free")
-        self.go_to("hot key")
-        key("space")
-        key("super+b")
-        time.sleep(0.3)
+        self.record("hot key", "super+b")
+        until(lambda: not self.is_free(9, COMMAND + SHIFT), "the end of the recording")
         self.close_settings()
         self.assertIsNone(self.stored("hotKey"))
         self.panel_opens_with("shift+super+v")
 
     def test_escape_and_a_plain_key_record_nothing(self):
-        self.go_to("hot key")
-        key("space")
-        key("x")
-        key("Escape")
+        self.record("hot key", "x", "Escape")
+        until(lambda: not self.is_free(9, COMMAND + SHIFT), "the end of the recording")
         self.assertTrue(self.window())
         self.close_settings()
         self.assertIsNone(self.stored("hotKey"))
@@ -265,10 +262,12 @@ class Settings(Scenario):
         self.go_to("add")
         key("space")
         until(lambda: windows("--name", "^Añadir aplicación$"), "the chooser")
-        time.sleep(0.5)
         type_text("lxterminal")
-        time.sleep(0.2)
-        key("Return")
+        def added():
+            # Nothing can be added before the list is there.
+            key("Return")
+            return not windows("--name", "^Añadir aplicación$")
+        until(added, "the chooser to go")
         until(lambda: (self.stored("ignoredApps") or [{}])[-1].get("bundleID") == "lxterminal", "the terminal")
         self.close_settings()
 
@@ -288,6 +287,33 @@ class Settings(Scenario):
         self.assertIn("WIDTH=490", geometry)
         self.assertIn("HEIGHT=390", geometry)
         self.close_settings()
+
+    def test_a_minimised_settings_window_comes_back(self):
+        for _ in range(2):
+            self.open_settings()
+            run("xdotool", "windowminimize", str(self.window()[0]))
+            until(lambda: not self.window(), "the settings to be put away")
+            self.open_settings()
+            self.close_settings()
+
+    def test_the_panel_has_the_keyboard_also_when_it_comes_while_a_hot_key_is_recorded(self):
+        self.nimbrel.copied("hola")
+        self.record("hot key")
+        subprocess.run([self.nimbrel.binary], env=self.nimbrel.environment, check=True, timeout=desktop.PATIENCE)
+        until(self.nimbrel.panel, "the panel")
+        self.nimbrel.hide()
+        self.assertTrue(self.window())
+        self.close_settings()
+        self.panel_opens_with("shift+super+v")
+
+    def test_it_speaks_english_to_those_whose_language_that_is(self):
+        self.nimbrel.quit()
+        self.nimbrel.environment.update(LANG="en_US.UTF-8", LANGUAGE="en")
+        self.nimbrel.start()
+        self.nimbrel.show()
+        key("ctrl+comma")
+        until(lambda: windows("--name", "^Nimbrel Settings$"), "the settings in English")
+        self.assertEqual(self.window(), [])
 
     def test_the_gear_of_the_panel_opens_the_settings(self):
         self.nimbrel.show()

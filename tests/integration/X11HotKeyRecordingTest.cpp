@@ -1,5 +1,10 @@
 #include <gmock/gmock.h>
 
+// The header has fields named like a C++ keyword.
+#define explicit explicitModifiers
+#include <xcb/xkb.h>
+#undef explicit
+
 #include <QApplication>
 #include <QProcess>
 #include <QTest>
@@ -163,6 +168,35 @@ TEST_F(X11HotKeyRecordingTest, AnotherWindowThatComesToTheFrontEndsIt) {
   EXPECT_EQ(QWidget::keyboardGrabber(), nullptr);
   client.kill();
   client.waitForFinished();
+}
+
+TEST_F(X11HotKeyRecordingTest, LabelsTheKeyAsTheSecondOfTwoLayoutsDoes) {
+  layout({u"us,fr"_s});
+  xcb_xkb_latch_lock_state(session.connection(), XCB_XKB_ID_USE_CORE_KBD, 0, 0, true, 1, 0, false, 0);
+  session.flush();
+  QTest::qWait(100);
+  button->click();
+  superKey(38);
+  ASSERT_TRUE(finishes());
+  EXPECT_EQ(last(), (HotKeyCombo{0, 256, u"Q"_s}));
+}
+
+TEST_F(X11HotKeyRecordingTest, AltGrMakesNoCombination) {
+  layout({u"es"_s});
+  button->click();
+  xdotool({u"keydown"_s, u"ctrl"_s, u"keydown"_s, u"108"_s, u"key"_s, u"26"_s, u"keyup"_s, u"108"_s,
+           u"keyup"_s, u"ctrl"_s});
+  EXPECT_TRUE(QTest::qWaitFor([this] { return recorder->message() == u"Usa ⌘, ⌥ o ⌃"; }));
+  EXPECT_TRUE(applied.isEmpty());
+}
+
+TEST_F(X11HotKeyRecordingTest, EscapeIsTheWayOutWhereverItIs) {
+  layout({u"us"_s, u"-option"_s, u"caps:swapescape"_s});
+  button->click();
+  xdotool({u"key"_s, u"66"_s});
+  EXPECT_TRUE(finishes());
+  EXPECT_EQ(recorder->message(), QString());
+  layout({u"-option"_s});
 }
 
 TEST(CharacterOf, IsWhatAKeyPrints) {

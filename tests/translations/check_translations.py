@@ -10,11 +10,19 @@ import tempfile
 import xml.etree.ElementTree as ElementTree
 
 PLACEHOLDER = re.compile(r"%(?:n|L?\d)")
-LITERAL = re.compile(r'(?:QStringLiteral\(\s*|\bu)"((?:[^"\\]|\\.)*)"')
+STRING = r'"((?:[^"\\]|\\.)*)"'
+# Everything that makes a text, but not what asks for its translation.
+MAKERS = r"(?:QStringLiteral\(\s*|QLatin1String(?:View)?\(\s*|QString::from(?:Utf8|Latin1)\(\s*|\bu)"
+LITERAL = re.compile(MAKERS + STRING)
+# What the user reads or hears whatever it says.
+SHOWN = re.compile(r"\b(?:setText|setToolTip|setAccessible(?:Name|Description)|setWindowTitle|setPlaceholderText|"
+                   r"add(?:Tab|Section|Row|Switch|Button|Action|Choice))\(([^;]*?)\);", re.S)
 # Letters and signs that only prose has, or two words in a row.
 PROSE = re.compile(r"[áéíóúñÁÉÍÓÚÑ¿¡«»…]|[A-Za-z]{2,} [a-z]{2,}")
 # A style sheet is no prose.
 STYLE = re.compile(r"[{};]|^border")
+# Called so in every language.
+NAME = "Nimbrel"
 # Where the user reads what the code says.
 VISIBLE = ("app", "panel", "settings/window", "intents")
 
@@ -51,10 +59,19 @@ def problems_in_catalogue(name, root):
 
 
 def problems_in_source(relative, text):
-    for number, line in enumerate(text.splitlines(), 1):
-        for literal in LITERAL.findall(line):
-            if PROSE.search(literal) and not STYLE.search(literal) and "logFailure" not in line:
-                yield f"{relative}:{number}: {literal!r} is not localised"
+    def where(position):
+        return f"{relative}:{text.count(chr(10), 0, position) + 1}"
+
+    for match in LITERAL.finditer(text):
+        literal = match.group(1)
+        line = text[text.rfind("\n", 0, match.start()) + 1:match.end()]
+        if PROSE.search(literal) and not STYLE.search(literal) and "logFailure" not in line:
+            yield f"{where(match.start())}: {literal!r} is not localised"
+    for call in SHOWN.finditer(text):
+        for match in LITERAL.finditer(call.group(1)):
+            is_markup = re.search(r"<\w+>", match.group(1))
+            if re.search(r"[A-Za-z]", match.group(1)) and not is_markup and match.group(1) != NAME:
+                yield f"{where(call.start())}: {match.group(1)!r} is shown and not localised"
 
 
 def check(lupdate, root):
@@ -63,7 +80,7 @@ def check(lupdate, root):
     for catalogue in catalogues:
         found += problems_in_catalogue(catalogue.name, updated(lupdate, root, catalogue))
     for folder in VISIBLE:
-        for path in sorted((root / "src" / folder).rglob("*.cpp")):
+        for path in sorted(path for path in (root / "src" / folder).rglob("*") if path.suffix in (".cpp", ".h")):
             found += problems_in_source(path.relative_to(root).as_posix(), path.read_text(encoding="utf-8"))
     return found
 

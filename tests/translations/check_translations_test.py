@@ -44,6 +44,12 @@ class CheckTranslations(unittest.TestCase):
         self.assertIn("'Nada copiado' is not localised",
                       "\n".join(self.problems(text='QStringLiteral("Nada copiado")')))
 
+    def test_every_way_of_making_a_text_is_looked_at(self):
+        for text in ('QLatin1String("Nada copiado")', 'QString::fromUtf8("¡Olé!")', 'u"Nada copiado"_s',
+                     'QStringLiteral(\n    "Nada copiado")', 'x.setText(QStringLiteral("Ajustes"));',
+                     'x.setToolTip(\n  u"Cancelar"_s);'):
+            self.assertIn("localised", "\n".join(self.problems(text=text)), text)
+
     def test_names_and_style_sheets_are_no_prose(self):
         self.assertEqual([line for line in self.problems(text='u"border: none; color: red"_s + u"searchField"_s')
                           if "localised" in line], [])

@@ -10,6 +10,10 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
+struct Texts {
+  Q_DECLARE_TR_FUNCTIONS(HotKeyCombo)
+};
+
 constexpr quint32 kSpaceKeyCode = 49;
 
 struct KeyName {
@@ -74,7 +78,17 @@ QString HotKeyCombo::displayString() const {
   if (modifiers & hotKeyModifier::option) text += u'⌥';
   if (modifiers & hotKeyModifier::shift) text += u'⇧';
   if (modifiers & hotKeyModifier::command) text += u'⌘';
-  return text + (keyCode == kSpaceKeyCode ? QCoreApplication::translate("HotKeyCombo", "Espacio") : keyLabel);
+  return text + (keyCode == kSpaceKeyCode ? Texts::tr("Espacio") : keyLabel);
+}
+
+QString HotKeyCombo::spokenString() const {
+  QStringList words;
+  if (modifiers & hotKeyModifier::control) words.append(Texts::tr("Control"));
+  if (modifiers & hotKeyModifier::option) words.append(Texts::tr("Opción"));
+  if (modifiers & hotKeyModifier::shift) words.append(Texts::tr("Mayúsculas"));
+  if (modifiers & hotKeyModifier::command) words.append(Texts::tr("Comando"));
+  words.append(keyCode == kSpaceKeyCode ? Texts::tr("Espacio") : keyLabel);
+  return words.join(u' ');
 }
 
 HotKeyCombo defaultHotKey() {

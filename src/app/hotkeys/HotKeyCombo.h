@@ -4,18 +4,10 @@
 #include <QtGlobal>
 #include <optional>
 
+#include "platform/HotKeyRegistrar.h"
 #include "platform/KeyReader.h"
 
 namespace nimbrel {
-
-/// The bits of the Carbon modifier mask.
-namespace hotKeyModifier {
-inline constexpr quint32 command = 256;
-inline constexpr quint32 shift = 512;
-inline constexpr quint32 option = 2048;
-inline constexpr quint32 control = 4096;
-inline constexpr quint32 all = command | shift | option | control;
-}  // namespace hotKeyModifier
 
 /// Whether these modifiers make a key a combination: Shift alone does not, which only types something else.
 [[nodiscard]] constexpr bool isHotKeyMask(quint32 modifiers) {
@@ -31,6 +23,9 @@ struct HotKeyCombo final {
 
   /// The modifiers' glyphs in the order ⌃⌥⇧⌘, then the key: "⇧⌘V". The space bar shows as its localised name.
   [[nodiscard]] QString displayString() const;
+
+  /// The same in words, as a screen reader says it: "Mayúsculas Comando V".
+  [[nodiscard]] QString spokenString() const;
 
   bool operator==(const HotKeyCombo&) const = default;
 };

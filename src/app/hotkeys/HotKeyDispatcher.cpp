@@ -25,43 +25,53 @@ quint32 HotKeyDispatcher::nextId() {
   return ++lastId_;
 }
 
-bool HotKeyDispatcher::registerEntry(quint32 id, const HotKeyCombo& combo) {
-  return registrar_.registerHotKey(id, combo.keyCode, combo.modifiers);
+bool HotKeyDispatcher::take(quint32 id, Entry& entry) {
+  entry.isRegistered =
+      entry.isRegistered || registrar_.registerHotKey(id, entry.combo.keyCode, entry.combo.modifiers);
+  return entry.isRegistered;
+}
+
+void HotKeyDispatcher::giveBackAll() {
+  for (auto entry = entries_.begin(); entry != entries_.end(); ++entry) {
+    if (std::exchange(entry->isRegistered, false)) registrar_.unregisterHotKey(entry.key());
+  }
+}
+
+void HotKeyDispatcher::takeAll() {
+  for (auto entry = entries_.begin(); entry != entries_.end(); ++entry) {
+    if (!take(entry.key(), *entry)) logRefusal(entry->combo);
+  }
 }
 
 bool HotKeyDispatcher::add(quint32 id, const HotKeyCombo& combo, std::function<void()> handler) {
   remove(id);
   // While the others are given back, what they hold could not be told.
-  resume();
-  if (!registerEntry(id, combo)) return false;
-  entries_.insert(id, {combo, std::move(handler)});
-  return true;
+  const bool suspended = suspensions_ > 0;
+  if (suspended) takeAll();
+  Entry entry{combo, std::move(handler)};
+  const bool accepted = take(id, entry);
+  if (accepted) entries_.insert(id, std::move(entry));
+  if (suspended) giveBackAll();
+  return accepted;
 }
 
 void HotKeyDispatcher::remove(quint32 id) {
-  if (entries_.remove(id) && !suspended_) registrar_.unregisterHotKey(id);
+  const Entry entry = entries_.take(id);
+  if (entry.isRegistered) registrar_.unregisterHotKey(id);
 }
 
 void HotKeyDispatcher::suspend() {
-  if (std::exchange(suspended_, true)) return;
-  for (auto it = entries_.keyBegin(); it != entries_.keyEnd(); ++it)
-    registrar_.unregisterHotKey(*it);
+  if (suspensions_++ == 0) giveBackAll();
 }
 
 void HotKeyDispatcher::resume() {
-  if (!std::exchange(suspended_, false)) return;
-  entries_.removeIf([this](QHash<quint32, Entry>::iterator entry) {
-    if (registerEntry(entry.key(), entry->combo)) return false;
-    logRefusal(entry->combo);
-    return true;
-  });
+  if (--suspensions_ == 0) takeAll();
 }
 
 void HotKeyDispatcher::run(quint32 id) {
-  if (suspended_) return;
   // A copy, since the action may remove its own entry.
-  const auto handler = entries_.value(id).handler;
-  if (handler) handler();
+  const Entry entry = entries_.value(id);
+  if (entry.isRegistered && entry.handler) entry.handler();
 }
 
 void logRefusal(const HotKeyCombo& combo) {

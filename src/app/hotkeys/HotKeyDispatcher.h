@@ -31,22 +31,26 @@ class HotKeyDispatcher final : public QObject {
   /// Gives all combinations back for a while, so that the keys reach the program as any others do.
   void suspend();
 
-  /// Registers them again. One that somebody else has taken meanwhile is logged, and does nothing any more.
+  /// Ends a suspension; with the last one the combinations are registered again. One that somebody else has
+  /// taken meanwhile is logged, does nothing, and is tried again after the next suspension.
   void resume();
 
  private:
   struct Entry {
     HotKeyCombo combo;
     std::function<void()> handler;
+    bool isRegistered = false;
   };
 
-  [[nodiscard]] bool registerEntry(quint32 id, const HotKeyCombo& combo);
+  [[nodiscard]] bool take(quint32 id, Entry& entry);
+  void giveBackAll();
+  void takeAll();
   void run(quint32 id);
 
   HotKeyRegistrar& registrar_;
   QHash<quint32, Entry> entries_;
   quint32 lastId_ = 0;
-  bool suspended_ = false;
+  int suspensions_ = 0;
 };
 
 }  // namespace nimbrel

@@ -1,17 +1,18 @@
 #include "app/hotkeys/HotKeyRecorder.h"
 
 #include <QAccessible>
+#include <QEvent>
 #include <QHBoxLayout>
 #include <algorithm>
 #include <utility>
+
+#include "look/Tones.h"
 
 namespace nimbrel {
 namespace {
 
 constexpr int kFieldWidth = 128;
 constexpr int kFieldMargin = 24;
-constexpr QColor kWarningOnLight(0xb4, 0x3c, 0x09);
-constexpr QColor kWarningOnDark(0xf5, 0xb9, 0x42);
 
 }  // namespace
 
@@ -39,6 +40,7 @@ HotKeyRecorder::HotKeyRecorder(const KeyReader& keys, HotKeyDispatcher& dispatch
   row->addWidget(field_);
   const int textWidth = fontMetrics().horizontalAdvance(capture_->accessibleName());
   field_->setFixedSize(std::max(kFieldWidth, textWidth + kFieldMargin), button_->sizeHint().height());
+  showWarningColor();
   connect(button_, &QPushButton::clicked, this, &HotKeyRecorder::startRecording);
   connect(capture_, &KeyCaptureView::turnedAway, this, &HotKeyRecorder::stopRecording);
 }
@@ -48,8 +50,9 @@ HotKeyRecorder::~HotKeyRecorder() {
 }
 
 void HotKeyRecorder::setCombo(const HotKeyCombo& combo) {
-  button_->setText(combo.displayString());
-  button_->setAccessibleName(tr("%1: %2").arg(title_, combo.displayString()));
+  // An ampersand on the key is no mnemonic.
+  button_->setText(combo.displayString().replace(u'&', QStringLiteral("&&")));
+  button_->setAccessibleName(tr("%1: %2").arg(title_, combo.spokenString()));
 }
 
 void HotKeyRecorder::startRecording() {
@@ -76,13 +79,24 @@ void HotKeyRecorder::take(const PressedKey& key) {
   setMessage(apply_(*combo) ? QString() : tr("Ya está en uso"));
 }
 
-void HotKeyRecorder::setMessage(const QString& message) {
-  const QPalette system = palette();
-  const bool dark =
-      system.color(QPalette::Window).lightness() < system.color(QPalette::WindowText).lightness();
-  QPalette colors = message_->palette();
-  colors.setColor(QPalette::WindowText, dark ? kWarningOnDark : kWarningOnLight);
+void HotKeyRecorder::changeEvent(QEvent* event) {
+  QWidget::changeEvent(event);
+  if (event->type() == QEvent::PaletteChange) showWarningColor();
+}
+
+void HotKeyRecorder::hideEvent(QHideEvent* event) {
+  QWidget::hideEvent(event);
+  // What was wrong then is of no interest at the next visit.
+  if (!event->spontaneous()) setMessage({});
+}
+
+void HotKeyRecorder::showWarningColor() {
+  QPalette colors = palette();
+  colors.setColor(QPalette::WindowText, warningColor(palette()));
   message_->setPalette(colors);
+}
+
+void HotKeyRecorder::setMessage(const QString& message) {
   message_->setText(message);
   if (message.isEmpty()) return;
   QAccessibleEvent alert(message_, QAccessible::Alert);

@@ -33,10 +33,15 @@ class HotKeyRecorder final : public QWidget {
   /// What is wrong with what was pressed last, empty when nothing is.
   [[nodiscard]] QString message() const { return message_->text(); }
 
+ protected:
+  void changeEvent(QEvent* event) override;
+  void hideEvent(QHideEvent* event) override;
+
  private:
   void startRecording();
   void stopRecording();
   void take(const PressedKey& key);
+  void showWarningColor();
   void setMessage(const QString& message);
 
   HotKeyDispatcher& dispatcher_;

@@ -19,6 +19,9 @@ KeyCaptureView::KeyCaptureView(const KeyReader& keys, OnKey onKey, QWidget* pare
     : QWidget(parent), keys_(keys), onKey_(std::move(onKey)) {
   setFocusPolicy(Qt::StrongFocus);
   setObjectName(QStringLiteral("keyCapture"));
+  patience_.setSingleShot(true);
+  patience_.setInterval(kPatience);
+  connect(&patience_, &QTimer::timeout, this, &KeyCaptureView::turnedAway);
 }
 
 KeyCaptureView::~KeyCaptureView() {
@@ -30,10 +33,12 @@ void KeyCaptureView::startCapture() {
   capturing_ = true;
   grabKeyboard();
   qApp->installEventFilter(this);
+  patience_.start();
 }
 
 void KeyCaptureView::stopCapture() {
   if (!std::exchange(capturing_, false)) return;
+  patience_.stop();
   qApp->removeEventFilter(this);
   releaseKeyboard();
 }
@@ -48,6 +53,7 @@ bool KeyCaptureView::event(QEvent* event) {
   }
   if (event->type() != QEvent::KeyPress) return QWidget::event(event);
   const auto& press = *static_cast<QKeyEvent*>(event);
+  patience_.start();
   const auto key = press.isAutoRepeat() ? std::nullopt : keys_.read(press);
   if (key) onKey_(*key);
   return true;

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <QTimer>
 #include <QWidget>
+#include <chrono>
 #include <functional>
 
 #include "platform/KeyReader.h"
@@ -19,14 +21,20 @@ class KeyCaptureView final : public QWidget {
   KeyCaptureView(const KeyReader& keys, OnKey onKey, QWidget* parent);
   ~KeyCaptureView() override;
 
+  /// How long the keyboard is kept without a key: what locks the screen cannot have it meanwhile.
+  static constexpr std::chrono::seconds kPatience{30};
+
   /// Takes the keyboard; the view must be visible.
   void startCapture();
+
+  /// Another time without a key, `kPatience` by default.
+  void setPatience(std::chrono::milliseconds patience) { patience_.setInterval(patience); }
 
   /// Gives it back.
   void stopCapture();
 
  Q_SIGNALS:
-  /// The user has turned to something else while keys were captured.
+  /// The user has turned to something else while keys were captured, or presses none.
   void turnedAway();
 
  protected:
@@ -39,6 +47,7 @@ class KeyCaptureView final : public QWidget {
   const KeyReader& keys_;
   const OnKey onKey_;
   bool capturing_ = false;
+  QTimer patience_;
 };
 
 }  // namespace nimbrel

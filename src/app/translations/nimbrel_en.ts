@@ -59,57 +59,17 @@
         <source>d MMM yyyy</source>
         <translation>MMM d, yyyy</translation>
     </message>
+    <message>
+        <source>Portapapeles Universal</source>
+        <translation>Universal Clipboard</translation>
+    </message>
+    <message>
+        <source>Continuidad</source>
+        <translation>Continuity</translation>
+    </message>
 </context>
 <context>
     <name>CommandLine</name>
-    <message>
-        <source>Uso: nimbrel [OPCIÓN]
-     nimbrel classify [--source ID] [--no-codes] [--multiline] [--lines] [ARCHIVO]
-     nimbrel transform TRANSFORMACIÓN [ARCHIVO]
-
-Nimbrel guarda lo que copias, cifrado, y lo pega donde estés: ⇧⌘V abre el panel
-(la tecla ⌘ es Súper). Si ya está en marcha, otro arranque muestra su panel.
-
-  -h, --help     muestra esta ayuda y termina
-  -v, --version  muestra la versión y termina
-
-classify dice si un texto es secreto: none (no), soft (un código de un solo uso)
-o hard (una credencial, una tarjeta, una cuenta). Lee la entrada estándar o un
-archivo; el estado de salida es 0 sea cual sea la respuesta.
-
-  --source ID    la aplicación en la que se copió
-  --no-codes     no busca códigos de un solo uso
-  --multiline    mira también cada línea y cada palabra
-  --lines        responde a cada línea de la entrada por separado
-
-transform escribe el texto transformado por una de estas: uppercase, lowercase,
-titleCase, trimWhitespace, removeLineBreaks, urlEncode, urlDecode, base64Encode,
-base64Decode, formatJSON, compactJSON.
-</source>
-        <translation>Usage: nimbrel [OPTION]
-       nimbrel classify [--source ID] [--no-codes] [--multiline] [--lines] [FILE]
-       nimbrel transform TRANSFORMATION [FILE]
-
-Nimbrel keeps what you copy, encrypted, and pastes it wherever you are: ⇧⌘V opens
-the panel (the key ⌘ is Super). When it runs already, another start shows its panel.
-
-  -h, --help     shows this help and ends
-  -v, --version  shows the version and ends
-
-classify says whether a text is secret: none (no), soft (a one-time code) or hard
-(a credential, a card, an account). It reads the standard input or a file; the exit
-status is 0 whatever the answer.
-
-  --source ID    the application in which it was copied
-  --no-codes     does not look for one-time codes
-  --multiline    looks at each line and each word too
-  --lines        answers for each line of the input apart
-
-transform writes the text transformed by one of these: uppercase, lowercase,
-titleCase, trimWhitespace, removeLineBreaks, urlEncode, urlDecode, base64Encode,
-base64Decode, formatJSON, compactJSON.
-</translation>
-    </message>
     <message>
         <source>nimbrel: %1
 «nimbrel --help» muestra la ayuda.
@@ -198,6 +158,56 @@ base64Decode, formatJSON, compactJSON.
         <source>«%1»: %2</source>
         <translation>“%1”: %2</translation>
     </message>
+    <message>
+        <source>Uso: nimbrel [OPCIÓN]
+     nimbrel classify [--source ID] [--no-codes] [--multiline] [--lines] [ARCHIVO]
+     nimbrel transform TRANSFORMACIÓN [ARCHIVO]
+
+Nimbrel guarda lo que copias, cifrado, y lo pega donde estés: ⇧⌘V, u otro atajo de
+los ajustes, abre el panel (la tecla ⌘ es Súper). Si ya está en marcha, otro
+arranque muestra su panel.
+
+  -h, --help     muestra esta ayuda y termina
+  -v, --version  muestra la versión y termina
+
+classify dice si un texto es secreto: none (no), soft (un código de un solo uso)
+o hard (una credencial, una tarjeta, una cuenta). Lee la entrada estándar o un
+archivo; el estado de salida es 0 sea cual sea la respuesta.
+
+  --source ID    la aplicación en la que se copió
+  --no-codes     no busca códigos de un solo uso
+  --multiline    mira también cada línea y cada palabra
+  --lines        responde a cada línea de la entrada por separado
+
+transform escribe el texto transformado por una de estas: uppercase, lowercase,
+titleCase, trimWhitespace, removeLineBreaks, urlEncode, urlDecode, base64Encode,
+base64Decode, formatJSON, compactJSON.
+</source>
+        <translation>Usage: nimbrel [OPTION]
+       nimbrel classify [--source ID] [--no-codes] [--multiline] [--lines] [FILE]
+       nimbrel transform TRANSFORMATION [FILE]
+
+Nimbrel keeps what you copy, encrypted, and pastes it wherever you are: ⇧⌘V, or
+another shortcut of the settings, opens the panel (the key ⌘ is Super). When it runs
+already, another start shows its panel.
+
+  -h, --help     shows this help and ends
+  -v, --version  shows the version and ends
+
+classify says whether a text is secret: none (no), soft (a one-time code) or hard
+(a credential, a card, an account). It reads the standard input or a file; the exit
+status is 0 whatever the answer.
+
+  --source ID    the application in which it was copied
+  --no-codes     does not look for one-time codes
+  --multiline    looks at each line and each word too
+  --lines        answers for each line of the input apart
+
+transform writes the text transformed by one of these: uppercase, lowercase,
+titleCase, trimWhitespace, removeLineBreaks, urlEncode, urlDecode, base64Encode,
+base64Decode, formatJSON, compactJSON.
+</translation>
+    </message>
 </context>
 <context>
     <name>ContentView</name>
@@ -235,6 +245,33 @@ base64Decode, formatJSON, compactJSON.
     <message>
         <source>Espacio</source>
         <translation>Space</translation>
+    </message>
+    <message>
+        <source>Control</source>
+        <translation>Control</translation>
+    </message>
+    <message>
+        <source>Opción</source>
+        <translation>Option</translation>
+    </message>
+    <message>
+        <source>Mayúsculas</source>
+        <translation>Shift</translation>
+    </message>
+    <message>
+        <source>Comando</source>
+        <translation>Command</translation>
+    </message>
+</context>
+<context>
+    <name>IgnoredApp</name>
+    <message>
+        <source>Contraseñas</source>
+        <translation>Passwords</translation>
+    </message>
+    <message>
+        <source>Acceso a Llaveros</source>
+        <translation>Keychain Access</translation>
     </message>
 </context>
 <context>

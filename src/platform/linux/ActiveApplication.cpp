@@ -51,17 +51,26 @@ std::optional<RunningApplication> ActiveApplication::current() {
   return applicationOf(window);
 }
 
+QList<std::uint32_t> ActiveApplication::list(xcb_window_t window, const QString& property) {
+  return cardinals(take(connection_, ask(connection_, window, atoms_.atom(property), kMaxWindows)));
+}
+
 bool ActiveApplication::isForWork(xcb_window_t window) {
-  const auto cookie = ask(connection_, window, atoms_.atom(QStringLiteral("_NET_WM_WINDOW_TYPE")));
-  const QList<std::uint32_t> types = cardinals(take(connection_, cookie));
-  return !types.contains(atoms_.atom(QStringLiteral("_NET_WM_WINDOW_TYPE_DOCK"))) &&
-         !types.contains(atoms_.atom(QStringLiteral("_NET_WM_WINDOW_TYPE_DESKTOP")));
+  const QList<std::uint32_t> types = list(window, QStringLiteral("_NET_WM_WINDOW_TYPE"));
+  if (types.contains(atoms_.atom(QStringLiteral("_NET_WM_WINDOW_TYPE_DOCK"))) ||
+      types.contains(atoms_.atom(QStringLiteral("_NET_WM_WINDOW_TYPE_DESKTOP"))))
+    return false;
+  const QList<std::uint32_t> states = list(window, QStringLiteral("_NET_WM_STATE"));
+  if (states.contains(atoms_.atom(QStringLiteral("_NET_WM_STATE_HIDDEN")))) return false;
+  constexpr std::uint32_t kEveryDesktop = 0xffffffff;
+  const std::uint32_t current =
+      list(rootWindow(connection_), QStringLiteral("_NET_CURRENT_DESKTOP")).value(0, kEveryDesktop);
+  const std::uint32_t desktop = list(window, QStringLiteral("_NET_WM_DESKTOP")).value(0, kEveryDesktop);
+  return desktop == kEveryDesktop || current == kEveryDesktop || desktop == current;
 }
 
 std::optional<RunningApplication> ActiveApplication::topmostBut(qint64 processId) {
-  const auto cookie = ask(connection_, rootWindow(connection_),
-                          atoms_.atom(QStringLiteral("_NET_CLIENT_LIST_STACKING")), kMaxWindows);
-  QList<std::uint32_t> windows = cardinals(take(connection_, cookie));
+  QList<std::uint32_t> windows = list(rootWindow(connection_), QStringLiteral("_NET_CLIENT_LIST_STACKING"));
   windows.append(activeWindow());
   for (auto window = windows.crbegin(); window != windows.crend(); ++window) {
     const auto application = *window != XCB_WINDOW_NONE ? applicationOf(*window) : std::nullopt;
@@ -80,7 +89,9 @@ std::optional<RunningApplication> ActiveApplication::applicationOf(xcb_window_t 
   const std::uint32_t processId = cardinal(take(connection_, pidCookie));
   const QString className = QString::fromUtf8(windowClass.value(1));
   if (className.isEmpty() && applicationId.isEmpty()) return std::nullopt;
-  const DesktopEntry entry = entries_.find(QString::fromUtf8(applicationId), className);
+  const DesktopEntry entry =
+      entries_.find(QString::fromUtf8(applicationId),
+                    {.className = className, .instance = QString::fromUtf8(windowClass.value(0))});
   return RunningApplication{.identifier = entry.identifier, .name = entry.name, .processId = processId};
 }
 

@@ -31,6 +31,8 @@ class ActiveApplication final {
   [[nodiscard]] std::optional<RunningApplication> applicationOf(xcb_window_t window);
 
  private:
+  [[nodiscard]] QList<std::uint32_t> list(xcb_window_t window, const QString& property);
+  /// Whether the user can see it, as a window and not as a part of the desktop.
   [[nodiscard]] bool isForWork(xcb_window_t window);
 
   xcb_connection_t* connection_;

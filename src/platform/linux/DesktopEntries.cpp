@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <array>
 #include <optional>
+#include <utility>
 
 #include "platform/linux/DesktopFile.h"
 
@@ -77,38 +78,65 @@ bool isShownInMenus(const DesktopFile& file, const QStringList& desktops) {
 
 /// What the files say, by lower-case keys.
 struct DesktopEntries::Table {
-  /// By id and by window class, as the files state them.
-  QHash<QString, DesktopEntry> stated;
-  /// By what applications that state no window class often take for one.
-  QHash<QString, DesktopEntry> guessed;
+  QHash<QString, DesktopEntry> byId;
+  /// By the window class that a file states; one that menus show goes before one that they do not.
+  QHash<QString, DesktopEntry> byClass;
+  QSet<QString> shownClasses;
+  /// By what applications that state no window class often take for one; none for what several might be.
+  QHash<QString, std::optional<DesktopEntry>> guessed;
   QSet<QString> ids;
-  QList<InstalledApplication> shown;
+  struct Shown {
+    InstalledApplication application;
+    QString windowClass;
+  };
+  QList<Shown> shown;
 
-  void add(const QString& id, const DesktopFile& file, const QStringList& desktops, const QString& language);
+  void add(const QString& id, const DesktopFile& file, bool isShown);
+  void addClass(const QString& windowClass, const DesktopEntry& entry, bool isShown);
+  void guess(const QString& key, const DesktopEntry& entry);
   void readFolder(const QString& folder);
 };
 
-void DesktopEntries::Table::add(const QString& id, const DesktopFile& file, const QStringList& desktops,
-                                const QString& language) {
+void DesktopEntries::Table::addClass(const QString& windowClass, const DesktopEntry& entry, bool isShown) {
+  if (windowClass.isEmpty() || shownClasses.contains(windowClass)) return;
+  if (!isShown && byClass.contains(windowClass)) return;
+  byClass.insert(windowClass, entry);
+  if (isShown) shownClasses.insert(windowClass);
+}
+
+void DesktopEntries::Table::guess(const QString& key, const DesktopEntry& entry) {
+  if (key.isEmpty()) return;
+  const auto known = guessed.constFind(key);
+  const bool isAmbiguous = known != guessed.constEnd() && *known != entry;
+  guessed.insert(key, isAmbiguous ? std::nullopt : std::optional(entry));
+}
+
+void DesktopEntries::Table::add(const QString& id, const DesktopFile& file, bool isShown) {
+  const QString language = QLocale::system().uiLanguages().value(0).replace(u'-', u'_');
   const QString name = file.localValue(u"Name"_s, language);
   const DesktopEntry entry{ignoredIdentifier(id).value_or(id), name.isEmpty() ? id : name};
-  stated.insert(id.toLower(), entry);
   const QString windowClass = file.value(u"StartupWMClass"_s).toLower();
-  if (!windowClass.isEmpty() && !stated.contains(windowClass)) stated.insert(windowClass, entry);
-  if (!isShownInMenus(file, desktops)) return;
+  byId.insert(id.toLower(), entry);
+  addClass(windowClass, entry, isShown);
+  if (!isShown) return;
   shown.append(
-      {.identifier = entry.identifier, .name = entry.name, .icon = file.localValue(u"Icon"_s, language)});
+      {{.identifier = entry.identifier, .name = entry.name, .icon = file.localValue(u"Icon"_s, language)},
+       windowClass});
+  if (!windowClass.isEmpty() || file.isTrue(u"Terminal"_s)) return;
   const QString program = programOf(file.value(u"Exec"_s)).toLower();
-  for (const QString& key : {id.section(u'.', -1).toLower(), isStarter(program) ? QString() : program})
-    if (!key.isEmpty() && !guessed.contains(key)) guessed.insert(key, entry);
+  guess(id.section(u'.', -1).toLower(), entry);
+  if (!isStarter(program)) guess(program, entry);
 }
 
 void DesktopEntries::Table::readFolder(const QString& folder) {
   const QStringList desktops = qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(u':', Qt::SkipEmptyParts);
-  const QString language = QLocale::system().name();
+  QStringList paths;
   QDirIterator files(folder, {u"*.desktop"_s}, QDir::Files, QDirIterator::Subdirectories);
-  while (files.hasNext()) {
-    const QString path = files.next();
+  while (files.hasNext())
+    paths.append(files.next());
+  // Which of two files wins must not depend on how the disk happens to hold them.
+  paths.sort();
+  for (const QString& path : std::as_const(paths)) {
     // Sub-folders become part of the id, joined with hyphens.
     const QString id = path.mid(folder.size() + 1).chopped(8).replace(u'/', u'-');
     if (ids.contains(id.toLower())) continue;
@@ -116,7 +144,7 @@ void DesktopEntries::Table::readFolder(const QString& folder) {
     if (!file) continue;
     // One that is called deleted hides those of the same name in less important folders.
     ids.insert(id.toLower());
-    if (!file->isTrue(u"Hidden"_s)) add(id, *file, desktops, language);
+    if (!file->isTrue(u"Hidden"_s)) add(id, *file, isShownInMenus(*file, desktops));
   }
 }
 
@@ -129,22 +157,29 @@ std::shared_ptr<const DesktopEntries::Table> DesktopEntries::table() const {
   return table_;
 }
 
-DesktopEntry DesktopEntries::find(const QString& applicationId, const QString& windowClass) const {
+DesktopEntry DesktopEntries::find(const QString& applicationId, const WindowClass& window) const {
   const auto table = this->table();
-  for (const QString& key : {applicationId, windowClass}) {
+  const QString id = applicationId.toLower();
+  const QString instance = window.instance.toLower();
+  const QString className = window.className.toLower();
+  for (const QString& key : {applicationId, window.className}) {
     if (const auto known = ignoredIdentifier(key))
-      return {*known, table ? table->stated.value(key.toLower(), {QString(), key}).name : key};
+      return {*known, table ? table->byId.value(key.toLower(), {QString(), key}).name : key};
   }
   if (table) {
-    for (const auto* const entries : {&table->stated, &table->guessed}) {
-      for (const QString& key : {applicationId, windowClass}) {
-        const auto found = entries->constFind(key.toLower());
-        if (!key.isEmpty() && found != entries->constEnd()) return *found;
-      }
+    // A window of a browser that is an application of its own differs in its instance only.
+    for (const auto& [entries, key] :
+         {std::pair(&table->byId, id), std::pair(&table->byClass, instance),
+          std::pair(&table->byClass, className), std::pair(&table->byId, className)}) {
+      const auto found = entries->constFind(key);
+      if (!key.isEmpty() && found != entries->constEnd()) return *found;
+    }
+    for (const QString& key : {id, className}) {
+      if (const auto found = table->guessed.value(key)) return *found;
     }
   }
-  const QString fallback = applicationId.isEmpty() ? windowClass : applicationId;
-  return {fallback, windowClass.isEmpty() ? fallback : windowClass};
+  const QString fallback = applicationId.isEmpty() ? window.className : applicationId;
+  return {fallback, window.className.isEmpty() ? fallback : window.className};
 }
 
 void DesktopEntries::load() {
@@ -157,7 +192,16 @@ void DesktopEntries::load() {
 
 QList<InstalledApplication> DesktopEntries::shown() const {
   const auto table = this->table();
-  return table ? table->shown : QList<InstalledApplication>();
+  QList<InstalledApplication> applications;
+  if (!table) return applications;
+  for (const Table::Shown& shown : table->shown) {
+    InstalledApplication application = shown.application;
+    // Under the identifier by which its windows are known.
+    const auto known = table->byClass.constFind(shown.windowClass);
+    if (known != table->byClass.constEnd()) application.identifier = known->identifier;
+    applications.append(application);
+  }
+  return applications;
 }
 
 }  // namespace nimbrel

@@ -20,6 +20,12 @@ struct DesktopEntry final {
   bool operator==(const DesktopEntry&) const = default;
 };
 
+/// What a window says of its application in WM_CLASS (ICCCM 4.1.2.5).
+struct WindowClass final {
+  QString className;
+  QString instance = {};
+};
+
 /// The applications that are installed, by desktop-file id and window class (freedesktop.org's desktop
 /// entries). An application whose file states no window class is also known by the last part of its id and by
 /// its program's name. Any thread.
@@ -33,7 +39,7 @@ class DesktopEntries final {
 
   /// The application with this id or window class; one that has no desktop file, or any before the files have
   /// been read, is named by its class. Never waits.
-  [[nodiscard]] DesktopEntry find(const QString& applicationId, const QString& windowClass) const;
+  [[nodiscard]] DesktopEntry find(const QString& applicationId, const WindowClass& window) const;
 
   /// Reads the files, again when they have been read before; takes as long as the disk does.
   void load();

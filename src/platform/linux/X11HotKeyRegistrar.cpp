@@ -18,18 +18,15 @@ Q_LOGGING_CATEGORY(hotKeyLog, "clipboard")
 
 std::uint16_t x11Mask(quint32 carbon, const X11Modifiers& modifiers) {
   unsigned mask = 0;
-  if (carbon & carbonModifier::command) mask |= modifiers.super;
-  if (carbon & carbonModifier::shift) mask |= modifiers.shift;
-  if (carbon & carbonModifier::option) mask |= modifiers.alt;
-  if (carbon & carbonModifier::control) mask |= modifiers.control;
+  if (carbon & hotKeyModifier::command) mask |= modifiers.super;
+  if (carbon & hotKeyModifier::shift) mask |= modifiers.shift;
+  if (carbon & hotKeyModifier::option) mask |= modifiers.alt;
+  if (carbon & hotKeyModifier::control) mask |= modifiers.control;
   return static_cast<std::uint16_t>(mask);
 }
 
 /// With detectable auto-repeat, a key that is held down sends presses only, and one release at its end.
 void askForDetectableRepeat(X11Session& session) {
-  static_cast<void>(session.reply(
-      xcb_xkb_use_extension_reply,
-      xcb_xkb_use_extension(session.connection(), XCB_XKB_MAJOR_VERSION, XCB_XKB_MINOR_VERSION)));
   constexpr std::uint32_t kDetectable = XCB_XKB_PER_CLIENT_FLAG_DETECTABLE_AUTO_REPEAT;
   static_cast<void>(session.reply(xcb_xkb_per_client_flags_reply,
                                   xcb_xkb_per_client_flags(session.connection(), XCB_XKB_ID_USE_CORE_KBD,

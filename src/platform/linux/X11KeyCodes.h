@@ -12,12 +12,4 @@ namespace nimbrel {
 /// The macOS virtual key code at the position of an X key code; nothing for keys that Apple keyboards lack.
 [[nodiscard]] std::optional<quint32> virtualKeyCode(quint32 x11KeyCode);
 
-/// The bits of the Carbon modifier mask.
-namespace carbonModifier {
-inline constexpr quint32 command = 256;
-inline constexpr quint32 shift = 512;
-inline constexpr quint32 option = 2048;
-inline constexpr quint32 control = 4096;
-}  // namespace carbonModifier
-
 }  // namespace nimbrel

@@ -6,6 +6,7 @@
 #include <QKeyEvent>
 #include <memory>
 
+#include "platform/HotKeyRegistrar.h"
 #include "platform/linux/X11KeyCodes.h"
 #include "platform/linux/X11Keyboard.h"
 
@@ -16,6 +17,8 @@ struct Unref {
   void operator()(xkb_context* context) const { xkb_context_unref(context); }
   void operator()(xkb_keymap* keymap) const { xkb_keymap_unref(keymap); }
 };
+
+constexpr quint32 kEscape = 53;
 
 /// The marks of the dead keys from XKB_KEY_dead_grave on, in the order of their symbols.
 constexpr QStringView kDeadKeys = u"`´^~¯˘˙¨°˝ˇ¸˛";
@@ -48,11 +51,18 @@ QString charactersOf(X11Session& session, quint32 key, quint32 layout) {
 
 quint32 carbonMask(quint32 state, const X11Modifiers& modifiers) {
   quint32 mask = 0;
-  if (state & modifiers.super) mask |= carbonModifier::command;
-  if (state & modifiers.shift) mask |= carbonModifier::shift;
-  if (state & modifiers.alt) mask |= carbonModifier::option;
-  if (state & modifiers.control) mask |= carbonModifier::control;
+  if (state & modifiers.super) mask |= hotKeyModifier::command;
+  if (state & modifiers.shift) mask |= hotKeyModifier::shift;
+  if (state & modifiers.alt) mask |= hotKeyModifier::option;
+  if (state & modifiers.control) mask |= hotKeyModifier::control;
   return mask;
+}
+
+bool hasOtherModifiers(quint32 state, const X11Modifiers& modifiers) {
+  constexpr quint32 kAllModifiers = 0xff;
+  const quint32 known = modifiers.shift | modifiers.control | modifiers.alt | modifiers.super |
+                        modifiers.numLock | quint32{XCB_MOD_MASK_LOCK};
+  return (state & kAllModifiers & ~known) != 0;
 }
 
 }  // namespace
@@ -66,12 +76,19 @@ QString characterOf(quint32 keySymbol) {
 }
 
 std::optional<PressedKey> X11KeyReader::read(const QKeyEvent& event) const {
-  if (!session_.isConnected() || isModifierSymbol(event.nativeVirtualKey())) return std::nullopt;
+  if (!session_.isConnected()) return std::nullopt;
   const quint32 state = event.nativeModifiers();
+  const X11Modifiers modifiers = X11Keyboard(session_).modifiers();
+  // Wherever the user has put Escape, it is the way out.
+  if (event.nativeVirtualKey() == XKB_KEY_Escape)
+    return PressedKey{.keyCode = kEscape, .modifiers = carbonMask(state, modifiers), .characters = {}};
+  if (isModifierSymbol(event.nativeVirtualKey())) return std::nullopt;
+  // With a modifier that combinations do not know, AltGr for one, the key is another than without it.
+  if (hasOtherModifiers(state, modifiers)) return PressedKey{};
   // The layout in use: bits 13 and 14 of the state (XKB protocol, section 2.2.2).
   const quint32 layout = (state >> 13) & 3U;
   return PressedKey{.keyCode = virtualKeyCode(event.nativeScanCode()),
-                    .modifiers = carbonMask(state, X11Keyboard(session_).modifiers()),
+                    .modifiers = carbonMask(state, modifiers),
                     .characters = charactersOf(session_, event.nativeScanCode(), layout)};
 }
 

@@ -1,5 +1,9 @@
 #include "platform/linux/X11Session.h"
 
+// The header has fields named like a C++ keyword.
+#define explicit explicitModifiers
+#include <xcb/xkb.h>
+#undef explicit
 #include <xcb/xinput.h>
 
 #include <QAbstractEventDispatcher>
@@ -19,6 +23,9 @@ X11Session::X11Session(const QByteArray& display)
   // them.
   connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, this,
           [this] { deliver(); });
+  // Hot keys and the reading of keys speak of the keyboard in the extension's terms.
+  static_cast<void>(reply(xcb_xkb_use_extension_reply,
+                          xcb_xkb_use_extension(connection(), XCB_XKB_MAJOR_VERSION, XCB_XKB_MINOR_VERSION)));
   const auto* const extension = xcb_get_extension_data(connection(), &xcb_input_id);
   if (!extension || !extension->present) return;
   inputExtension_ = extension->major_opcode;

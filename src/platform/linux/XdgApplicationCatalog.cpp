@@ -1,6 +1,7 @@
 #include "platform/linux/XdgApplicationCatalog.h"
 
 #include <QFileInfo>
+#include <QImageReader>
 #include <QStandardPaths>
 
 namespace nimbrel {
@@ -8,12 +9,21 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
+/// A picture that can be an icon; a large one would take seconds and gigabytes to decode.
+QIcon iconInFile(const QString& path) {
+  constexpr int kLargest = 1024;
+  if (!QFileInfo(path).isFile()) return {};
+  const QSize size = QImageReader(path).size();
+  const bool fits = size.isValid() && size.width() <= kLargest && size.height() <= kLargest;
+  return fits ? QIcon(path) : QIcon();
+}
+
 /// An icon that belongs to no theme (Icon Theme Specification 0.13, "pixmaps").
 QIcon unthemedIcon(const QString& name) {
   for (const auto* const suffix : {u"", u".svg", u".png", u".xpm"}) {
     const QString path = QStandardPaths::locate(QStandardPaths::GenericDataLocation,
                                                 u"pixmaps/"_s + name + QString::fromUtf16(suffix));
-    if (!path.isEmpty()) return QIcon(path);
+    if (!path.isEmpty()) return iconInFile(path);
   }
   return {};
 }
@@ -28,8 +38,7 @@ QList<InstalledApplication> XdgApplicationCatalog::applications() {
 
 QIcon XdgApplicationCatalog::icon(const InstalledApplication& application) const {
   if (application.icon.isEmpty()) return {};
-  if (application.icon.startsWith(u'/'))
-    return QFileInfo(application.icon).isFile() ? QIcon(application.icon) : QIcon();
+  if (application.icon.startsWith(u'/')) return iconInFile(application.icon);
   const QIcon themed = QIcon::fromTheme(application.icon);
   return themed.isNull() ? unthemedIcon(application.icon) : themed;
 }

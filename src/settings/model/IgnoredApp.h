@@ -17,4 +17,7 @@ struct IgnoredApp final {
 /// The password managers that are ignored until the user says otherwise.
 [[nodiscard]] QList<IgnoredApp> defaultIgnoredApps();
 
+/// An application's name as the user reads it: those that the program brings are in the user's language.
+[[nodiscard]] QString shownName(const IgnoredApp& app);
+
 }  // namespace nimbrel

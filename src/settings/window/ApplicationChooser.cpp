@@ -5,7 +5,7 @@
 #include <QKeyEvent>
 #include <QVBoxLayout>
 
-#include "settings/window/SettingsPage.h"
+#include "look/Tones.h"
 
 namespace nimbrel {
 namespace {
@@ -13,6 +13,7 @@ namespace {
 constexpr QSize kSize(400, 420);
 constexpr int kIconSize = 22;
 constexpr int kMaxQueryLength = 200;
+constexpr int kFrontNameWidth = 180;
 
 }  // namespace
 
@@ -58,6 +59,8 @@ ApplicationChooser::ApplicationChooser(const std::optional<RunningApplication>& 
   connect(list_, &QListView::doubleClicked, this, &ApplicationChooser::chooseCurrent);
   connect(list_->selectionModel(), &QItemSelectionModel::currentChanged, this,
           &ApplicationChooser::updateButton);
+  connect(&icons_, &InstalledIcons::iconsFound, list_->viewport(), qOverload<>(&QWidget::update));
+  connect(&icons_, &InstalledIcons::iconsFound, this, &ApplicationChooser::showFrontIcon);
   search_->setFocus();
   updateButton();
 }
@@ -65,10 +68,12 @@ ApplicationChooser::ApplicationChooser(const std::optional<RunningApplication>& 
 void ApplicationChooser::addFront(const RunningApplication& front) {
   front_ = new QPushButton(this);
   front_->setObjectName(QStringLiteral("frontApplication"));
-  // An ampersand in the name is no mnemonic.
-  const QString name = QString(front.name).replace(u'&', QStringLiteral("&&"));
-  front_->setText(tr("Añadir la aplicación en uso: %1").arg(name));
-  front_->setToolTip(front.identifier);
+  frontID_ = front.identifier;
+  // Any program may give itself any name; an ampersand in it is no mnemonic.
+  const QString name = fontMetrics().elidedText(front.name.simplified(), Qt::ElideRight, kFrontNameWidth);
+  front_->setText(
+      tr("Añadir la aplicación en uso: %1").arg(QString(name).replace(u'&', QStringLiteral("&&"))));
+  front_->setToolTip(plainToolTip(front.identifier));
   front_->setAutoDefault(false);
   front_->setEnabled(!known_.contains(front.identifier));
   const InstalledApplication application{.identifier = front.identifier, .name = front.name, .icon = {}};
@@ -78,8 +83,13 @@ void ApplicationChooser::addFront(const RunningApplication& front) {
 
 void ApplicationChooser::setApplications(const QList<InstalledApplication>& applications) {
   model_->setApplications(applications);
-  if (front_) front_->setIcon(icons_.icon(front_->toolTip(), {}));
-  updateButton();
+  // What the user has typed until now finds its application too.
+  search(search_->text());
+  showFrontIcon();
+}
+
+void ApplicationChooser::showFrontIcon() {
+  if (front_) front_->setIcon(icons_.icon(frontID_, {}));
 }
 
 void ApplicationChooser::search(const QString& query) {

@@ -35,6 +35,7 @@ class ApplicationChooser final : public QDialog {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  void showFrontIcon();
   void addFront(const RunningApplication& front);
   void choose(const InstalledApplication& application);
   void chooseCurrent();
@@ -45,6 +46,7 @@ class ApplicationChooser final : public QDialog {
   InstalledIcons& icons_;
   ApplicationListModel* model_;
   QPushButton* front_ = nullptr;
+  QString frontID_;
   QLineEdit* search_;
   QListView* list_;
   QPushButton* add_;

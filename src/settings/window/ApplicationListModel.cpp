@@ -9,18 +9,20 @@ namespace nimbrel {
 ApplicationListModel::ApplicationListModel(InstalledIcons& icons, QStringList known, QObject* parent)
     : QAbstractListModel(parent), icons_(icons), known_(std::move(known)) {}
 
-void ApplicationListModel::setApplications(QList<InstalledApplication> applications) {
-  std::sort(applications.begin(), applications.end(), [](const auto& a, const auto& b) {
-    const QByteArray first = foldedText(a.name);
-    const QByteArray second = foldedText(b.name);
-    return first != second ? first < second : a.identifier < b.identifier;
+void ApplicationListModel::setApplications(const QList<InstalledApplication>& applications) {
+  all_.clear();
+  all_.reserve(applications.size());
+  for (const InstalledApplication& application : applications)
+    all_.append({application, foldedText(application.name), foldedText(application.identifier)});
+  std::sort(all_.begin(), all_.end(), [](const Entry& a, const Entry& b) {
+    return a.foldedName != b.foldedName ? a.foldedName < b.foldedName
+                                        : a.application.identifier < b.application.identifier;
   });
   // Several desktop files may stand for one application.
-  const auto end = std::unique(applications.begin(), applications.end(), [](const auto& a, const auto& b) {
-    return a.identifier == b.identifier && a.name == b.name;
+  const auto end = std::unique(all_.begin(), all_.end(), [](const Entry& a, const Entry& b) {
+    return a.application.identifier == b.application.identifier && a.foldedName == b.foldedName;
   });
-  applications.erase(end, applications.end());
-  all_ = std::move(applications);
+  all_.erase(end, all_.end());
   filter();
 }
 
@@ -33,11 +35,11 @@ void ApplicationListModel::filter() {
   const QList<QByteArray> words = searchTerms(foldedText(query_));
   beginResetModel();
   shown_.clear();
-  for (const InstalledApplication& application : std::as_const(all_)) {
-    const QByteArray text = foldedText(application.name + u' ' + application.identifier);
-    const bool matches =
-        std::all_of(words.begin(), words.end(), [&](const QByteArray& word) { return text.contains(word); });
-    if (matches) shown_.append(application);
+  for (const Entry& entry : std::as_const(all_)) {
+    const bool matches = std::all_of(words.begin(), words.end(), [&](const QByteArray& word) {
+      return entry.foldedName.contains(word) || entry.foldedIdentifier.contains(word);
+    });
+    if (matches) shown_.append(entry.application);
   }
   endResetModel();
 }
@@ -63,11 +65,12 @@ QVariant ApplicationListModel::data(const QModelIndex& index, int role) const {
   const InstalledApplication& application = shown_[index.row()];
   switch (role) {
     case Qt::DisplayRole:
-      return isKnown(application) ? tr("%1 (ya está en la lista)").arg(application.name) : application.name;
+      return isKnown(application) ? tr("%1 (ya está en la lista)").arg(application.name.simplified())
+                                  : application.name.simplified();
     case Qt::DecorationRole:
       return icons_.icon(application.identifier, generic_);
     case Qt::ToolTipRole:
-      return application.identifier;
+      return plainToolTip(application.identifier);
     default:
       return {};
   }

@@ -18,7 +18,7 @@ class ApplicationListModel final : public QAbstractListModel {
   /// The icons must outlive this; `known` are the identifiers that cannot be chosen any more.
   ApplicationListModel(InstalledIcons& icons, QStringList known, QObject* parent);
 
-  void setApplications(QList<InstalledApplication> applications);
+  void setApplications(const QList<InstalledApplication>& applications);
 
   /// Keeps the applications whose name or identifier holds every word, whatever the case and the accents.
   void setQuery(const QString& query);
@@ -36,6 +36,12 @@ class ApplicationListModel final : public QAbstractListModel {
   [[nodiscard]] Qt::ItemFlags flags(const QModelIndex& index) const override;
 
  private:
+  struct Entry {
+    InstalledApplication application;
+    QByteArray foldedName;
+    QByteArray foldedIdentifier;
+  };
+
   void filter();
   [[nodiscard]] bool isKnown(const InstalledApplication& application) const {
     return known_.contains(application.identifier);
@@ -44,7 +50,7 @@ class ApplicationListModel final : public QAbstractListModel {
   InstalledIcons& icons_;
   const QStringList known_;
   QIcon generic_;
-  QList<InstalledApplication> all_;
+  QList<Entry> all_;
   QList<InstalledApplication> shown_;
   QString query_;
 };

@@ -31,6 +31,7 @@ IgnoredAppsSettingsTab::IgnoredAppsSettingsTab(const SettingsParts& parts, Backg
   buildLayout();
   applyTheme();
   showApps();
+  connect(&icons_, &InstalledIcons::iconsFound, this, &IgnoredAppsSettingsTab::showIcons);
   connect(&parts_.settings, &AppSettings::ignoredAppsChanged, this, &IgnoredAppsSettingsTab::showApps);
   connect(list_, &QListWidget::itemSelectionChanged, this, &IgnoredAppsSettingsTab::updateButtons);
   connect(add_, &QPushButton::clicked, this, &IgnoredAppsSettingsTab::addApplication);
@@ -70,9 +71,9 @@ void IgnoredAppsSettingsTab::showApps() {
   const auto selected = selectedAppID();
   list_->clear();
   for (const IgnoredApp& app : parts_.settings.values().ignoredApps) {
-    auto* const item = new QListWidgetItem(app.name, list_);
+    auto* const item = new QListWidgetItem(shownName(app).simplified(), list_);
     item->setData(Qt::UserRole, app.bundleID);
-    item->setToolTip(app.bundleID);
+    item->setToolTip(plainToolTip(app.bundleID));
   }
   showIcons();
   if (selected) select(*selected);

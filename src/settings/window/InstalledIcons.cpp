@@ -1,24 +1,56 @@
 #include "settings/window/InstalledIcons.h"
 
+#include <utility>
+
 #include "look/Symbols.h"
-#include "settings/window/SettingsPage.h"
+#include "look/Tones.h"
 
 namespace nimbrel {
+namespace {
+
+constexpr QSize kIconSize(22, 22);
+
+}  // namespace
+
+InstalledIcons::InstalledIcons(const ApplicationCatalog& catalog, QObject* parent)
+    : QObject(parent), catalog_(catalog) {
+  connect(&timer_, &QTimer::timeout, this, &InstalledIcons::findNext);
+}
 
 void InstalledIcons::setApplications(const QList<InstalledApplication>& applications) {
-  applications_.clear();
-  icons_.clear();
-  for (const InstalledApplication& application : applications)
+  const auto before = std::exchange(applications_, {});
+  for (const InstalledApplication& application : applications) {
+    if (applications_.contains(application.identifier)) continue;
     applications_.insert(application.identifier, application);
+    if (before.value(application.identifier) != application) icons_.remove(application.identifier);
+  }
 }
 
 QIcon InstalledIcons::icon(const QString& identifier, const QIcon& generic) {
   const auto known = icons_.constFind(identifier);
   if (known != icons_.constEnd()) return known->isNull() ? generic : *known;
-  const auto application = applications_.constFind(identifier);
-  const QIcon icon = application == applications_.constEnd() ? QIcon() : catalog_.icon(*application);
-  icons_.insert(identifier, icon);
-  return icon.isNull() ? generic : icon;
+  if (applications_.contains(identifier) && !wanted_.contains(identifier)) {
+    wanted_.append(identifier);
+    timer_.start(0);
+  }
+  return generic;
+}
+
+void InstalledIcons::findNext() {
+  if (!wanted_.isEmpty()) {
+    const QString identifier = wanted_.takeFirst();
+    const QIcon found = catalog_.icon(applications_.value(identifier));
+    // Read now, and not when it is painted.
+    const QPixmap pixmap = found.isNull() ? QPixmap() : found.pixmap(kIconSize);
+    icons_.insert(identifier, pixmap.isNull() ? QIcon() : QIcon(pixmap));
+  }
+  if (!wanted_.isEmpty()) return;
+  timer_.stop();
+  Q_EMIT iconsFound();
+}
+
+QString plainToolTip(const QString& text) {
+  return QStringLiteral("<qt>%1</qt>").arg(text.toHtmlEscaped());
 }
 
 QIcon genericApplicationIcon(const QPalette& palette) {

@@ -2,30 +2,48 @@
 
 #include <QHash>
 #include <QIcon>
+#include <QObject>
 #include <QPalette>
+#include <QStringList>
+#include <QTimer>
 
 #include "platform/ApplicationCatalog.h"
 
 namespace nimbrel {
 
-/// The icons of applications, each looked up once, when it is first needed. Main thread.
-class InstalledIcons final {
+/// The icons of applications. Each is looked up once, after it was first asked for, and one at a time, so
+/// that nobody waits while a list is painted. Main thread.
+class InstalledIcons final : public QObject {
+  Q_OBJECT
+
  public:
   /// The catalog must outlive this.
-  explicit InstalledIcons(const ApplicationCatalog& catalog) : catalog_(catalog) {}
+  explicit InstalledIcons(const ApplicationCatalog& catalog, QObject* parent = nullptr);
 
   void setApplications(const QList<InstalledApplication>& applications);
 
-  /// The icon of an application; the given one when it is not installed or has none.
+  /// The icon of an application, as far as it is known by now; the given one when it is not, or when the
+  /// application is not installed or has none.
   [[nodiscard]] QIcon icon(const QString& identifier, const QIcon& generic);
 
+ Q_SIGNALS:
+  /// Icons that were asked for are known now.
+  void iconsFound();
+
  private:
+  void findNext();
+
   const ApplicationCatalog& catalog_;
   QHash<QString, InstalledApplication> applications_;
   QHash<QString, QIcon> icons_;
+  QStringList wanted_;
+  QTimer timer_;
 };
 
 /// What stands for an application that has no icon.
 [[nodiscard]] QIcon genericApplicationIcon(const QPalette& palette);
+
+/// A tool tip that shows a text of foreign origin as it is; the toolkit would take some for markup.
+[[nodiscard]] QString plainToolTip(const QString& text);
 
 }  // namespace nimbrel

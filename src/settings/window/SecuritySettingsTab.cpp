@@ -7,6 +7,7 @@
 #include <limits>
 
 #include "look/Symbols.h"
+#include "look/Tones.h"
 
 namespace nimbrel {
 namespace {
@@ -97,12 +98,10 @@ void SecuritySettingsTab::showSettings() {
 
 void SecuritySettingsTab::showEncryption() {
   const bool active = parts_.isEncrypted();
-  const bool dark = palette().color(QPalette::Window).lightness() < 128;
-  const QColor good = dark ? QColor(0x4c, 0xc3, 0x8a) : QColor(0x18, 0x7a, 0x45);
-  const QColor bad = dark ? QColor(0xf5, 0xb9, 0x42) : QColor(0xb4, 0x53, 0x09);
   const QString symbol =
       active ? QStringLiteral("lock.shield.fill") : QStringLiteral("exclamationmark.shield.fill");
-  statusSymbol_->setPixmap(symbols::pixmap(symbol, kSymbolSize, active ? good : bad, devicePixelRatioF()));
+  statusSymbol_->setPixmap(symbols::pixmap(
+      symbol, kSymbolSize, active ? wellColor(palette()) : warningColor(palette()), devicePixelRatioF()));
   statusTitle_->setText(active ? tr("Cifrado en reposo activo") : tr("Cifrado desactivado"));
   statusText_->setText(
       active ? tr("Historial cifrado con AES-256-GCM y clave única en el Llavero (Secure Enclave).")

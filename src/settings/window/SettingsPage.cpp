@@ -4,6 +4,8 @@
 #include <QHBoxLayout>
 #include <QPainter>
 
+#include "look/Tones.h"
+
 namespace nimbrel {
 namespace {
 
@@ -29,7 +31,7 @@ class Card final : public QWidget {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(blend(text, window, 0.14));
-    const bool dark = window.lightness() < text.lightness();
+    const bool dark = isDark(palette());
     painter.setBrush(blend(dark ? text : QColor(Qt::white), window, dark ? 0.05 : 0.7));
     painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), 7, 7);
     painter.setRenderHint(QPainter::Antialiasing, false);
@@ -69,12 +71,6 @@ class Caption final : public QLabel {
 };
 
 }  // namespace
-
-QColor blend(const QColor& over, const QColor& under, double share) {
-  const auto mix = [share](float a, float b) { return static_cast<float>(a * share + b * (1 - share)); };
-  return QColor::fromRgbF(mix(over.redF(), under.redF()), mix(over.greenF(), under.greenF()),
-                          mix(over.blueF(), under.blueF()));
-}
 
 QLabel* captionLabel(const QString& text, QWidget* parent) {
   return new Caption(text, parent);

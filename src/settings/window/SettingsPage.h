@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QCheckBox>
-#include <QColor>
 #include <QLabel>
 #include <QScrollArea>
 #include <QString>
@@ -36,9 +35,6 @@ class SettingsPage final : public QScrollArea {
   QVBoxLayout* column_;
   QVBoxLayout* card_ = nullptr;
 };
-
-/// A colour laid over another; `share` is how much of it is seen, from 0 to 1.
-[[nodiscard]] QColor blend(const QColor& over, const QColor& under, double share);
 
 /// Small secondary text that wraps.
 [[nodiscard]] QLabel* captionLabel(const QString& text, QWidget* parent = nullptr);

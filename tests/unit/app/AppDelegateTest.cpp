@@ -2,11 +2,14 @@
 
 #include <gmock/gmock.h>
 
+#include <QComboBox>
 #include <QCoreApplication>
 #include <QTemporaryDir>
 #include <QTest>
+#include <algorithm>
 
 #include "app/HistoryOpening.h"
+#include "app/Localization.h"
 #include "app/hotkeys/HotKeyRecorder.h"
 #include "platform/PasteboardTypes.h"
 #include "storage/RandomSource.h"
@@ -211,6 +214,40 @@ TEST_F(AppDelegateTest, TheSettingsWindowIsMadeOnceAndComesInThePlaceOfThePanel)
   delegate->openSettings();
   EXPECT_EQ(delegate->settingsView(), view);
   EXPECT_TRUE(view->isVisible());
+}
+
+TEST_F(AppDelegateTest, TheSettingsCountInWords) {
+  const Localization localization(u"es"_s);
+  delegate->openSettings();
+  QStringList capacities;
+  const auto pickers = delegate->settingsView()->findChildren<QComboBox*>();
+  const QComboBox* const picker = *std::find_if(pickers.begin(), pickers.end(), [](const QComboBox* box) {
+    return box->accessibleName() == u"Capacidad del historial";
+  });
+  for (int i = 0; i < picker->count(); ++i)
+    capacities.append(picker->itemText(i));
+  EXPECT_EQ(capacities.join(u'|'), u"25 elementos|50 elementos|100 elementos|200 elementos|500 elementos");
+  delegate->settings().setMaxUnpinned(1);
+  EXPECT_EQ(picker->currentText(), u"1 elemento");
+}
+
+TEST_F(AppDelegateTest, ThePanelEndsARecording) {
+  delegate->openSettings();
+  auto* const recorder = delegate->settingsView()->findChild<HotKeyRecorder*>();
+  recorder->findChild<QPushButton*>()->click();
+  ASSERT_TRUE(recorder->isRecording());
+  delegate->showPanel();
+  EXPECT_FALSE(recorder->isRecording());
+  EXPECT_EQ(QWidget::keyboardGrabber(), nullptr);
+  EXPECT_EQ(hotKeys->registered.size(), 2);
+}
+
+TEST_F(AppDelegateTest, AMinimisedSettingsWindowComesBack) {
+  delegate->openSettings();
+  delegate->settingsView()->showMinimized();
+  delegate->openSettings();
+  EXPECT_FALSE(delegate->settingsView()->isMinimized());
+  EXPECT_TRUE(delegate->settingsView()->isVisible());
 }
 
 TEST_F(AppDelegateTest, ARecordedHotKeyTakesThePlaceOfTheOldOneAndLasts) {

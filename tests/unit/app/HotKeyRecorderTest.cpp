@@ -53,9 +53,30 @@ class HotKeyRecorderTest : public ::testing::Test {
 
 TEST_F(HotKeyRecorderTest, ShowsTheCombination) {
   EXPECT_EQ(button->text(), u"⇧⌘V");
-  EXPECT_EQ(button->accessibleName(), u"Abrir Nimbrel: ⇧⌘V");
+  EXPECT_EQ(button->accessibleName(), u"Abrir Nimbrel: Mayúsculas Comando V");
   EXPECT_TRUE(button->isVisible());
   EXPECT_FALSE(capture->isVisible());
+}
+
+TEST_F(HotKeyRecorderTest, ShowsAnAmpersandAsItIs) {
+  recorder->setCombo({18, 256, u"&"_s});
+  EXPECT_EQ(button->text(), u"⌘&&");
+}
+
+TEST_F(HotKeyRecorderTest, GivesTheKeyboardBackWhenNobodyPressesAnything) {
+  button->click();
+  capture->setPatience(std::chrono::milliseconds(1));
+  EXPECT_TRUE(QTest::qWaitFor([this] { return !recorder->isRecording(); }));
+  EXPECT_EQ(QWidget::keyboardGrabber(), nullptr);
+  EXPECT_EQ(registrar.registered.size(), 1);
+}
+
+TEST_F(HotKeyRecorderTest, ForgetsItsMessageWhenTheWindowIsClosed) {
+  button->click();
+  press(9, 512, u"v"_s);
+  window.close();
+  window.show();
+  EXPECT_EQ(recorder->message(), QString());
 }
 
 TEST_F(HotKeyRecorderTest, AClickAsksForTheKeysAndTakesTheKeyboard) {

@@ -111,6 +111,22 @@ TEST_F(HotKeyTest, OneThatIsTakenDuringASuspensionIsLoggedAndDoesNothingAnyMore)
   EXPECT_EQ(registrar.registered.size(), 1);
   press(hotKey.id());
   EXPECT_EQ(pressed, 0);
+  registrar.taken.clear();
+  dispatcher.suspend();
+  dispatcher.resume();
+  press(hotKey.id());
+  EXPECT_EQ(pressed, 1);
+}
+
+TEST_F(HotKeyTest, RestsUntilTheLastOfSeveralSuspensionsEnds) {
+  HotKey hotKey(dispatcher, [] {});
+  ASSERT_TRUE(hotKey.registerCombo(defaultHotKey()));
+  dispatcher.suspend();
+  dispatcher.suspend();
+  dispatcher.resume();
+  EXPECT_TRUE(registrar.registered.isEmpty());
+  dispatcher.resume();
+  EXPECT_EQ(registrar.registered.size(), 1);
 }
 
 TEST_F(HotKeyTest, ACombinationOfTheOtherHotKeyIsTakenAlsoDuringASuspension) {
@@ -119,6 +135,8 @@ TEST_F(HotKeyTest, ACombinationOfTheOtherHotKeyIsTakenAlsoDuringASuspension) {
   ASSERT_TRUE(hotKey.registerCombo(defaultHotKey()) && next.registerCombo(defaultNextHotKey()));
   dispatcher.suspend();
   EXPECT_FALSE(next.registerCombo(defaultHotKey()));
+  EXPECT_TRUE(registrar.registered.isEmpty());
+  dispatcher.resume();
   EXPECT_EQ(registrar.registered.size(), 1);
 }
 
@@ -166,6 +184,11 @@ TEST(HotKeyCombo, ShowsItsModifiersInTheFixedOrder) {
   EXPECT_EQ((HotKeyCombo{96, hotKeyModifier::option | hotKeyModifier::control, u"F5"_s}.displayString()),
             u"⌃⌥F5"_s);
   EXPECT_EQ((HotKeyCombo{9, 256 | 512 | 2048 | 4096, u"V"_s}.displayString()), u"⌃⌥⇧⌘V"_s);
+}
+
+TEST(HotKeyCombo, IsSaidInWords) {
+  EXPECT_EQ(defaultHotKey().spokenString(), u"Mayúsculas Comando V");
+  EXPECT_EQ((HotKeyCombo{49, 2048 | 4096, u"x"_s}.spokenString()), u"Control Opción Espacio");
 }
 
 TEST(HotKeyCombo, NamesTheSpaceBar) {

@@ -47,5 +47,14 @@ TEST(PanelPlacement, TakesTheFirstOfOverlappingScreens) {
   EXPECT_EQ(panelOrigin(kPanel, QPoint(700, 500), mirrored), QPoint(460, 510));
 }
 
+TEST(CentredOrigin, IsInTheMiddleOfTheVisibleFrameOfTheScreenWithThePointer) {
+  const QList<ScreenFrame> screens{{{0, 0, 1000, 800}, {0, 30, 1000, 770}},
+                                   {{1000, 0, 600, 600}, {1000, 0, 600, 560}}};
+  EXPECT_EQ(centredOrigin({200, 100}, {10, 10}, screens), QPoint(400, 365));
+  EXPECT_EQ(centredOrigin({200, 100}, {1300, 10}, screens), QPoint(1200, 230));
+  EXPECT_EQ(centredOrigin({200, 100}, {5000, 10}, screens), QPoint(400, 365));
+  EXPECT_EQ(centredOrigin({200, 100}, {10, 10}, {}), QPoint());
+}
+
 }  // namespace
 }  // namespace nimbrel

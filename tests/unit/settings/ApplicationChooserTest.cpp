@@ -74,6 +74,45 @@ TEST_F(ApplicationChooserTest, WhatIsInTheListAlreadyCannotBeChosen) {
   EXPECT_TRUE(chosen.isEmpty());
 }
 
+TEST_F(ApplicationChooserTest, WhatWasTypedBeforeTheListWasThereFindsItsApplicationToo) {
+  ApplicationChooser early(std::nullopt, {}, icons, nullptr);
+  QStringList found;
+  QObject::connect(&early, &ApplicationChooser::chosen,
+                   [&](const auto& app) { found.append(app.identifier); });
+  early.show();
+  auto* const field = early.findChild<QLineEdit*>();
+  QTest::keyClicks(field, u"kat"_s);
+  early.setApplications({{u"org.kde.kate"_s, u"Kate"_s, {}}});
+  QTest::keyClick(field, Qt::Key_Return);
+  EXPECT_THAT(found, ElementsAre(u"org.kde.kate"_s));
+}
+
+TEST_F(ApplicationChooserTest, ALongNameInFrontDoesNotStretchTheWindow) {
+  const RunningApplication front{u"<img src=x>"_s, QString(600, u'N') + u"\n\n"_s + QString(600, u'M'), 7};
+  ApplicationChooser wide(front, {}, icons, nullptr);
+  wide.show();
+  EXPECT_LE(wide.width(), 480);
+  auto* const button = wide.findChild<QPushButton*>(u"frontApplication"_s);
+  EXPECT_FALSE(button->text().contains(u'\n'));
+  EXPECT_EQ(button->toolTip(), u"<qt>&lt;img src=x&gt;</qt>");
+}
+
+TEST_F(ApplicationChooserTest, LooksAnIconUpOnceAndNotWhileItPaints) {
+  QPixmap red(16, 16);
+  red.fill(Qt::red);
+  catalog.icons.insert(u"red"_s, QIcon(red));
+  icons.setApplications({{u"a"_s, u"A"_s, u"red"_s}, {u"b"_s, u"B"_s, u"missing"_s}});
+  const QIcon generic = genericApplicationIcon(dialog.palette());
+  EXPECT_EQ(icons.icon(u"a"_s, generic).cacheKey(), generic.cacheKey());
+  EXPECT_EQ(icons.icon(u"b"_s, generic).cacheKey(), generic.cacheKey());
+  const QSignalSpy found(&icons, &InstalledIcons::iconsFound);
+  ASSERT_TRUE(QTest::qWaitFor([&] { return found.size() == 1; }));
+  EXPECT_NE(icons.icon(u"a"_s, generic).cacheKey(), generic.cacheKey());
+  EXPECT_EQ(icons.icon(u"b"_s, generic).cacheKey(), generic.cacheKey());
+  QTest::qWait(10);
+  EXPECT_EQ(found.size(), 1);
+}
+
 TEST_F(ApplicationChooserTest, EscapeChoosesNothing) {
   search->setText(u"kate"_s);
   QTest::keyClick(search, Qt::Key_Escape);

@@ -269,11 +269,14 @@ TEST_F(SettingsViewTest, ReadsTheLoginItemWhenItIsShownAndSwitchesIt) {
 
 TEST_F(SettingsViewTest, ALoginItemThatFailsIsLoggedAndShowsTheRealState) {
   loginItem.failure = u"disco lleno"_s;
+  loginItem.enabled = true;
   open();
   QCheckBox* const login = toggle(u"Iniciar con el Mac"_s);
+  ASSERT_TRUE(QTest::qWaitFor([&] { return login->isChecked(); }));
   login->click();
+  EXPECT_FALSE(login->isChecked());
   EXPECT_TRUE(QTest::qWaitFor([&] { return log.has(u"Iniciar con el Mac: disco lleno"_s); }));
-  EXPECT_TRUE(QTest::qWaitFor([&] { return !login->isChecked(); }));
+  EXPECT_TRUE(QTest::qWaitFor([&] { return login->isChecked(); }));
 }
 
 TEST_F(SettingsViewTest, RecordsBothHotKeys) {

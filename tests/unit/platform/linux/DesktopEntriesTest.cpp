@@ -21,9 +21,9 @@ class DesktopEntriesTest : public ::testing::Test {
     file.write(content);
   }
 
-  DesktopEntry find(const QString& id, const QString& windowClass) {
+  DesktopEntry find(const QString& id, const QString& windowClass, const QString& instance = {}) {
     entries.load();
-    return entries.find(id, windowClass);
+    return entries.find(id, {windowClass, instance});
   }
 
   QTemporaryDir folder;
@@ -51,8 +51,8 @@ TEST_F(DesktopEntriesTest, MapPasswordManagersToTheIgnoreListsIdentifiers) {
 }
 
 TEST_F(DesktopEntriesTest, KnowPasswordManagersBeforeAnyFileIsRead) {
-  EXPECT_EQ(entries.find(QString(), u"KeePassXC"_s).identifier, u"org.keepassxc.keepassxc"_s);
-  EXPECT_EQ(entries.find(QString(), u"Kate"_s), (DesktopEntry{u"Kate"_s, u"Kate"_s}));
+  EXPECT_EQ(entries.find(QString(), {u"KeePassXC"_s}).identifier, u"org.keepassxc.keepassxc"_s);
+  EXPECT_EQ(entries.find(QString(), {u"Kate"_s}), (DesktopEntry{u"Kate"_s, u"Kate"_s}));
 }
 
 TEST_F(DesktopEntriesTest, MakeSubfoldersPartOfTheId) {
@@ -81,6 +81,49 @@ TEST_F(DesktopEntriesTest, PreferWhatIsStatedToWhatIsGuessed) {
   install(u"a.b.term.desktop"_s, "[Desktop Entry]\nType=Application\nName=Uno\nExec=term\n");
   install(u"other.desktop"_s, "[Desktop Entry]\nType=Application\nName=Dos\nStartupWMClass=Term\n");
   EXPECT_EQ(find(QString(), u"Term"_s).identifier, u"other");
+}
+
+TEST_F(DesktopEntriesTest, GuessNothingForAnApplicationThatStatesItsClassOrRunsInATerminal) {
+  install(u"mail.desktop"_s,
+          "[Desktop Entry]\nType=Application\nName=Correo\nExec=browser --app=x\nStartupWMClass=crx_1\n");
+  install(u"org.example.Top.desktop"_s,
+          "[Desktop Entry]\nType=Application\nName=Top\nExec=top\nTerminal=true\n");
+  EXPECT_EQ(find({}, u"Browser"_s).identifier, u"Browser");
+  EXPECT_EQ(find({}, u"Top"_s).identifier, u"Top");
+}
+
+TEST_F(DesktopEntriesTest, GuessNothingThatSeveralApplicationsMightBe) {
+  install(u"a.desktop"_s, "[Desktop Entry]\nType=Application\nName=A\nExec=suite --a\n");
+  install(u"b.desktop"_s, "[Desktop Entry]\nType=Application\nName=B\nExec=suite --b\n");
+  install(u"c.desktop"_s, "[Desktop Entry]\nType=Application\nName=C\nExec=suite --c\n");
+  EXPECT_EQ(find({}, u"Suite"_s).identifier, u"Suite");
+}
+
+TEST_F(DesktopEntriesTest, TellAWindowOfABrowserThatIsAnApplicationByItsInstance) {
+  install(u"mail.desktop"_s, "[Desktop Entry]\nType=Application\nName=Correo\nStartupWMClass=crx_1\n");
+  install(u"browser.desktop"_s, "[Desktop Entry]\nType=Application\nName=Web\nStartupWMClass=Browser\n");
+  EXPECT_EQ(find({}, u"Browser"_s, u"crx_1"_s).identifier, u"mail");
+  EXPECT_EQ(find({}, u"Browser"_s, u"browser"_s).identifier, u"browser");
+}
+
+TEST_F(DesktopEntriesTest, ListAnApplicationUnderTheIdentifierOfItsWindows) {
+  const QByteArray hidden = "[Desktop Entry]\nType=Application\nNoDisplay=true\nName=X\nStartupWMClass=";
+  const QByteArray visible = "[Desktop Entry]\nType=Application\nName=B\nStartupWMClass=";
+  install(u"a.desktop"_s, hidden + "First\n");
+  install(u"b.desktop"_s, visible + "First\n");
+  install(u"c.desktop"_s, visible + "Second\n");
+  install(u"d.desktop"_s, hidden + "Second\n");
+  entries.load();
+  EXPECT_THAT(entries.shown(), ::testing::UnorderedElementsAre(InstalledApplication{u"b"_s, u"B"_s, {}},
+                                                               InstalledApplication{u"c"_s, u"B"_s, {}}));
+  EXPECT_EQ(find({}, u"First"_s).identifier, u"b");
+  EXPECT_EQ(find({}, u"Second"_s).identifier, u"c");
+  // Two that menus show are one application as far as their windows can tell.
+  install(u"e.desktop"_s, "[Desktop Entry]\nType=Application\nName=E\nStartupWMClass=Twice\n");
+  install(u"f.desktop"_s, "[Desktop Entry]\nType=Application\nName=F\nStartupWMClass=Twice\n");
+  entries.load();
+  EXPECT_THAT(entries.shown(), ::testing::IsSupersetOf({InstalledApplication{u"e"_s, u"E"_s, {}},
+                                                        InstalledApplication{u"e"_s, u"F"_s, {}}}));
 }
 
 TEST_F(DesktopEntriesTest, ListTheApplicationsThatMenusShow) {
