@@ -68,7 +68,8 @@ class Settings(Scenario):
         self.go_to(control)
         key("space")
         until(lambda: self.is_free(9, COMMAND + SHIFT) and self.is_free(45, COMMAND + SHIFT), "the recording")
-        key(*chords)
+        if chords:
+            key(*chords)
 
     def restart(self):
         self.assertEqual(self.nimbrel.quit(), 0)
