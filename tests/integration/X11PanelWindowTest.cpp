@@ -6,6 +6,8 @@
 #include <QProcess>
 #include <QTest>
 
+#include "platform/linux/X11Workspace.h"
+
 namespace nimbrel {
 namespace {
 
@@ -16,6 +18,9 @@ class X11PanelWindowTest : public ::testing::Test {
  protected:
   X11PanelWindowTest() {
     terminal.start(u"xterm"_s, {});
+    DesktopEntries none{{}};
+    const X11Workspace workspace(session, none);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return workspace.frontmostApplication().has_value(); }, 20000));
     EXPECT_TRUE(QTest::qWaitFor([this] { return session.focusWindow() > XCB_INPUT_FOCUS_POINTER_ROOT; }));
     // The window manager and the terminal settle on one window; the test begins when they have.
     do {
