@@ -227,15 +227,7 @@ class EndToEnd(Scenario):
     def test_the_text_in_a_picture_is_found_and_pasted(self):
         self.copy_picture(self.picture("factura pendiente"))
         self.nimbrel.copied("otra cosa")
-        client = self.open([QT_ENTRY], "--name", "^qt-entry$")
-        self.nimbrel.show()
-        type_text("pendien")
-        def pasted():
-            # Nothing happens before the picture has been read and found.
-            key("ctrl+t")
-            return not self.nimbrel.panel()
-        until(pasted, "the text of the picture")
-        self.finish_field(client, "factura pendiente")
+        self.paste_text_of_picture("pendien", "factura pendiente")
 
     def test_something_that_is_no_picture_costs_nothing(self):
         bomb = self.path / "bomb.png"

@@ -98,6 +98,18 @@ class Scenario(unittest.TestCase):
         desktop.copy_file(path, target)
         until(lambda: self.nimbrel.count() > before, "the capture of a picture")
 
+    def paste_text_of_picture(self, search, text):
+        """Finds a picture by the text in it, and pastes that into a field."""
+        client = self.open([QT_ENTRY], "--name", "^qt-entry$")
+        self.nimbrel.show()
+        type_text(search)
+        def pasted():
+            # Nothing happens before the picture has been read and found.
+            key("ctrl+t")
+            return not self.nimbrel.panel()
+        until(pasted, "the text of the picture")
+        self.finish_field(client, text)
+
     def copy_forms(self, *forms):
         before = self.nimbrel.count()
         source = subprocess.Popen([QT_COPY, *forms])

@@ -182,14 +182,7 @@ class Settings(Scenario):
         self.assertTrue(self.nimbrel.panel())
         self.nimbrel.hide()
         self.press("recognition", "space")
-        client = self.open([QT_ENTRY], "--name", "^qt-entry$")
-        self.nimbrel.show()
-        type_text("pendien")
-        def pasted():
-            key("ctrl+t")
-            return not self.nimbrel.panel()
-        until(pasted, "the text of the picture")
-        self.finish_field(client, "factura pendiente")
+        self.paste_text_of_picture("pendien", "factura pendiente")
 
     def test_formats_are_kept_only_while_that_is_switched_on(self):
         self.press("formats", "space")
