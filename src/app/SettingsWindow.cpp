@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QCursor>
+#include <QDialog>
 
 #include "app/PanelPlacement.h"
 #include "app/Screens.h"
@@ -22,6 +23,9 @@ void SettingsWindow::open() {
     view_->setWindowFlags(kFlags);
     view_->setWindowTitle(QCoreApplication::translate("SettingsWindow", "Ajustes de Nimbrel"));
   }
+  const auto dialogs = view_->findChildren<QDialog*>();
+  for (QDialog* const dialog : dialogs)
+    dialog->reject();
   // One that is on another desktop, or put away, comes anew where the user is.
   if (view_->isVisible() && !view_->isActiveWindow()) view_->hide();
   view_->setWindowState(view_->windowState() & ~Qt::WindowMinimized);

@@ -53,8 +53,9 @@ bool KeyCaptureView::event(QEvent* event) {
   }
   if (event->type() != QEvent::KeyPress) return QWidget::event(event);
   const auto& press = *static_cast<QKeyEvent*>(event);
+  if (press.isAutoRepeat()) return true;
   patience_.start();
-  const auto key = press.isAutoRepeat() ? std::nullopt : keys_.read(press);
+  const auto key = keys_.read(press);
   if (key) onKey_(*key);
   return true;
 }

@@ -74,62 +74,96 @@ bool isShownInMenus(const DesktopFile& file, const QStringList& desktops) {
   return (only.isEmpty() || names(only, desktops)) && !names(file.value(u"NotShowIn"_s), desktops);
 }
 
+/// Toolkits name the instance of every window alike, and a browser its windows.
+bool isToolkitInstance(const QString& instance) {
+  return instance.startsWith(u"sun-awt-x11-") || instance == u"navigator";
+}
+
+/// Entries by what an application might call itself; none where several might.
+class Guesses final {
+ public:
+  void add(const QString& key, const QString& id) {
+    if (key.isEmpty()) return;
+    const auto known = ids_.constFind(key);
+    ids_.insert(key, known != ids_.constEnd() && *known != id ? QString() : id);
+  }
+  /// An id, empty for nothing.
+  [[nodiscard]] QString find(const QString& key) const { return ids_.value(key); }
+
+ private:
+  QHash<QString, QString> ids_;
+};
+
 }  // namespace
 
 /// What the files say, by lower-case keys.
 struct DesktopEntries::Table {
-  QHash<QString, DesktopEntry> byId;
-  /// By the window class that a file states; one that menus show goes before one that they do not.
-  QHash<QString, DesktopEntry> byClass;
-  QSet<QString> shownClasses;
-  /// By what applications that state no window class often take for one; none for what several might be.
-  QHash<QString, std::optional<DesktopEntry>> guessed;
-  QSet<QString> ids;
-  struct Shown {
-    InstalledApplication application;
+  struct File {
+    DesktopEntry entry;
     QString windowClass;
+    QString icon;
+    bool isShown = false;
   };
-  QList<Shown> shown;
+
+  QHash<QString, File> byId;
+  /// The ids of the files that state a window class; one that menus show goes before one that they do not.
+  QHash<QString, QString> byClass;
+  /// For applications that state no window class.
+  Guesses byLastPart;
+  Guesses byProgram;
+  /// In the order in which they were read, those that are called deleted included.
+  QStringList ids;
 
   void add(const QString& id, const DesktopFile& file, bool isShown);
-  void addClass(const QString& windowClass, const DesktopEntry& entry, bool isShown);
-  void guess(const QString& key, const DesktopEntry& entry);
+  void addClass(const QString& windowClass, const QString& id, bool isShown);
   void readFolder(const QString& folder);
+  void settleIdentifiers();
+  [[nodiscard]] bool isShown(const QString& id) const { return byId.value(id).isShown; }
 };
 
-void DesktopEntries::Table::addClass(const QString& windowClass, const DesktopEntry& entry, bool isShown) {
-  if (windowClass.isEmpty() || shownClasses.contains(windowClass)) return;
-  if (!isShown && byClass.contains(windowClass)) return;
-  byClass.insert(windowClass, entry);
-  if (isShown) shownClasses.insert(windowClass);
-}
-
-void DesktopEntries::Table::guess(const QString& key, const DesktopEntry& entry) {
-  if (key.isEmpty()) return;
-  const auto known = guessed.constFind(key);
-  const bool isAmbiguous = known != guessed.constEnd() && *known != entry;
-  guessed.insert(key, isAmbiguous ? std::nullopt : std::optional(entry));
+void DesktopEntries::Table::addClass(const QString& windowClass, const QString& id, bool isShown) {
+  if (windowClass.isEmpty() || isToolkitInstance(windowClass)) return;
+  const auto known = byClass.constFind(windowClass);
+  if (known == byClass.constEnd() || (isShown && !this->isShown(*known))) byClass.insert(windowClass, id);
 }
 
 void DesktopEntries::Table::add(const QString& id, const DesktopFile& file, bool isShown) {
   const QString language = QLocale::system().uiLanguages().value(0).replace(u'-', u'_');
   const QString name = file.localValue(u"Name"_s, language);
-  const DesktopEntry entry{ignoredIdentifier(id).value_or(id), name.isEmpty() ? id : name};
+  const QString key = id.toLower();
   const QString windowClass = file.value(u"StartupWMClass"_s).toLower();
-  byId.insert(id.toLower(), entry);
-  addClass(windowClass, entry, isShown);
-  if (!isShown) return;
-  shown.append(
-      {{.identifier = entry.identifier, .name = entry.name, .icon = file.localValue(u"Icon"_s, language)},
-       windowClass});
-  if (!windowClass.isEmpty() || file.isTrue(u"Terminal"_s)) return;
+  byId.insert(key, {.entry = {ignoredIdentifier(id).value_or(id), name.isEmpty() ? id : name},
+                    .windowClass = windowClass,
+                    .icon = file.localValue(u"Icon"_s, language),
+                    .isShown = isShown});
+  addClass(windowClass, key, isShown);
+  if (!isShown || !windowClass.isEmpty() || file.isTrue(u"Terminal"_s)) return;
   const QString program = programOf(file.value(u"Exec"_s)).toLower();
-  guess(id.section(u'.', -1).toLower(), entry);
-  if (!isStarter(program)) guess(program, entry);
+  byLastPart.add(key.section(u'.', -1), key);
+  if (!isStarter(program)) byProgram.add(program, key);
+}
+
+void DesktopEntries::Table::settleIdentifiers() {
+  for (auto owner = byClass.begin(); owner != byClass.end(); ++owner) {
+    // Whoever is called like the class needs not state it.
+    if (isShown(owner.key())) *owner = owner.key();
+  }
+  // Files whose windows cannot be told apart are one application, by whatever it is found.
+  QHash<QString, QString> identifiers;
+  for (auto file = byId.cbegin(); file != byId.cend(); ++file) {
+    const auto owner = byClass.constFind(file->windowClass);
+    if (const auto known = ignoredIdentifier(file->windowClass))
+      identifiers.insert(file.key(), *known);
+    else if (owner != byClass.cend())
+      identifiers.insert(file.key(), byId.value(*owner).entry.identifier);
+  }
+  for (auto it = identifiers.cbegin(); it != identifiers.cend(); ++it)
+    byId[it.key()].entry.identifier = *it;
 }
 
 void DesktopEntries::Table::readFolder(const QString& folder) {
   const QStringList desktops = qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(u':', Qt::SkipEmptyParts);
+  QSet<QString> known(ids.cbegin(), ids.cend());
   QStringList paths;
   QDirIterator files(folder, {u"*.desktop"_s}, QDir::Files, QDirIterator::Subdirectories);
   while (files.hasNext())
@@ -139,11 +173,12 @@ void DesktopEntries::Table::readFolder(const QString& folder) {
   for (const QString& path : std::as_const(paths)) {
     // Sub-folders become part of the id, joined with hyphens.
     const QString id = path.mid(folder.size() + 1).chopped(8).replace(u'/', u'-');
-    if (ids.contains(id.toLower())) continue;
+    if (known.contains(id.toLower())) continue;
     const auto file = DesktopFile::read(path);
     if (!file) continue;
     // One that is called deleted hides those of the same name in less important folders.
-    ids.insert(id.toLower());
+    known.insert(id.toLower());
+    ids.append(id.toLower());
     if (!file->isTrue(u"Hidden"_s)) add(id, *file, isShownInMenus(*file, desktops));
   }
 }
@@ -164,18 +199,18 @@ DesktopEntry DesktopEntries::find(const QString& applicationId, const WindowClas
   const QString className = window.className.toLower();
   for (const QString& key : {applicationId, window.className}) {
     if (const auto known = ignoredIdentifier(key))
-      return {*known, table ? table->byId.value(key.toLower(), {QString(), key}).name : key};
+      return {*known, table && table->byId.contains(key.toLower())
+                          ? table->byId.value(key.toLower()).entry.name
+                          : key};
   }
   if (table) {
     // A window of a browser that is an application of its own differs in its instance only.
-    for (const auto& [entries, key] :
-         {std::pair(&table->byId, id), std::pair(&table->byClass, instance),
-          std::pair(&table->byClass, className), std::pair(&table->byId, className)}) {
-      const auto found = entries->constFind(key);
-      if (!key.isEmpty() && found != entries->constEnd()) return *found;
-    }
-    for (const QString& key : {id, className}) {
-      if (const auto found = table->guessed.value(key)) return *found;
+    const QString byInstance = isToolkitInstance(instance) ? QString() : table->byClass.value(instance);
+    for (const QString& key :
+         {id, byInstance, table->byClass.value(className), className, table->byLastPart.find(id),
+          table->byLastPart.find(className), table->byProgram.find(id), table->byProgram.find(className)}) {
+      const auto found = table->byId.constFind(key);
+      if (!key.isEmpty() && found != table->byId.constEnd()) return found->entry;
     }
   }
   const QString fallback = applicationId.isEmpty() ? window.className : applicationId;
@@ -186,6 +221,7 @@ void DesktopEntries::load() {
   auto read = std::make_shared<Table>();
   for (const QString& folder : folders_)
     read->readFolder(folder);
+  read->settleIdentifiers();
   const std::lock_guard lock(mutex_);
   table_ = std::move(read);
 }
@@ -194,12 +230,10 @@ QList<InstalledApplication> DesktopEntries::shown() const {
   const auto table = this->table();
   QList<InstalledApplication> applications;
   if (!table) return applications;
-  for (const Table::Shown& shown : table->shown) {
-    InstalledApplication application = shown.application;
-    // Under the identifier by which its windows are known.
-    const auto known = table->byClass.constFind(shown.windowClass);
-    if (known != table->byClass.constEnd()) application.identifier = known->identifier;
-    applications.append(application);
+  for (const QString& id : table->ids) {
+    const Table::File file = table->byId.value(id);
+    if (file.isShown)
+      applications.append({.identifier = file.entry.identifier, .name = file.entry.name, .icon = file.icon});
   }
   return applications;
 }

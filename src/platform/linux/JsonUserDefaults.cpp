@@ -145,10 +145,19 @@ bool JsonUserDefaults::remove(const QString& key) {
   if (!values().contains(key)) return true;
   values().remove(key);
   writer_.waitForDone();
+  QJsonObject remaining = values();
+  const bool isForeign = stampOf(path_) != seen_;
+  if (isForeign) {
+    const auto now = readObject(path_);
+    if (!now) return false;
+    remaining = *now;
+    remaining.remove(key);
+  }
   // What could not be understood stays in the file. A copy would keep what is to go for good.
-  const auto failure = replaceFile(path_, QJsonDocument(values()).toJson());
+  const auto failure = replaceFile(path_, QJsonDocument(remaining).toJson());
   if (failure) logFailure(*failure);
-  seen_ = stampOf(path_);
+  // What somebody else has written there is still to be kept, before it is replaced.
+  if (!isForeign) seen_ = stampOf(path_);
   return !failure;
 }
 

@@ -24,6 +24,8 @@ void InstalledIcons::setApplications(const QList<InstalledApplication>& applicat
     applications_.insert(application.identifier, application);
     if (before.value(application.identifier) != application) icons_.remove(application.identifier);
   }
+  icons_.removeIf(
+      [this](QHash<QString, QIcon>::iterator icon) { return !applications_.contains(icon.key()); });
 }
 
 QIcon InstalledIcons::icon(const QString& identifier, const QIcon& generic) {

@@ -126,6 +126,46 @@ TEST_F(DesktopEntriesTest, ListAnApplicationUnderTheIdentifierOfItsWindows) {
                                                         InstalledApplication{u"e"_s, u"F"_s, {}}}));
 }
 
+TEST_F(DesktopEntriesTest, KnowWhatIsListedByWhateverItsWindowsSay) {
+  const QByteArray shown = "[Desktop Entry]\nType=Application\nName=N\n";
+  const QByteArray hidden = shown + "NoDisplay=true\n";
+  install(u"foo.desktop"_s, shown);
+  install(u"foo-url-handler.desktop"_s, hidden + "StartupWMClass=foo\n");
+  install(u"foo-safe.desktop"_s, shown + "StartupWMClass=Foo\n");
+  install(u"org.x.Bar.Prefs.desktop"_s, shown + "StartupWMClass=bar\n");
+  install(u"org.x.Bar.desktop"_s, shown + "StartupWMClass=bar\n");
+  install(u"launcher.desktop"_s, shown + "StartupWMClass=keepassxc\n");
+  install(u"org.x.Baz.desktop"_s, shown + "Exec=baz\n");
+  install(u"org.x.BazSettings.desktop"_s, shown + "Exec=baz --preferences\n");
+  install(u"java.desktop"_s, shown + "StartupWMClass=sun-awt-X11-XFramePeer\n");
+  entries.load();
+  QStringList listed;
+  for (const InstalledApplication& application : entries.shown())
+    listed.append(application.identifier);
+  const struct {
+    QString id;
+    QString windowClass;
+    QString instance;
+    QString expected;
+  } windows[] = {
+      {{}, u"Foo"_s, u"foo"_s, u"foo"_s},
+      {u"foo"_s, {}, {}, u"foo"_s},
+      {u"org.x.Bar"_s, u"bar"_s, {}, u"org.x.Bar.Prefs"_s},
+      {u"org.x.Bar.Prefs"_s, {}, {}, u"org.x.Bar.Prefs"_s},
+      {{}, u"Bar"_s, {}, u"org.x.Bar.Prefs"_s},
+      {u"launcher"_s, {}, {}, u"org.keepassxc.keepassxc"_s},
+      {{}, u"KeePassXC"_s, {}, u"org.keepassxc.keepassxc"_s},
+      {{}, u"Baz"_s, u"baz"_s, u"org.x.Baz"_s},
+  };
+  for (const auto& window : windows) {
+    const DesktopEntry found = entries.find(window.id, {window.windowClass, window.instance});
+    EXPECT_EQ(found.identifier, window.expected)
+        << window.id.toStdString() << window.windowClass.toStdString();
+    EXPECT_TRUE(listed.contains(found.identifier)) << found.identifier.toStdString();
+  }
+  EXPECT_EQ(entries.find({}, {u"Editor"_s, u"sun-awt-X11-XFramePeer"_s}).identifier, u"Editor");
+}
+
 TEST_F(DesktopEntriesTest, ListTheApplicationsThatMenusShow) {
   install(u"org.kde.kate.desktop"_s, "[Desktop Entry]\nType=Application\nName=Kate\nIcon=kate\n");
   install(u"org.keepassxc.KeePassXC.desktop"_s, "[Desktop Entry]\nType=Application\nName=KeePassXC\n");

@@ -208,6 +208,21 @@ TEST_F(JsonUserDefaultsTest, AnEmptyFileIsDamagedToo) {
   EXPECT_FALSE(JsonUserDefaults(path).isIntact());
 }
 
+TEST_F(JsonUserDefaultsTest, RemovingAKeyKeepsWhatSomebodyElseWroteMeanwhile) {
+  write(R"({"a": 1, "gone": 2})");
+  {
+    JsonUserDefaults defaults(path);
+    EXPECT_TRUE(defaults.isIntact());
+    write(R"({"a": 1, "gone": 2, "mine": true})");
+    EXPECT_TRUE(defaults.remove(u"gone"_s));
+    EXPECT_EQ(QJsonDocument::fromJson(content()), QJsonDocument::fromJson(R"({"a": 1, "mine": true})"));
+    defaults.set(u"a"_s, qint64{2});
+    defaults.synchronize();
+  }
+  EXPECT_EQ(QJsonDocument::fromJson(contentOf(u"defaults.json.damaged"_s)),
+            QJsonDocument::fromJson(R"({"a": 1, "mine": true})"));
+}
+
 TEST_F(JsonUserDefaultsTest, DamageIsLoggedOnce) {
   testing::LogRecorder log;
   write("broken");
