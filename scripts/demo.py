@@ -41,7 +41,7 @@ def main():
     SCREENSHOTS.mkdir(parents=True, exist_ok=True)
     run("xsetroot", "-solid", "#c9d3e0", check=False)
     with tempfile.TemporaryDirectory() as folder:
-        nimbrel = Nimbrel(BINARY, pathlib.Path(folder) / "data")
+        nimbrel = Nimbrel(BINARY, pathlib.Path(folder) / "data", pathlib.Path(folder) / "config")
         nimbrel.start()
         say(f"Nimbrel runs; its history is {nimbrel.database.name}, mode {nimbrel.database.stat().st_mode & 0o777:o}.")
         output = pathlib.Path(folder) / "terminal.txt"
