@@ -6,7 +6,7 @@
 
 namespace nimbrel {
 
-/// The main group of a desktop file (freedesktop.org, Desktop Entry Specification 1.5).
+/// The main group of a desktop file (freedesktop.org, desktop entries 1.5).
 class DesktopFile final {
  public:
   /// Reads a file, or its beginning when it is larger than any desktop file; nothing when it cannot be read

@@ -18,7 +18,7 @@ QIcon iconInFile(const QString& path) {
   return fits ? QIcon(path) : QIcon();
 }
 
-/// An icon that belongs to no theme (Icon Theme Specification 0.13, "pixmaps").
+/// An icon that belongs to no theme (freedesktop.org, icon themes 0.13, "pixmaps").
 QIcon unthemedIcon(const QString& name) {
   for (const auto* const suffix : {u"", u".svg", u".png", u".xpm"}) {
     const QString path = QStandardPaths::locate(QStandardPaths::GenericDataLocation,

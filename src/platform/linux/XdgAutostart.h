@@ -7,7 +7,7 @@
 namespace nimbrel {
 
 /// Starts the program with the session through a desktop file in the user's autostart folder
-/// (freedesktop.org, Desktop Application Autostart Specification 0.5).
+/// (freedesktop.org, autostart of desktop applications 0.5).
 class XdgAutostart final : public LoginItem {
  public:
   /// `userFolder` and `systemFolders`, the most important first, are configuration folders; `program` is the
