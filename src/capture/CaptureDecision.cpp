@@ -28,9 +28,7 @@ std::optional<ClipSource> allowedSource(const PasteboardSnapshot& snapshot,
     return remoteSource(RemoteDeviceType::universal, QStringLiteral("Portapapeles Universal"));
   const auto& front = snapshot.frontApplication ? snapshot.frontApplication : frontmost;
   if (!front) return ClipSource{};
-  const bool ignored = std::any_of(settings.ignoredApps.begin(), settings.ignoredApps.end(),
-                                   [&](const IgnoredApp& app) { return app.bundleID == front->identifier; });
-  if (ignored) return std::nullopt;
+  if (containsApp(settings.ignoredApps, front->identifier)) return std::nullopt;
   ClipSource source;
   if (!front->identifier.isEmpty()) source.bundleID = front->identifier;
   if (!front->name.isEmpty()) source.name = front->name;

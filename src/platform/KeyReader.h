@@ -7,6 +7,9 @@ class QKeyEvent;
 
 namespace nimbrel {
 
+/// The virtual key code of Escape.
+inline constexpr quint32 kEscapeKeyCode = 53;
+
 /// A key that was pressed, in the terms of `HotKeyCombo`.
 struct PressedKey final {
   /// The virtual key code of its position; nothing for a key that has none.

@@ -1,9 +1,5 @@
 #include <gmock/gmock.h>
 
-// The header has fields named like a C++ keyword.
-#define explicit explicitModifiers
-#include <xcb/xkb.h>
-#undef explicit
 #include <xcb/xtest.h>
 
 #include <QApplication>
@@ -15,6 +11,7 @@
 #include "app/hotkeys/HotKeyRecorder.h"
 #include "platform/linux/X11HotKeyRegistrar.h"
 #include "platform/linux/X11KeyReader.h"
+#include "platform/linux/Xkb.h"
 
 namespace nimbrel {
 namespace {

@@ -2,13 +2,10 @@
 
 #include <gmock/gmock.h>
 
-// The header has fields named like a C++ keyword.
-#define explicit explicitModifiers
-#include <xcb/xkb.h>
-#undef explicit
-
 #include <QProcess>
 #include <QTest>
+
+#include "platform/linux/Xkb.h"
 
 namespace nimbrel {
 namespace {

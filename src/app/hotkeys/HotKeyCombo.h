@@ -30,8 +30,6 @@ struct HotKeyCombo final {
   bool operator==(const HotKeyCombo&) const = default;
 };
 
-inline constexpr quint32 kEscapeKeyCode = 53;
-
 /// The combination that somebody recorded by pressing a key, labelled as it is printed on the keyboard in
 /// use; nothing without Command, Option or Control, or for a key that no label says.
 [[nodiscard]] std::optional<HotKeyCombo> recordedCombo(const PressedKey& key);

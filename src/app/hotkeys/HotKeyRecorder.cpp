@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "look/PlainText.h"
 #include "look/Tones.h"
 
 namespace nimbrel {
@@ -50,8 +51,7 @@ HotKeyRecorder::~HotKeyRecorder() {
 }
 
 void HotKeyRecorder::setCombo(const HotKeyCombo& combo) {
-  // An ampersand on the key is no mnemonic.
-  button_->setText(combo.displayString().replace(u'&', QStringLiteral("&&")));
+  button_->setText(plainButtonText(combo.displayString()));
   button_->setAccessibleName(tr("%1: %2").arg(title_, combo.spokenString()));
 }
 

@@ -111,8 +111,12 @@ struct DesktopEntries::Table {
   /// For applications that state no window class.
   Guesses byLastPart;
   Guesses byProgram;
-  /// In the order in which they were read, those that are called deleted included.
+  /// In the order in which they were read.
   QStringList ids;
+  /// Those of files that are called deleted, too.
+  QSet<QString> seenIds;
+  const QString language = QLocale::system().uiLanguages().value(0).replace(u'-', u'_');
+  const QStringList desktops = qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(u':', Qt::SkipEmptyParts);
 
   void add(const QString& id, const DesktopFile& file, bool isShown);
   void addClass(const QString& windowClass, const QString& id, bool isShown);
@@ -128,10 +132,10 @@ void DesktopEntries::Table::addClass(const QString& windowClass, const QString& 
 }
 
 void DesktopEntries::Table::add(const QString& id, const DesktopFile& file, bool isShown) {
-  const QString language = QLocale::system().uiLanguages().value(0).replace(u'-', u'_');
   const QString name = file.localValue(u"Name"_s, language);
   const QString key = id.toLower();
   const QString windowClass = file.value(u"StartupWMClass"_s).toLower();
+  ids.append(key);
   byId.insert(key, {.entry = {ignoredIdentifier(id).value_or(id), name.isEmpty() ? id : name},
                     .windowClass = windowClass,
                     .icon = file.localValue(u"Icon"_s, language),
@@ -162,8 +166,6 @@ void DesktopEntries::Table::settleIdentifiers() {
 }
 
 void DesktopEntries::Table::readFolder(const QString& folder) {
-  const QStringList desktops = qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(u':', Qt::SkipEmptyParts);
-  QSet<QString> known(ids.cbegin(), ids.cend());
   QStringList paths;
   QDirIterator files(folder, {u"*.desktop"_s}, QDir::Files, QDirIterator::Subdirectories);
   while (files.hasNext())
@@ -173,12 +175,11 @@ void DesktopEntries::Table::readFolder(const QString& folder) {
   for (const QString& path : std::as_const(paths)) {
     // Sub-folders become part of the id, joined with hyphens.
     const QString id = path.mid(folder.size() + 1).chopped(8).replace(u'/', u'-');
-    if (known.contains(id.toLower())) continue;
+    if (seenIds.contains(id.toLower())) continue;
     const auto file = DesktopFile::read(path);
     if (!file) continue;
     // One that is called deleted hides those of the same name in less important folders.
-    known.insert(id.toLower());
-    ids.append(id.toLower());
+    seenIds.insert(id.toLower());
     if (!file->isTrue(u"Hidden"_s)) add(id, *file, isShownInMenus(*file, desktops));
   }
 }

@@ -1,15 +1,12 @@
 #include "platform/linux/X11HotKeyRegistrar.h"
 
-// The header has fields named like a C++ keyword.
-#define explicit explicitModifiers
-#include <xcb/xkb.h>
-#undef explicit
 #include <xcb/xinput.h>
 
 #include <QLoggingCategory>
 #include <algorithm>
 
 #include "platform/linux/X11KeyCodes.h"
+#include "platform/linux/Xkb.h"
 
 namespace nimbrel {
 namespace {
@@ -84,8 +81,7 @@ bool X11HotKeyRegistrar::registerHotKey(quint32 id, quint32 keyCode, quint32 mod
   // release must not slip through between looking and watching.
   if (held_ == 0) {
     hold(grab.key);
-    const auto down = session_.reply(xcb_query_keymap_reply, xcb_query_keymap(session_.connection()));
-    if (!down || !(down->keys[grab.key / 8] & (1U << (grab.key % 8)))) forget(grab.key);
+    if (!X11Keyboard(session_).isDown(grab.key)) forget(grab.key);
   }
   return true;
 }

@@ -18,8 +18,6 @@ struct Unref {
   void operator()(xkb_keymap* keymap) const { xkb_keymap_unref(keymap); }
 };
 
-constexpr quint32 kEscape = 53;
-
 /// The marks of the dead keys from XKB_KEY_dead_grave on, in the order of their symbols.
 constexpr QStringView kDeadKeys = u"`´^~¯˘˙¨°˝ˇ¸˛";
 
@@ -81,7 +79,7 @@ std::optional<PressedKey> X11KeyReader::read(const QKeyEvent& event) const {
   const X11Modifiers modifiers = X11Keyboard(session_).modifiers();
   // Wherever the user has put Escape, it is the way out.
   if (event.nativeVirtualKey() == XKB_KEY_Escape)
-    return PressedKey{.keyCode = kEscape, .modifiers = carbonMask(state, modifiers), .characters = {}};
+    return PressedKey{.keyCode = kEscapeKeyCode, .modifiers = carbonMask(state, modifiers), .characters = {}};
   if (isModifierSymbol(event.nativeVirtualKey())) return std::nullopt;
   // With a modifier that combinations do not know, AltGr for one, the key is another than without it.
   if (hasOtherModifiers(state, modifiers)) return PressedKey{};

@@ -53,6 +53,10 @@ int currentGroup(X11Session& session) {
   return reply ? (reply->mask >> 13) & 3 : 0;
 }
 
+bool isDownIn(const xcb_query_keymap_reply_t& keys, xcb_keycode_t key) {
+  return (keys.keys[key / 8] & (1U << (key % 8))) != 0;
+}
+
 }  // namespace
 
 X11Modifiers X11Keyboard::modifiers() {
@@ -85,6 +89,11 @@ std::optional<xcb_keycode_t> X11Keyboard::keyFor(xcb_keysym_t symbol) {
   return std::nullopt;
 }
 
+bool X11Keyboard::isDown(xcb_keycode_t key) {
+  const auto reply = session_.reply(xcb_query_keymap_reply, xcb_query_keymap(session_.connection()));
+  return reply && isDownIn(*reply, key);
+}
+
 QList<xcb_keycode_t> X11Keyboard::heldModifiers() {
   QList<xcb_keycode_t> held;
   const QList<xcb_keycode_t> keys = modifiers().keys;
@@ -92,7 +101,7 @@ QList<xcb_keycode_t> X11Keyboard::heldModifiers() {
   const auto reply = session_.reply(xcb_query_keymap_reply, xcb_query_keymap(session_.connection()));
   if (!reply) return held;
   for (const xcb_keycode_t key : keys) {
-    if (reply->keys[key / 8] & (1U << (key % 8))) held.append(key);
+    if (isDownIn(*reply, key)) held.append(key);
   }
   return held;
 }

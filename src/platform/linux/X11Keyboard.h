@@ -34,6 +34,8 @@ class X11Keyboard final {
   /// does.
   [[nodiscard]] std::optional<xcb_keycode_t> keyFor(xcb_keysym_t symbol);
 
+  [[nodiscard]] bool isDown(xcb_keycode_t key);
+
   /// The modifier keys that are down now.
   [[nodiscard]] QList<xcb_keycode_t> heldModifiers();
 

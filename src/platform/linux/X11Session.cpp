@@ -1,12 +1,10 @@
 #include "platform/linux/X11Session.h"
 
-// The header has fields named like a C++ keyword.
-#define explicit explicitModifiers
-#include <xcb/xkb.h>
-#undef explicit
 #include <xcb/xinput.h>
 
 #include <QAbstractEventDispatcher>
+
+#include "platform/linux/Xkb.h"
 
 namespace nimbrel {
 

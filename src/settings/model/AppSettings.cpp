@@ -50,9 +50,7 @@ LockMode readLockMode(const Reader& reader) {
 
 QList<IgnoredApp> withMissingDefaults(QList<IgnoredApp> apps) {
   for (const IgnoredApp& app : defaultIgnoredApps()) {
-    const bool known = std::any_of(apps.cbegin(), apps.cend(),
-                                   [&](const IgnoredApp& other) { return other.bundleID == app.bundleID; });
-    if (!known) apps.append(app);
+    if (!containsApp(apps, app.bundleID)) apps.append(app);
   }
   return apps;
 }

@@ -1,6 +1,7 @@
 #include "settings/model/IgnoredApp.h"
 
 #include <QCoreApplication>
+#include <algorithm>
 
 namespace nimbrel {
 namespace {
@@ -26,6 +27,11 @@ QList<IgnoredApp> defaultIgnoredApps() {
       {u"com.lastpass.LastPass"_s, u"LastPass"_s},
       {u"com.authy"_s, u"Authy"_s},
   };
+}
+
+bool containsApp(const QList<IgnoredApp>& apps, const QString& bundleID) {
+  return std::any_of(apps.cbegin(), apps.cend(),
+                     [&](const IgnoredApp& app) { return app.bundleID == bundleID; });
 }
 
 QString shownName(const IgnoredApp& app) {

@@ -17,6 +17,9 @@ struct IgnoredApp final {
 /// The password managers that are ignored until the user says otherwise.
 [[nodiscard]] QList<IgnoredApp> defaultIgnoredApps();
 
+/// Whether an application is in a list.
+[[nodiscard]] bool containsApp(const QList<IgnoredApp>& apps, const QString& bundleID);
+
 /// An application's name as the user reads it: those that the program brings are in the user's language.
 [[nodiscard]] QString shownName(const IgnoredApp& app);
 

@@ -5,13 +5,13 @@
 #include <QKeyEvent>
 #include <QVBoxLayout>
 
+#include "look/PlainText.h"
 #include "look/Tones.h"
 
 namespace nimbrel {
 namespace {
 
 constexpr QSize kSize(400, 420);
-constexpr int kIconSize = 22;
 constexpr int kMaxQueryLength = 200;
 constexpr int kFrontNameWidth = 180;
 
@@ -43,7 +43,7 @@ ApplicationChooser::ApplicationChooser(const std::optional<RunningApplication>& 
   model_->setGenericIcon(genericApplicationIcon(palette()));
   list_->setModel(model_);
   list_->setAccessibleName(tr("Aplicaciones instaladas"));
-  list_->setIconSize({kIconSize, kIconSize});
+  list_->setIconSize(kApplicationIconSize);
   list_->setUniformItemSizes(true);
   list_->setSpacing(1);
   column->addWidget(list_, 1);
@@ -69,10 +69,9 @@ void ApplicationChooser::addFront(const RunningApplication& front) {
   front_ = new QPushButton(this);
   front_->setObjectName(QStringLiteral("frontApplication"));
   frontID_ = front.identifier;
-  // Any program may give itself any name; an ampersand in it is no mnemonic.
+  // Any program may give itself any name.
   const QString name = fontMetrics().elidedText(front.name.simplified(), Qt::ElideRight, kFrontNameWidth);
-  front_->setText(
-      tr("Añadir la aplicación en uso: %1").arg(QString(name).replace(u'&', QStringLiteral("&&"))));
+  front_->setText(tr("Añadir la aplicación en uso: %1").arg(plainButtonText(name)));
   front_->setToolTip(plainToolTip(front.identifier));
   front_->setAutoDefault(false);
   front_->setEnabled(!known_.contains(front.identifier));

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "capture/model/TextRules.h"
+#include "look/PlainText.h"
 
 namespace nimbrel {
 

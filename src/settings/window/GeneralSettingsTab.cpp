@@ -1,9 +1,7 @@
 #include "settings/window/GeneralSettingsTab.h"
 
 #include <QVBoxLayout>
-#include <algorithm>
 #include <array>
-#include <limits>
 
 #include "app/hotkeys/HotKeyRecorder.h"
 #include "capture/model/Log.h"
@@ -57,7 +55,7 @@ void GeneralSettingsTab::addHistory(SettingsPage& page) {
   page.addSection(tr("Historial y captura"));
   capacity_ = new Picker(this);
   for (const qint64 count : kCapacities)
-    capacity_->addChoice(count, tr("%n elemento(s)", nullptr, static_cast<int>(count)));
+    capacity_->addChoice(count, tr("%n elemento(s)", nullptr, grammaticalNumber(count)));
   page.addRow(tr("Capacidad del historial"), capacity_);
   launchAtLogin_ = page.addSwitch(tr("Iniciar con el Mac"));
   ocr_ = page.addSwitch(tr("Reconocer texto en imágenes (OCR local)"),
@@ -69,8 +67,8 @@ void GeneralSettingsTab::addHistory(SettingsPage& page) {
 
 void GeneralSettingsTab::showSettings() {
   const SettingsValues& values = parts_.settings.values();
-  const auto count = static_cast<int>(std::min<qint64>(values.maxUnpinned, std::numeric_limits<int>::max()));
-  capacity_->setChoice(values.maxUnpinned, tr("%n elemento(s)", nullptr, count));
+  capacity_->setChoice(values.maxUnpinned,
+                       tr("%n elemento(s)", nullptr, grammaticalNumber(values.maxUnpinned)));
   ocr_->setChecked(values.ocrEnabled);
   rich_->setChecked(values.richEnabled);
 }

@@ -7,6 +7,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "look/PlainText.h"
 #include "look/Symbols.h"
 #include "settings/window/ApplicationChooser.h"
 #include "settings/window/SettingsPage.h"
@@ -14,7 +15,6 @@
 namespace nimbrel {
 namespace {
 
-constexpr int kIconSize = 22;
 constexpr int kMargin = 16;
 
 }  // namespace
@@ -41,7 +41,7 @@ IgnoredAppsSettingsTab::IgnoredAppsSettingsTab(const SettingsParts& parts, Backg
 void IgnoredAppsSettingsTab::buildLayout() {
   list_->setObjectName(QStringLiteral("ignoredApps"));
   list_->setAccessibleName(tr("Aplicaciones ignoradas"));
-  list_->setIconSize({kIconSize, kIconSize});
+  list_->setIconSize(kApplicationIconSize);
   list_->setUniformItemSizes(true);
   list_->setSpacing(1);
   list_->installEventFilter(this);
@@ -119,20 +119,14 @@ void IgnoredAppsSettingsTab::openChooser() {
   chooser->setAttribute(Qt::WA_DeleteOnClose);
   connect(chooser, &ApplicationChooser::chosen, this, &IgnoredAppsSettingsTab::add);
   chooser->open();
-  background_.run([&catalog = parts_.applications] { return catalog.applications(); },
-                  [this, chooser = QPointer(chooser)](const QList<InstalledApplication>& applications) {
-                    if (!chooser) return;
-                    icons_.setApplications(applications);
-                    chooser->setApplications(applications);
-                  });
+  findApplications([chooser = QPointer(chooser)](const QList<InstalledApplication>& applications) {
+    if (chooser) chooser->setApplications(applications);
+  });
 }
 
 void IgnoredAppsSettingsTab::add(const InstalledApplication& application) {
   QList<IgnoredApp> apps = parts_.settings.values().ignoredApps;
-  const bool known = std::any_of(apps.cbegin(), apps.cend(), [&](const IgnoredApp& app) {
-    return app.bundleID == application.identifier;
-  });
-  if (!known) {
+  if (!containsApp(apps, application.identifier)) {
     apps.append({.bundleID = application.identifier, .name = application.name});
     parts_.settings.setIgnoredApps(apps);
   }
@@ -154,10 +148,14 @@ void IgnoredAppsSettingsTab::removeSelected() {
 
 void IgnoredAppsSettingsTab::showEvent(QShowEvent* event) {
   QWidget::showEvent(event);
+  findApplications([this](const auto&) { showIcons(); });
+}
+
+void IgnoredAppsSettingsTab::findApplications(std::function<void(const QList<InstalledApplication>&)> found) {
   background_.run([&catalog = parts_.applications] { return catalog.applications(); },
-                  [this](const QList<InstalledApplication>& applications) {
+                  [this, found = std::move(found)](const QList<InstalledApplication>& applications) {
                     icons_.setApplications(applications);
-                    showIcons();
+                    found(applications);
                   });
 }
 

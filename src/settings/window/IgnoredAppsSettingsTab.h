@@ -3,6 +3,7 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QWidget>
+#include <functional>
 #include <optional>
 
 #include "settings/window/Background.h"
@@ -33,6 +34,8 @@ class IgnoredAppsSettingsTab final : public QWidget {
   void showIcons();
   void addApplication();
   void openChooser();
+  /// Asks for the installed applications, whose icons are known afterwards.
+  void findApplications(std::function<void(const QList<InstalledApplication>&)> found);
   void add(const InstalledApplication& application);
   void removeSelected();
   void select(const QString& bundleID);

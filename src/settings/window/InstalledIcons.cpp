@@ -6,12 +6,6 @@
 #include "look/Tones.h"
 
 namespace nimbrel {
-namespace {
-
-constexpr QSize kIconSize(22, 22);
-
-}  // namespace
-
 InstalledIcons::InstalledIcons(const ApplicationCatalog& catalog, QObject* parent)
     : QObject(parent), catalog_(catalog) {
   connect(&timer_, &QTimer::timeout, this, &InstalledIcons::findNext);
@@ -43,16 +37,12 @@ void InstalledIcons::findNext() {
     const QString identifier = wanted_.takeFirst();
     const QIcon found = catalog_.icon(applications_.value(identifier));
     // Read now, and not when it is painted.
-    const QPixmap pixmap = found.isNull() ? QPixmap() : found.pixmap(kIconSize);
+    const QPixmap pixmap = found.isNull() ? QPixmap() : found.pixmap(kApplicationIconSize);
     icons_.insert(identifier, pixmap.isNull() ? QIcon() : QIcon(pixmap));
   }
   if (!wanted_.isEmpty()) return;
   timer_.stop();
   Q_EMIT iconsFound();
-}
-
-QString plainToolTip(const QString& text) {
-  return QStringLiteral("<qt>%1</qt>").arg(text.toHtmlEscaped());
 }
 
 QIcon genericApplicationIcon(const QPalette& palette) {

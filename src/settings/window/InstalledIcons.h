@@ -4,12 +4,16 @@
 #include <QIcon>
 #include <QObject>
 #include <QPalette>
+#include <QSize>
 #include <QStringList>
 #include <QTimer>
 
 #include "platform/ApplicationCatalog.h"
 
 namespace nimbrel {
+
+/// How large an application's icon is in a list, in device-independent pixels.
+inline constexpr QSize kApplicationIconSize(22, 22);
 
 /// The icons of applications. Each is looked up once, after it was first asked for, and one at a time, so
 /// that nobody waits while a list is painted. Main thread.
@@ -42,8 +46,5 @@ class InstalledIcons final : public QObject {
 
 /// What stands for an application that has no icon.
 [[nodiscard]] QIcon genericApplicationIcon(const QPalette& palette);
-
-/// A tool tip that shows a text of foreign origin as it is; the toolkit would take some for markup.
-[[nodiscard]] QString plainToolTip(const QString& text);
 
 }  // namespace nimbrel

@@ -2,6 +2,8 @@
 
 #include <QKeyEvent>
 #include <QWheelEvent>
+#include <algorithm>
+#include <limits>
 
 namespace nimbrel {
 
@@ -43,6 +45,10 @@ void Picker::keyPressEvent(QKeyEvent* event) {
 
 void Picker::wheelEvent(QWheelEvent* event) {
   event->ignore();
+}
+
+int grammaticalNumber(qint64 count) {
+  return static_cast<int>(std::min<qint64>(count, std::numeric_limits<int>::max()));
 }
 
 }  // namespace nimbrel

@@ -33,4 +33,7 @@ class Picker final : public QComboBox {
   int choices_ = 0;
 };
 
+/// A count as the localisation takes it; one that is larger than that is as many as it can say.
+[[nodiscard]] int grammaticalNumber(qint64 count);
+
 }  // namespace nimbrel

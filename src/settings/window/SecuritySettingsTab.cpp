@@ -3,8 +3,6 @@
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QVBoxLayout>
-#include <algorithm>
-#include <limits>
 
 #include "look/Symbols.h"
 #include "look/Tones.h"
@@ -27,8 +25,8 @@ SecuritySettingsTab::SecuritySettingsTab(const SettingsParts& parts, QWidget* pa
   lock_ = page->addSwitch(
       tr("Proteger datos sensibles con Touch ID"),
       tr("Las contraseñas, tokens, claves de API y tarjetas detectadas en el historial quedarán ocultas "
-         "hasta "
-         "que te autentiques con Touch ID o la contraseña del Mac. El resto del historial permanece visible "
+         "hasta que te autentiques con Touch ID o la contraseña del Mac. El resto del historial permanece "
+         "visible "
          "siempre."));
   page->addSection(tr("Autodestrucción programada"));
   hard_ = addExpiry(*page, tr("Datos sensibles y credenciales"),
@@ -68,10 +66,7 @@ QWidget* SecuritySettingsTab::makeStatus() {
   row->setSpacing(10);
   statusSymbol_ = new QLabel(status);
   statusSymbol_->setFixedWidth(kSymbolSize);
-  statusTitle_ = new QLabel(status);
-  QFont bold = statusTitle_->font();
-  bold.setWeight(QFont::DemiBold);
-  statusTitle_->setFont(bold);
+  statusTitle_ = headingLabel({}, status);
   statusText_ = captionLabel({}, status);
   auto* const texts = new QVBoxLayout;
   texts->setSpacing(1);
@@ -86,11 +81,10 @@ void SecuritySettingsTab::showSettings() {
   const SettingsValues& values = parts_.settings.values();
   lock_->setChecked(values.lockMode != LockMode::disabled);
   const auto show = [this](Picker* picker, qint64 seconds) {
-    const auto count = static_cast<int>(std::min<qint64>(seconds, std::numeric_limits<int>::max()));
     if (seconds < 0)
       picker->setChoice(kKeep, {});
     else
-      picker->setChoice(seconds, tr("Borrar a %n segundo(s)", nullptr, count));
+      picker->setChoice(seconds, tr("Borrar a %n segundo(s)", nullptr, grammaticalNumber(seconds)));
   };
   show(hard_, values.sensitiveExpiry);
   show(soft_, values.softSensitiveExpiry);

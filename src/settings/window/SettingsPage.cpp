@@ -72,6 +72,14 @@ class Caption final : public QLabel {
 
 }  // namespace
 
+QLabel* headingLabel(const QString& text, QWidget* parent) {
+  auto* const label = new QLabel(text, parent);
+  QFont bold = label->font();
+  bold.setWeight(QFont::DemiBold);
+  label->setFont(bold);
+  return label;
+}
+
 QLabel* captionLabel(const QString& text, QWidget* parent) {
   return new Caption(text, parent);
 }
@@ -94,13 +102,7 @@ SettingsPage::SettingsPage(QWidget* parent) : QScrollArea(parent) {
 
 void SettingsPage::addSection(const QString& heading) {
   if (card_) column_->insertSpacing(column_->count() - 1, kSectionSpacing - kSpacing);
-  if (!heading.isEmpty()) {
-    auto* const title = new QLabel(heading, widget());
-    QFont bold = title->font();
-    bold.setWeight(QFont::DemiBold);
-    title->setFont(bold);
-    addBare(title);
-  }
+  if (!heading.isEmpty()) addBare(headingLabel(heading, widget()));
   auto* const card = new Card(widget());
   card->setAccessibleName(heading);
   card_ = static_cast<QVBoxLayout*>(card->layout());

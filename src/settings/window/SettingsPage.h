@@ -36,6 +36,9 @@ class SettingsPage final : public QScrollArea {
   QVBoxLayout* card_ = nullptr;
 };
 
+/// The title of something, in a heavier weight.
+[[nodiscard]] QLabel* headingLabel(const QString& text, QWidget* parent = nullptr);
+
 /// Small secondary text that wraps.
 [[nodiscard]] QLabel* captionLabel(const QString& text, QWidget* parent = nullptr);
 
