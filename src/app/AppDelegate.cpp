@@ -21,7 +21,7 @@ AppDelegate::AppDelegate(Platform& platform, HistoryCipher& cipher, std::unique_
     : platform_(platform),
       cipher_(cipher),
       storageDirectory_(storageDirectory),
-      permission_(*platform.accessibility),
+      permission_(*platform.accessibility, *platform.pasteboard, *platform.opener),
       settings_(*platform.defaults),
       blobs_(storageDirectory, cipher, clock_),
       files_(blobs_, *platform.imageCodec),
@@ -50,11 +50,19 @@ void AppDelegate::applicationDidFinishLaunching() {
   statusItem_->setActivationHandler([this] { panel_->togglePanel(); });
   connect(&store_, &ClipboardStore::pauseChanged, this, [this] { refreshStatusItem(); });
   connect(&store_, &ClipboardStore::queueChanged, this, [this] { refreshStatusItem(); });
-  panel_ = std::make_unique<PanelController>(PanelParts{.store = store_,
-                                                        .permission = permission_,
-                                                        .keystrokes = *platform_.keystrokes,
-                                                        .clock = clock_,
-                                                        .makeWindow = platform_.makePanelWindow});
+  panel_ = std::make_unique<PanelController>(
+      PanelParts{.services = {.store = store_,
+                              .permission = permission_,
+                              .opener = *platform_.opener,
+                              .settings = settings_.values(),
+                              .clock = clock_,
+                              .keys = *platform_.keys,
+                              .keyState = [this] { return cipher_.keyState(); },
+                              .authenticate = {},
+                              .icons = {}},
+                 .keystrokes = *platform_.keystrokes,
+                 .defaults = *platform_.defaults,
+                 .makeWindow = platform_.makePanelWindow});
   refreshStatusItem();
   registerHotKeys();
   obeySettings();
@@ -68,6 +76,7 @@ void AppDelegate::applicationDidFinishLaunching() {
                                                      .isEncrypted = [this] { return cipher_.hasKey(); },
                                                      .chooseApplication = platform_.chooseApplication});
   connect(panel_.get(), &PanelController::settingsRequested, this, &AppDelegate::openSettings);
+  connect(panel_.get(), &PanelController::quitRequested, qApp, &QApplication::quit);
   const auto interrupted = blobs_.loadPendingTexts();
   imageTexts_.setPendingHandler([this](const auto& ids) { files_.rememberPendingTexts(ids); });
   if (settings_.values().ocrEnabled) store_.recognizeTexts(interrupted);
@@ -101,6 +110,8 @@ void AppDelegate::obeySettings() {
 }
 
 void AppDelegate::sweepOrphans() {
+  // A file of a clip that may yet come back has no row.
+  if (store_.canUndoRemoval()) return sweepTimer_.start();
   if (!holdsUnimportedHistory(storageDirectory_, *platform_.defaults)) files_.sweepOrphans(*database_);
 }
 
@@ -128,6 +139,7 @@ void AppDelegate::refreshStatusItem() {
 void AppDelegate::applicationWillTerminate() {
   if (std::exchange(terminated_, true)) return;
   store_.sweepExpired();
+  store_.settleRemovals();
   // First what is being graded: its formatting is stored only then.
   grader_.finish();
   files_.finish();

@@ -5,6 +5,7 @@
 #include <QRegion>
 #include <QVBoxLayout>
 
+#include "app/ResizeHandles.h"
 #include "panel/PanelTheme.h"
 
 namespace nimbrel {
@@ -39,8 +40,10 @@ FloatingPanel::FloatingPanel() {
   setAttribute(Qt::WA_TranslucentBackground);
   setAttribute(Qt::WA_ShowWithoutActivating);
   setMinimumSize(kMinimumSize);
-  setMaximumSize(kMaximumSize + QSize(2 * kShadow, 2 * kShadow));
+  setMaximumSize(kMaximumSize);
   resize(kSize);
+  handles_ = new ResizeHandles(*this, [this] { return panelRect(); });
+  connect(handles_, &ResizeHandles::resized, this, &FloatingPanel::resizedByUser);
   auto* const box = new QVBoxLayout(this);
   box->setContentsMargins(0, 0, 0, 0);
 }
@@ -56,7 +59,10 @@ void FloatingPanel::setBlended(bool blended) {
   const int margin = shadowMargin();
   // The hairline of the border stays free.
   layout()->setContentsMargins(margin + 1, margin + 1, margin + 1, margin + 1);
-  resize(size + QSize(2 * margin, 2 * margin));
+  const QSize around(2 * margin, 2 * margin);
+  setMinimumSize(kMinimumSize + around);
+  setMaximumSize(kMaximumSize + around);
+  resize(size + around);
   shape();
 }
 
@@ -71,6 +77,10 @@ QRect FloatingPanel::panelRect() const {
 
 QSize FloatingPanel::panelSize() const {
   return panelRect().size();
+}
+
+void FloatingPanel::resizePanel(const QSize& size) {
+  resize(size + QSize(2 * shadowMargin(), 2 * shadowMargin()));
 }
 
 void FloatingPanel::movePanel(const QPoint& topLeft) {
@@ -92,6 +102,7 @@ void FloatingPanel::paintEvent(QPaintEvent*) {
 void FloatingPanel::resizeEvent(QResizeEvent* event) {
   QWidget::resizeEvent(event);
   shape();
+  handles_->place();
 }
 
 void FloatingPanel::shape() {

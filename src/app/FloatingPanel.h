@@ -4,9 +4,13 @@
 
 namespace nimbrel {
 
+class ResizeHandles;
+
 /// The history panel's window: a rounded frame around its content, with a soft shadow where the desktop
 /// blends windows. How it floats and takes the keyboard is the platform's affair.
 class FloatingPanel final : public QWidget {
+  Q_OBJECT
+
  public:
   static constexpr QSize kSize{480, 440};
   static constexpr QSize kMinimumSize{340, 440};
@@ -22,7 +26,12 @@ class FloatingPanel final : public QWidget {
 
   /// The panel without its shadow.
   [[nodiscard]] QSize panelSize() const;
+  void resizePanel(const QSize& size);
   void movePanel(const QPoint& topLeft);
+
+ Q_SIGNALS:
+  /// The user has drawn the panel to another size.
+  void resizedByUser();
 
  protected:
   void paintEvent(QPaintEvent* event) override;
@@ -34,6 +43,7 @@ class FloatingPanel final : public QWidget {
   void shape();
 
   bool blended_ = false;
+  ResizeHandles* handles_;
 };
 
 }  // namespace nimbrel

@@ -5,6 +5,7 @@
 #include <QEvent>
 
 #include "app/PanelPlacement.h"
+#include "app/PanelSize.h"
 #include "app/Screens.h"
 #include "capture/model/Log.h"
 
@@ -20,7 +21,7 @@ constexpr auto kPasteDelay = 60ms;
 }  // namespace
 
 PanelController::PanelController(const PanelParts& parts)
-    : parts_(parts), content_(new ContentView(parts.store, parts.clock, &panel_)) {
+    : parts_(parts), content_(new ContentView(parts.services, &panel_)) {
   panel_.setContent(content_);
   window_ = parts_.makeWindow(panel_);
   window_->setResignHandler([this] { hidePanel(Focus::leave); });
@@ -30,6 +31,10 @@ PanelController::PanelController(const PanelParts& parts)
   connect(&pasteTimer_, &QTimer::timeout, this, &PanelController::pasteNow);
   connect(content_, &ContentView::pasteRequested, this, &PanelController::hideAndPaste);
   connect(content_, &ContentView::settingsRequested, this, &PanelController::settingsRequested);
+  connect(content_, &ContentView::quitRequested, this, &PanelController::quitRequested);
+  panel_.resizePanel(storedPanelSize(parts_.defaults, FloatingPanel::kSize));
+  connect(&panel_, &FloatingPanel::resizedByUser, this,
+          [this] { storePanelSize(parts_.defaults, panel_.panelSize()); });
   connect(content_, &ContentView::dismissRequested, this, [this] { hidePanel(Focus::giveBack); });
 }
 
@@ -39,7 +44,7 @@ PanelController::~PanelController() {
 
 void PanelController::togglePanel() {
   if (isVisible()) return hidePanel(Focus::giveBack);
-  if (!lastHide_ || parts_.clock.steadyNow() - *lastHide_ > kReopenGuard) showPanel();
+  if (!lastHide_ || parts_.services.clock.steadyNow() - *lastHide_ > kReopenGuard) showPanel();
 }
 
 void PanelController::showPanel() {
@@ -51,7 +56,7 @@ void PanelController::showPanel() {
   }
   // A keystroke still on its way would land in the panel.
   pasteTimer_.stop();
-  parts_.permission.recheck();
+  parts_.services.permission.recheck();
   panel_.setBlended(window_->blendsWithDesktop());
   panel_.movePanel(panelOrigin(panel_.panelSize(), QCursor::pos(), screenFrames()));
   window_->present();
@@ -60,18 +65,18 @@ void PanelController::showPanel() {
 
 void PanelController::hidePanel(Focus focus) {
   if (!isVisible()) return;
-  lastHide_ = parts_.clock.steadyNow();
+  lastHide_ = parts_.services.clock.steadyNow();
   window_->dismiss(focus == Focus::giveBack);
   content_->panelDidHide();
 }
 
 void PanelController::hideAndPaste() {
   hidePanel(Focus::giveBack);
-  parts_.permission.recheck();
-  if (parts_.permission.accessibilityGranted())
+  parts_.services.permission.recheck();
+  if (parts_.services.permission.accessibilityGranted())
     pasteTimer_.start();
   else
-    parts_.permission.requestAccessibility();
+    parts_.services.permission.requestAccessibility();
 }
 
 void PanelController::pasteNow() {

@@ -8,20 +8,18 @@
 #include <optional>
 
 #include "app/FloatingPanel.h"
-#include "app/permission/PermissionState.h"
 #include "panel/ContentView.h"
-#include "platform/Clock.h"
 #include "platform/KeystrokePoster.h"
 #include "platform/PanelWindow.h"
+#include "platform/UserDefaults.h"
 
 namespace nimbrel {
 
 /// What the panel works with; everything outlives the controller.
 struct PanelParts final {
-  ClipboardStore& store;
-  PermissionState& permission;
+  PanelServices services;
   KeystrokePoster& keystrokes;
-  const Clock& clock;
+  UserDefaults& defaults;
   std::function<std::unique_ptr<PanelWindow>(QWidget&)> makeWindow;
 };
 
@@ -51,6 +49,8 @@ class PanelController final : public QObject {
  Q_SIGNALS:
   /// The user has asked for the settings.
   void settingsRequested();
+  /// The user wants the program to end.
+  void quitRequested();
 
  private:
   enum class Focus { giveBack, leave };

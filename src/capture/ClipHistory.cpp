@@ -24,10 +24,13 @@ ClipHistory::ClipHistory(ClipDatabase& database, SideFiles& files) : database_(d
 }
 
 void ClipHistory::insert(ClipItem clip, HistoryList::Place place) {
-  const auto indexed = std::make_shared<const IndexedClip>(std::move(clip));
-  const qsizetype row = items_.insert(indexed, place);
+  insert(std::make_shared<const IndexedClip>(std::move(clip)), place);
+}
+
+void ClipHistory::insert(const ClipRef& clip, HistoryList::Place place) {
+  const qsizetype row = items_.insert(clip, place);
   ++revision_;
-  database_.save(indexed);
+  database_.save(clip);
   Q_EMIT inserted(row);
 }
 
@@ -82,6 +85,23 @@ void ClipHistory::remove(const QList<qsizetype>& rows) {
   database_.remove(ids, erase ? ClipDatabase::Traces::erase : ClipDatabase::Traces::mayLinger,
                    [&files = files_, names] { files.remove(names); });
   Q_EMIT removed(rows, clips);
+}
+
+ClipHistory::Taken ClipHistory::take(qsizetype row) {
+  const Taken taken{items_.at(row), items_.placeAt(row)};
+  items_.removeAt(row);
+  ++revision_;
+  database_.remove({taken.clip->clip.id}, ClipDatabase::Traces::mayLinger);
+  Q_EMIT removed({row}, {taken.clip});
+  return taken;
+}
+
+void ClipHistory::putBack(const Taken& taken) {
+  insert(taken.clip, taken.place);
+}
+
+void ClipHistory::discard(const Taken& taken) {
+  database_.afterWrites([&files = files_, names = filesOf(taken.clip->clip)] { files.remove(names); });
 }
 
 }  // namespace nimbrel

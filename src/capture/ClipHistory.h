@@ -42,6 +42,18 @@ class ClipHistory final : public QObject {
   /// Removes clips, their rows and their files. The rows must be given last first.
   void remove(const QList<qsizetype>& rows);
 
+  /// A clip that was taken out of the history, whose files are still there.
+  struct Taken {
+    ClipRef clip;
+    HistoryList::Place place = 0;
+  };
+  /// Removes a clip and its row, and leaves it to the caller to have it back or to discard it.
+  [[nodiscard]] Taken take(qsizetype row);
+  /// Puts a clip back where it was; it must not be in the history.
+  void putBack(const Taken& taken);
+  /// Removes the files of a clip that was taken out.
+  void discard(const Taken& taken);
+
   /// Removes what is beyond a capacity of unpinned clips.
   void trim(qsizetype capacity) { remove(items_.rowsBeyond(capacity)); }
   /// The rows of what has expired, last first.
@@ -60,6 +72,7 @@ class ClipHistory final : public QObject {
  private:
   /// Gives the clip at a row another value, in memory and in the database.
   void put(qsizetype row, ClipItem clip, Changed what);
+  void insert(const ClipRef& clip, HistoryList::Place place);
   void dropUnusedRichFile(const ClipItem& before, const ClipItem& after);
 
   ClipDatabase& database_;

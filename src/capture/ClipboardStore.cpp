@@ -20,6 +20,12 @@ constexpr auto kPollInterval = 500ms;
 /// How often writes that failed are tried again.
 constexpr auto kRetryInterval = 10s;
 
+/// In the order of the user's language, and never undecided about two different names.
+bool comesBefore(const QString& a, const QString& b) {
+  const int order = QString::localeAwareCompare(a, b);
+  return order != 0 ? order < 0 : a < b;
+}
+
 }  // namespace
 
 ClipboardStore::ClipboardStore(const ClipboardStoreParts& parts)
@@ -35,6 +41,8 @@ ClipboardStore::ClipboardStore(const ClipboardStoreParts& parts)
                  .makeId = parts.makeId},
                 history_),
       search_(parts.database),
+      removed_(history_, queue_),
+      backgroundSearch_(parts.database),
       lastRetry_(parts.clock.steadyNow()) {
   parts_.pasteboard.setReadPolicy(captureReadPolicy(parts_.settings));
   lastChange_ = parts_.pasteboard.changeCount();
@@ -85,19 +93,35 @@ void ClipboardStore::retryFailedWrites() {
 }
 
 bool ClipboardStore::copyToPasteboard(const ClipItem& clip, bool plainOnly) {
+  return write(pasteboardContentOf(clip, plainOnly, parts_.files, snippetValues()));
+}
+
+SnippetValues ClipboardStore::snippetValues() const {
   const double seconds = unixSeconds(parts_.clock.now());
-  const SnippetValues snippets{.now = QDateTime::fromMSecsSinceEpoch(static_cast<qint64>(seconds * 1000)),
-                               .locale = QLocale::system(),
-                               .clipboard = std::nullopt};
-  return write(pasteboardContentOf(clip, plainOnly, parts_.files, snippets));
+  return {.now = QDateTime::fromMSecsSinceEpoch(static_cast<qint64>(seconds * 1000)),
+          .locale = QLocale::system(),
+          .clipboard = std::nullopt};
+}
+
+PasteboardContent ClipboardStore::contentOf(const ClipItem& clip) const {
+  return pasteboardContentOf(clip, false, parts_.files, snippetValues());
+}
+
+std::optional<QString> ClipboardStore::transformedText(const ClipItem& clip, TextTransform transform) const {
+  if (!clip.isText()) return std::nullopt;
+  return apply(transform, expandSnippets(clip, snippetValues()));
+}
+
+bool ClipboardStore::copyTextMadeOf(const ClipItem& clip, const QString& text) {
+  PasteboardContent content;
+  content.text = text;
+  content.concealed = clip.isSensitive();
+  return write(content);
 }
 
 bool ClipboardStore::copyRecognizedText(const ClipItem& clip) {
   if (!clip.ocrText || clip.ocrText->isEmpty()) return false;
-  PasteboardContent content;
-  content.text = clip.ocrText;
-  content.concealed = clip.isSensitive();
-  return write(content);
+  return copyTextMadeOf(clip, *clip.ocrText);
 }
 
 bool ClipboardStore::write(const PasteboardContent& content) {
@@ -125,7 +149,23 @@ void ClipboardStore::removeClip(const QUuid& id) {
   if (const auto row = items().rowOf(id)) history_.remove({*row});
 }
 
+void ClipboardStore::removeClipForNow(const QUuid& id) {
+  if (const auto row = items().rowOf(id)) removed_.remove(*row);
+}
+
+std::optional<QUuid> ClipboardStore::undoRemoval() {
+  const auto queuedBefore = queue_.ids();
+  const auto id = removed_.restore();
+  if (!id) return std::nullopt;
+  // Its picture may not have been read when it went.
+  if (parts_.settings.ocrEnabled) recognizeTexts({*id});
+  if (queue_.ids() != queuedBefore) Q_EMIT queueChanged(queue_.ids().size());
+  trimToCapacity();
+  return id;
+}
+
 void ClipboardStore::clearHistory() {
+  settleRemovals();
   recorder_.forgetPending();
   history_.clear();
 }
@@ -152,16 +192,28 @@ void ClipboardStore::setCollection(const QUuid& id, const std::optional<QString>
   history_.change(*row, clip, ClipHistory::Changed::everything);
 }
 
+QList<SourceApp> ClipboardStore::sourceApps() const {
+  QList<SourceApp> apps;
+  QSet<std::pair<QString, QString>> seen;
+  for (qsizetype row = 0; row < items().size(); ++row) {
+    const auto app = sourceAppOf(items().at(row)->clip);
+    if (!app || seen.contains({app->bundleID, app->name})) continue;
+    seen.insert({app->bundleID, app->name});
+    apps.append(*app);
+  }
+  std::sort(apps.begin(), apps.end(), [](const SourceApp& a, const SourceApp& b) {
+    return a.name != b.name ? comesBefore(a.name, b.name) : a.bundleID < b.bundleID;
+  });
+  return apps;
+}
+
 QStringList ClipboardStore::collections() const {
   QSet<QString> names;
   for (qsizetype row = 0; row < items().size(); ++row) {
     if (const auto& name = items().at(row)->clip.collection) names.insert(*name);
   }
   QStringList sorted(names.begin(), names.end());
-  std::sort(sorted.begin(), sorted.end(), [](const QString& a, const QString& b) {
-    const int order = QString::localeAwareCompare(a, b);
-    return order != 0 ? order < 0 : a < b;
-  });
+  std::sort(sorted.begin(), sorted.end(), comesBefore);
   return sorted;
 }
 

@@ -8,12 +8,16 @@
 #include <functional>
 #include <optional>
 
+#include "capture/BackgroundSearch.h"
 #include "capture/CaptureServices.h"
 #include "capture/ClipHistory.h"
 #include "capture/ClipRecorder.h"
 #include "capture/HistorySearch.h"
+#include "capture/model/SnippetPlaceholders.h"
 #include "capture/PasteQueue.h"
+#include "capture/RemovedClips.h"
 #include "capture/Thumbnails.h"
+#include "capture/transforms/TextTransform.h"
 #include "platform/Clock.h"
 #include "platform/ImageCodec.h"
 #include "platform/Pasteboard.h"
@@ -61,6 +65,9 @@ class ClipboardStore final : public QObject {
     return search_.find(query, history_.items(), history_.revision());
   }
 
+  /// Searches without keeping anybody waiting.
+  [[nodiscard]] BackgroundSearch& backgroundSearch() { return backgroundSearch_; }
+
   /// The pictures of image clips.
   [[nodiscard]] Thumbnails& thumbnails() { return thumbnails_; }
 
@@ -71,6 +78,18 @@ class ClipboardStore final : public QObject {
   /// The same with the text recognised in an image; false when there is none.
   bool copyRecognizedText(const ClipItem& clip);
 
+  /// What a clip gives to another program: as it would be put on the pasteboard, with its formatting. *Waits*
+  /// for the disk when the clip has a file.
+  [[nodiscard]] PasteboardContent contentOf(const ClipItem& clip) const;
+
+  /// A text clip's text, its placeholders expanded, transformed; nothing when the transform does not apply to
+  /// it or the clip is no text.
+  [[nodiscard]] std::optional<QString> transformedText(const ClipItem& clip, TextTransform transform) const;
+
+  /// Puts a text on the pasteboard that was made of a clip, so that capture ignores it. False when it could
+  /// not be written.
+  bool copyTextMadeOf(const ClipItem& clip, const QString& text);
+
   /// The plain text on the pasteboard, as far as it has been read.
   [[nodiscard]] std::optional<QString> pasteboardText() const { return parts_.pasteboard.currentText(); }
 
@@ -78,6 +97,15 @@ class ClipboardStore final : public QObject {
   void addRemoteText(const QString& text, RemoteDeviceType device);
 
   void removeClip(const QUuid& id);
+
+  /// Removes a clip that the user may want back. A secret, and a clip that expires, goes for good.
+  void removeClipForNow(const QUuid& id);
+  /// Whether there is a clip to be had back.
+  [[nodiscard]] bool canUndoRemoval() const { return !removed_.isEmpty(); }
+  /// Brings back the clip that was removed last, and gives its id.
+  std::optional<QUuid> undoRemoval();
+  /// What was removed is gone for good.
+  void settleRemovals() { removed_.discard(); }
 
   /// Removes every clip that is not pinned, and what has been copied and is not among them yet.
   void clearHistory();
@@ -88,6 +116,10 @@ class ClipboardStore final : public QObject {
   /// Puts a clip into a collection, which pins it, or takes it out with no name or a blank one, which leaves
   /// it pinned.
   void setCollection(const QUuid& id, const std::optional<QString>& name);
+
+  /// The applications, and other devices, that the clips come from, each once, in the order of the user's
+  /// language.
+  [[nodiscard]] QList<SourceApp> sourceApps() const;
 
   /// The names of the collections that have clips, each once, in the order of the user's language.
   [[nodiscard]] QStringList collections() const;
@@ -138,6 +170,7 @@ class ClipboardStore final : public QObject {
   void captureAll(const QList<PasteboardSnapshot>& snapshots);
   [[nodiscard]] bool wasPausedAt(std::optional<std::chrono::steady_clock::time_point> moment) const;
   bool write(const PasteboardContent& content);
+  [[nodiscard]] SnippetValues snippetValues() const;
   void forget(const QList<qsizetype>& rows, const QList<ClipRef>& clips);
   void setRecognizedText(const QUuid& id, const QString& text);
   void retryFailedWrites();
@@ -148,6 +181,8 @@ class ClipboardStore final : public QObject {
   ClipRecorder recorder_;
   HistorySearch search_;
   PasteQueue queue_;
+  RemovedClips removed_;
+  BackgroundSearch backgroundSearch_;
   qint64 lastChange_ = 0;
   bool paused_ = false;
   /// When capture was last paused or resumed.

@@ -25,6 +25,10 @@ QList<ClipRef> HistoryList::clips() const {
   return all;
 }
 
+HistorySnapshot HistoryList::snapshot() const {
+  return HistorySnapshot(*this);
+}
+
 qsizetype HistoryList::rowFor(Place place) const {
   return std::lower_bound(slots_.begin(), slots_.end(), place,
                           [](const Slot& slot, Place wanted) { return slot.place > wanted; }) -

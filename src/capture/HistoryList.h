@@ -10,6 +10,8 @@
 
 namespace nimbrel {
 
+class HistorySnapshot;
+
 /// The ordered history, newest first: a value that knows its clips and nothing of where they come from or go
 /// to. Every clip has a place, a number that only grows; a row is found from it by halving, and from an id or
 /// a content by a table look-up.
@@ -26,6 +28,9 @@ class HistoryList final {
   [[nodiscard]] const ClipRef& at(qsizetype row) const { return slots_.at(row).clip; }
   [[nodiscard]] Place placeAt(qsizetype row) const { return slots_.at(row).place; }
   [[nodiscard]] QList<ClipRef> clips() const;
+  [[nodiscard]] HistorySnapshot snapshot() const;
+  /// How many clips are not pinned.
+  [[nodiscard]] qsizetype unpinnedCount() const { return static_cast<qsizetype>(unpinned_.size()); }
 
   [[nodiscard]] std::optional<qsizetype> rowOf(const QUuid& id) const;
   /// The row of the text clip with this text, by its hash or, for clips without one, by the text itself.
@@ -52,6 +57,8 @@ class HistoryList final {
   [[nodiscard]] QList<qsizetype> rowsExpiredAt(Timestamp moment);
 
  private:
+  friend class HistorySnapshot;
+
   struct Slot {
     Place place;
     ClipRef clip;
@@ -75,6 +82,19 @@ class HistoryList final {
   std::set<Place> unpinned_;
   /// No unpinned clip expires before this; it may be earlier than the first that does.
   std::optional<Timestamp> earliestExpiry_;
+};
+
+/// The history as it stood at one moment, for other threads: cheap to take, and untouched by what happens to
+/// the list later.
+class HistorySnapshot final {
+ public:
+  explicit HistorySnapshot(const HistoryList& history) : slots_(history.slots_) {}
+
+  [[nodiscard]] qsizetype size() const { return slots_.size(); }
+  [[nodiscard]] const ClipRef& at(qsizetype row) const { return slots_.at(row).clip; }
+
+ private:
+  QList<HistoryList::Slot> slots_;
 };
 
 }  // namespace nimbrel

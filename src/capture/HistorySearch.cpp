@@ -43,34 +43,43 @@ bool matches(const IndexedClip& clip, const QList<QByteArray>& terms) {
                              [&](const QByteArray& term) { return contains(view(*body), view(term)); });
 }
 
-template <typename Accepts>
-QList<ClipRef> filtered(const HistoryList& history, Accepts&& accepts) {
-  QList<ClipRef> clips;
-  for (qsizetype row = 0; row < history.size(); ++row) {
-    const ClipRef& clip = history.at(row);
-    if (accepts(*clip)) clips.append(clip);
-  }
-  return clips;
-}
+/// How many clips are looked at before the search asks whether it is still wanted.
+constexpr qsizetype kStride = 1024;
 
 }  // namespace
 
-const QList<ClipRef>& HistorySearch::find(const QString& query, const HistoryList& history,
-                                          quint64 revision) {
-  if (cache_ && cache_->query == query && cache_->revision == revision) return cache_->clips;
-  const Query split = splitQuery(query);
-  const auto found = split.longTerms.isEmpty() ? std::nullopt : database_.search(split.longTerms);
-  const QList<QByteArray> terms = found ? split.shortTerms : split.longTerms + split.shortTerms;
-  // The index may lag behind the history, so what it found counts only for clips that are there.
-  cache_ = Cached{query, revision, filtered(history, [&](const IndexedClip& clip) {
-                    return (!found || found->contains(clip.clip.id)) && matches(clip, terms);
-                  })};
-  return cache_->clips;
+FoundClips findClips(const ClipQuery& query, const HistorySnapshot& history, ClipDatabase& database,
+                     const std::stop_token& stop) {
+  const Query split = splitQuery(query.text);
+  const auto indexed = split.longTerms.isEmpty() ? std::nullopt : database.search(split.longTerms);
+  const QList<QByteArray> terms = indexed ? split.shortTerms : split.longTerms + split.shortTerms;
+  FoundClips found;
+  for (qsizetype row = 0; row < history.size(); ++row) {
+    if (row % kStride == 0 && stop.stop_requested()) break;
+    const ClipRef& clip = history.at(row);
+    // The index may lag behind the history, so what it found counts only for clips that are there.
+    if (indexed && !indexed->contains(clip->clip.id)) continue;
+    if (!passesFilter(clip->clip, query.filter)) continue;
+    if (!query.text.isEmpty() && !matches(*clip, terms)) continue;
+    if (clip->clip.isImage()) found.imageRows.append(static_cast<int>(found.clips.size()));
+    found.clips.append(clip);
+  }
+  return found;
 }
 
-bool matchesQuery(const IndexedClip& clip, const QString& query) {
-  const Query split = splitQuery(query);
+bool matchesQuery(const IndexedClip& clip, const ClipQuery& query) {
+  if (!passesFilter(clip.clip, query.filter)) return false;
+  if (query.text.isEmpty()) return true;
+  const Query split = splitQuery(query.text);
   return matches(clip, split.longTerms + split.shortTerms);
+}
+
+const QList<ClipRef>& HistorySearch::find(const QString& text, const HistoryList& history, quint64 revision) {
+  if (cache_ && cache_->text == text && cache_->revision == revision) return cache_->clips;
+  // An empty text has no terms, which is not the same as no text: secrets are not found by it either.
+  const QString looked = text.isEmpty() ? QStringLiteral(" ") : text;
+  cache_ = Cached{text, revision, findClips({looked, {}}, history.snapshot(), database_).clips};
+  return cache_->clips;
 }
 
 }  // namespace nimbrel

@@ -3,28 +3,55 @@
 #include <QList>
 #include <QString>
 #include <optional>
+#include <stop_token>
 
 #include "capture/HistoryList.h"
+#include "capture/model/ClipFilter.h"
 #include "storage/ClipDatabase.h"
 
 namespace nimbrel {
 
-/// Finds clips by their text: through the full-text index for terms of three characters and more, in memory
-/// for shorter ones and while the index cannot answer. Sensitive clips are never found. Main thread.
+/// What is looked for: the terms of a text, among the clips that pass a filter.
+struct ClipQuery final {
+  QString text;
+  ClipFilter filter;
+
+  /// Whether every clip of the history is an answer.
+  [[nodiscard]] bool matchesAll() const { return text.isEmpty() && filter == ClipFilter{}; }
+
+  bool operator==(const ClipQuery&) const = default;
+};
+
+/// What was found, in history order.
+struct FoundClips final {
+  QList<ClipRef> clips;
+  /// The rows, among these, of the image clips.
+  QList<int> imageRows;
+};
+
+/// The clips of a history that pass the query's filter and, with a text, contain every term of it, regardless
+/// of case and diacritics: through the full-text index for terms of three characters and more, in memory for
+/// shorter ones and while the index cannot answer. With a text, sensitive clips are never found. Any thread;
+/// *waits* for the index. What comes of a stopped search is of no use.
+[[nodiscard]] FoundClips findClips(const ClipQuery& query, const HistorySnapshot& history,
+                                   ClipDatabase& database, const std::stop_token& stop = {});
+
+/// Whether one clip is an answer to a query, by the same rules.
+[[nodiscard]] bool matchesQuery(const IndexedClip& clip, const ClipQuery& query);
+
+/// The last answer to a search for a text. Main thread.
 class HistorySearch final {
  public:
   /// The database must outlive the search.
   explicit HistorySearch(ClipDatabase& database) : database_(database) {}
 
-  /// The clips that contain every term of the query, regardless of case and diacritics, in history order; all
-  /// clips that are not sensitive for a query without terms. Answers from its cache while query and revision
-  /// are the same.
-  [[nodiscard]] const QList<ClipRef>& find(const QString& query, const HistoryList& history,
-                                           quint64 revision);
+  /// The clips that contain every term of the text, in history order. Answers from its cache while text and
+  /// revision are the same.
+  [[nodiscard]] const QList<ClipRef>& find(const QString& text, const HistoryList& history, quint64 revision);
 
  private:
   struct Cached {
-    QString query;
+    QString text;
     quint64 revision = 0;
     QList<ClipRef> clips;
   };
@@ -32,8 +59,5 @@ class HistorySearch final {
   ClipDatabase& database_;
   std::optional<Cached> cache_;
 };
-
-/// Whether one clip contains every term of a query, by the same rules.
-[[nodiscard]] bool matchesQuery(const IndexedClip& clip, const QString& query);
 
 }  // namespace nimbrel

@@ -18,6 +18,13 @@ class PasteQueue final {
     return true;
   }
 
+  /// Puts an id where it was before; one that is further back than the end comes at the end.
+  bool insert(qsizetype position, const QUuid& id) {
+    if (contains(id)) return false;
+    ids_.insert(qMin(position, ids_.size()), id);
+    return true;
+  }
+
   bool remove(const QUuid& id) { return ids_.removeOne(id); }
 
   /// Drops the ids for which the predicate holds.

@@ -1,99 +1,90 @@
 #include "panel/ClipRow.h"
 
-#include <QCoreApplication>
-#include <QDateTime>
-#include <QLocale>
 #include <QPainter>
 #include <QPainterPath>
 #include <array>
+#include <chrono>
 
+#include "capture/model/ClipSource.h"
+#include "capture/model/TextRules.h"
 #include "look/Symbols.h"
-#include "panel/ClipListModel.h"
 #include "panel/ClipRowLayout.h"
-#include "panel/ClipRowText.h"
-#include "panel/PanelTheme.h"
+#include "panel/RowGeometry.h"
 
 namespace nimbrel {
 namespace {
 
-struct Texts {
-  Q_DECLARE_TR_FUNCTIONS(ClipRow)
-};
+/// More rows than any panel shows.
+constexpr int kKeptContents = 64;
 
-struct Detail {
-  QString symbol;
-  QString text;
-  bool accented = false;
-};
-
-QDateTime toDateTime(std::chrono::duration<double> sinceEpoch) {
-  return QDateTime::fromMSecsSinceEpoch(static_cast<qint64>(sinceEpoch.count() * 1000));
-}
-
-QList<Detail> detailsOf(const IndexedClip& indexed, const QDateTime& now) {
-  const ClipItem& clip = indexed.clip;
-  const ClipTraits traits = indexed.readyTraits() ? *indexed.readyTraits() : ClipTraits{};
-  const QLocale locale;
-  QList<Detail> details;
-  const auto add = [&](const char* symbol, const QString& text) {
-    details.append({QString::fromLatin1(symbol), text});
-  };
-  if (isMasked(clip)) add("lock.fill", {});
-  if (!isMasked(clip) && traits.isLink) add("link", {});
-  if (clip.isFile()) add("folder", {});
-  if (clip.isImage() && clip.ocrText && !clip.ocrText->isEmpty()) add("text.viewfinder", {});
-  if (traits.isTemplate) details.append({QStringLiteral("curlybraces"), Texts::tr("Plantilla"), true});
-  if (const QString source = sourceLabel(clip); !source.isEmpty()) add("", source);
-  if (const QString length = lengthLabel(indexed, locale); !length.isEmpty()) add("", length);
-  if (clip.expiresAt) add("timer", Texts::tr("Se borrará automáticamente"));
-  add("clock", relativeDate(toDateTime(clip.date.time_since_epoch()), now, locale));
-  return details;
-}
-
-/// A colour of its own for each source, always the same.
+/// A colour of its own for each source, always the same, dark enough for white letters.
 QColor tileColor(const ClipItem& clip) {
-  constexpr std::array kColors{0x3b7dddU, 0x2f9e6eU, 0xe0713aU, 0x7a5bd0U,
-                               0x50555fU, 0xc2467aU, 0x1f8a9eU, 0x8a6d1fU};
   const size_t hash = qHash(clip.sourceBundleID.value_or(QString()), 0);
-  return QColor::fromRgb(kColors.at(hash % kColors.size()));
+  return kTileColors.at(hash % kTileColors.size());
+}
+
+QString symbolOf(const ClipItem& clip) {
+  if (clip.isImage()) return QStringLiteral("photo");
+  return clip.isFile() ? QStringLiteral("folder") : QStringLiteral("doc.on.clipboard");
+}
+
+/// The first letter of a name, with the marks on it.
+QString initialOf(const QString& name) {
+  return firstCharacters(trimmedWhitespace(name), 1).toString().toUpper();
 }
 
 void drawTile(QPainter& painter, const QRect& square, const ClipItem& clip) {
   painter.setPen(Qt::NoPen);
   painter.setBrush(tileColor(clip));
   painter.drawRoundedRect(square, 7, 7);
-  const QString name = clip.sourceName.value_or(QString());
-  if (name.isEmpty()) {
-    const QString symbol = clip.isImage() ? QStringLiteral("photo") : QStringLiteral("doc.on.clipboard");
-    symbols::draw(painter, square.adjusted(6, 6, -6, -6), symbol, Qt::white);
-    return;
-  }
+  const QRect symbol = square.adjusted(6, 6, -6, -6);
+  const bool remote = clip.sourceBundleID && isRemoteSourceID(*clip.sourceBundleID);
+  if (remote) return symbols::draw(painter, symbol, QStringLiteral("iphone"), Qt::white);
+  const QString initial = initialOf(clip.sourceName.value_or(QString()));
+  if (initial.isEmpty()) return symbols::draw(painter, symbol, symbolOf(clip), Qt::white);
   painter.setPen(Qt::white);
   painter.setFont(panelFont(12, QFont::Bold));
-  painter.drawText(square, Qt::AlignCenter,
-                   name.first(name.at(0).isHighSurrogate() ? qMin(2, name.size()) : 1).toUpper());
+  painter.drawText(square, Qt::AlignCenter, initial);
 }
 
-/// The middle of the picture, as large as the square.
-void drawPicture(QPainter& painter, const QRect& square, const QImage& picture) {
-  const QSizeF shown = QSizeF(square.size()).scaled(picture.size(), Qt::KeepAspectRatio);
-  const QRectF source(QPointF((picture.width() - shown.width()) / 2, (picture.height() - shown.height()) / 2),
-                      shown);
+/// The part of a picture that fills an area; all of it when most would be cut off.
+QRectF shownPart(const QSizeF& picture, const QSizeF& area) {
+  constexpr qreal kLeastShare = 0.4;
+  const QSizeF part = area.scaled(picture, Qt::KeepAspectRatio);
+  if (part.width() * part.height() < kLeastShare * picture.width() * picture.height()) return {};
+  return {QPointF((picture.width() - part.width()) / 2, (picture.height() - part.height()) / 2), part};
+}
+
+void drawPicture(QPainter& painter, const QRect& area, const QImage& picture, const PanelTheme& theme) {
   QPainterPath outline;
-  outline.addRoundedRect(square, 7, 7);
+  outline.addRoundedRect(area, 6, 6);
   painter.save();
   painter.setClipPath(outline);
   painter.setRenderHint(QPainter::SmoothPixmapTransform);
   painter.fillPath(outline, Qt::white);
-  painter.drawImage(QRectF(square), picture, source);
+  const QRectF part = shownPart(picture.size(), area.size());
+  if (!part.isNull()) {
+    painter.drawImage(QRectF(area), picture, part);
+  } else {
+    // Never thinner than what can be seen.
+    const QSize fitted = picture.size().scaled(area.size(), Qt::KeepAspectRatio).expandedTo({2, 2});
+    QRect whole(QPoint(), fitted);
+    whole.moveCenter(area.center());
+    painter.drawImage(whole, picture);
+  }
   painter.restore();
+  painter.setPen(theme.border);
+  painter.setBrush(Qt::NoBrush);
+  painter.drawRoundedRect(QRectF(area).adjusted(0.5, 0.5, -0.5, -0.5), 6, 6);
 }
 
-void drawDetails(QPainter& painter, QRect area, const QList<Detail>& details, const PanelTheme& theme) {
+void drawDetails(QPainter& painter, QRect area, const QList<RowDetail>& details, const PanelTheme& theme) {
   constexpr int kSymbol = 11;
   constexpr int kGap = 8;
-  for (const Detail& detail : details) {
-    if (area.width() < kSymbol) return;
+  /// Less of a text says nothing.
+  constexpr int kLeastText = 24;
+  for (const RowDetail& detail : details) {
+    if (area.width() < (detail.text.isEmpty() ? kSymbol : kSymbol + kLeastText)) return;
     const QColor color = detail.accented ? theme.accent : theme.secondaryText;
     painter.setFont(panelFont(11, detail.accented ? QFont::Bold : QFont::Normal));
     painter.setPen(color);
@@ -120,44 +111,112 @@ void drawBadge(QPainter& painter, const QRect& area, int number, const PanelThem
   painter.drawText(area, Qt::AlignCenter, QStringLiteral("⌘%1").arg(number));
 }
 
-void drawSelection(QPainter& painter, const QRect& area, const PanelTheme& theme) {
-  painter.setPen(theme.selectionBorder);
-  painter.setBrush(theme.selection);
+void drawMarks(QPainter& painter, const QRect& area, const QStringList& marks, const PanelTheme& theme) {
+  QRect square(area.topLeft(), QSize(kMarkSide, kMarkSide));
+  for (const QString& mark : marks) {
+    symbols::draw(painter, square, mark, theme.accent);
+    square.translate(kMarkSide + kMarkGap, 0);
+  }
+}
+
+void drawBackground(QPainter& painter, const QRect& area, QStyle::State state, const PanelTheme& theme) {
+  const bool selected = state & QStyle::State_Selected;
+  if (!selected && !(state & QStyle::State_MouseOver)) return;
+  const bool focused = state & QStyle::State_HasFocus;
+  painter.setPen(!selected ? QPen(Qt::NoPen) : focused ? QPen(theme.accent, 2) : QPen(theme.selectionBorder));
+  painter.setBrush(selected ? theme.selection : theme.field);
   painter.drawRoundedRect(QRectF(area).adjusted(0.5, 0.5, -0.5, -0.5), 8, 8);
+}
+
+QStringList marksOf(const ClipItem& clip, bool queued) {
+  QStringList marks;
+  if (queued) marks.append(QStringLiteral("list.bullet.circle.fill"));
+  if (clip.pinned) marks.append(QStringLiteral("pin.fill"));
+  return marks;
 }
 
 }  // namespace
 
-QSize ClipRow::sizeHint(const QStyleOptionViewItem& option, const QModelIndex&) const {
-  return {option.rect.width(), ClipRowLayout::height};
+ClipRow::ClipRow(const ClipListModel& model, const Clock& clock, Thumbnails& thumbnails,
+                 ApplicationIcons icons, QObject* parent)
+    : QStyledItemDelegate(parent),
+      model_(model),
+      clock_(clock),
+      thumbnails_(thumbnails),
+      icons_(std::move(icons)),
+      contents_(kKeptContents) {}
+
+QSize ClipRow::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const {
+  const bool tall = model_.clipAt(index.row())->clip.isImage();
+  return {option.rect.width(), tall ? RowGeometry::kTall : RowGeometry::kLow};
 }
 
-void ClipRow::drawIcon(QPainter& painter, const QRect& square, const ClipItem& clip) const {
-  const bool shows = clip.imageFile && !isMasked(clip);
+const RowContent& ClipRow::contentOf(int row, int previewWidth, const PanelTheme& theme) const {
+  using std::chrono::floor;
+  const RowContentKey key{.clip = model_.clipAt(row),
+                          .secrecy = model_.secrecyOf(row),
+                          .query = model_.query().text,
+                          .minute = floor<std::chrono::minutes>(clock_.now()).time_since_epoch().count(),
+                          .previewWidth = previewWidth,
+                          .detailsWidth = previewWidth,
+                          .theme = theme};
+  const QUuid id = key.clip->clip.id;
+  const RowContent* known = contents_.object(id);
+  // The traits of a long text are there some time after its row.
+  const bool ready = known && known->key == key && known->hadTraits == (key.clip->readyTraits() != nullptr);
+  if (!ready) {
+    ++layoutsMade_;
+    contents_.insert(id, new RowContent(key));
+    known = contents_.object(id);
+  }
+  return *known;
+}
+
+void ClipRow::forgetSecrets() {
+  const auto ids = contents_.keys();
+  for (const QUuid& id : ids) {
+    if (contents_.object(id)->key.secrecy == Secrecy::revealed) contents_.remove(id);
+  }
+}
+
+void ClipRow::drawIcon(QPainter& painter, const QRect& area, const ClipItem& clip, Secrecy secrecy,
+                       const PanelTheme& theme) const {
+  const bool shows = clip.imageFile && secrecy != Secrecy::masked;
   const QImage picture = shows ? thumbnails_.thumbnail(*clip.imageFile) : QImage();
-  if (picture.isNull()) return drawTile(painter, square, clip);
-  drawPicture(painter, square, picture);
+  if (!picture.isNull()) return drawPicture(painter, area, picture, theme);
+  QRect tile(0, 0, 28, 28);
+  tile.moveCenter(area.center());
+  const QPixmap icon =
+      icons_ && clip.sourceBundleID ? icons_(*clip.sourceBundleID, tile.width()) : QPixmap();
+  if (icon.isNull()) return drawTile(painter, tile, clip);
+  painter.drawPixmap(tile, icon);
 }
 
 void ClipRow::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const {
-  const auto* const model = static_cast<const ClipListModel*>(index.model());
-  const ClipRef clip = model->clipAt(index.row());
+  const int row = index.row();
+  const ClipItem& clip = model_.clipAt(row)->clip;
   const PanelTheme theme = panelTheme(option.palette);
-  const bool hasBadge = index.row() < ClipListModel::kDirectRows;
-  const ClipRowLayout layout = layoutRow(option.rect.size(), hasBadge, clip->clip.pinned);
+  const QStringList marks = marksOf(clip, model_.isQueued(row));
+  const bool hasBadge = row < ClipListModel::kDirectRows;
+  const ClipRowLayout layout =
+      layoutRow(option.rect.size(),
+                {.picture = clip.isImage(), .badge = hasBadge, .marks = static_cast<int>(marks.size())});
+  const RowContent& content = contentOf(row, layout.preview.width(), theme);
   painter->save();
   painter->translate(option.rect.topLeft());
   painter->setRenderHint(QPainter::Antialiasing);
-  if (option.state & QStyle::State_Selected) drawSelection(*painter, layout.background, theme);
-  drawIcon(*painter, layout.icon, clip->clip);
-  painter->setFont(panelFont(13));
+  drawBackground(*painter, layout.background, option.state, theme);
+  drawIcon(*painter, layout.icon, clip, model_.secrecyOf(row), theme);
+  // Marks piled upon letters stay in their row.
+  painter->setClipRect(layout.background);
   painter->setPen(theme.text);
-  const QString preview =
-      painter->fontMetrics().elidedText(previewText(clip->clip), Qt::ElideRight, layout.preview.width());
-  painter->drawText(layout.preview, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, preview);
-  drawDetails(*painter, layout.details, detailsOf(*clip, toDateTime(clock_.now().time_since_epoch())), theme);
-  if (clip->clip.pinned) symbols::draw(*painter, layout.pin, QStringLiteral("pin.fill"), theme.accent);
-  if (hasBadge) drawBadge(*painter, layout.badge, index.row() + 1, theme);
+  content.preview.draw(*painter, layout.preview);
+  painter->setPen(theme.secondaryText);
+  content.excerpt.draw(*painter, layout.details);
+  const int used = content.excerpt.width() > 0 ? content.excerpt.width() + 8 : 0;
+  drawDetails(*painter, layout.details.adjusted(used, 0, 0, 0), content.details, theme);
+  drawMarks(*painter, layout.marks, marks, theme);
+  if (hasBadge) drawBadge(*painter, layout.badge, row + 1, theme);
   painter->restore();
 }
 

@@ -1,29 +1,48 @@
 #pragma once
 
+#include <QCache>
 #include <QStyledItemDelegate>
 
 #include "capture/Thumbnails.h"
-#include "capture/model/ClipItem.h"
+#include "panel/ClipListModel.h"
+#include "panel/RowContent.h"
 #include "platform/Clock.h"
 
 namespace nimbrel {
 
-/// Draws one clip of the list: a tile for its source, a line of preview, small labels, its badge and marks.
-/// Reads memory only; a picture that is not there yet is asked for and drawn when it has come.
+/// Gives the icon of an application by its identifier; null when it has none, or none yet.
+using ApplicationIcons = std::function<QPixmap(const QString& identifier, int size)>;
+
+/// Draws one clip of the list: a tile for its source or its picture, a line of preview, small labels, its
+/// marks and its badge. Reads memory only; a picture that is not there yet is asked for and drawn when it has
+/// come.
 class ClipRow final : public QStyledItemDelegate {
  public:
-  /// Clock and thumbnails must outlive this.
-  ClipRow(const Clock& clock, Thumbnails& thumbnails, QObject* parent)
-      : QStyledItemDelegate(parent), clock_(clock), thumbnails_(thumbnails) {}
+  /// Model, clock and thumbnails must outlive this.
+  ClipRow(const ClipListModel& model, const Clock& clock, Thumbnails& thumbnails, ApplicationIcons icons,
+          QObject* parent);
 
   void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
   [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
 
- private:
-  void drawIcon(QPainter& painter, const QRect& square, const ClipItem& clip) const;
+  /// Keeps nothing of what the masks hide.
+  void forgetSecrets();
 
+  /// How many texts have been laid out so far, for measuring.
+  [[nodiscard]] qsizetype layoutsMade() const { return layoutsMade_; }
+
+ private:
+  void drawIcon(QPainter& painter, const QRect& area, const ClipItem& clip, Secrecy secrecy,
+                const PanelTheme& theme) const;
+  [[nodiscard]] const RowContent& contentOf(int row, int previewWidth, const PanelTheme& theme) const;
+
+  const ClipListModel& model_;
   const Clock& clock_;
   Thumbnails& thumbnails_;
+  ApplicationIcons icons_;
+  /// What is drawn of the clips that were drawn last, by id.
+  mutable QCache<QUuid, RowContent> contents_;
+  mutable qsizetype layoutsMade_ = 0;
 };
 
 }  // namespace nimbrel

@@ -4,24 +4,26 @@
 
 namespace nimbrel {
 
-ClipRowLayout layoutRow(const QSize& size, bool hasBadge, bool isPinned) {
+ClipRowLayout layoutRow(const QSize& size, const ClipRowParts& parts) {
   constexpr int kPadding = 8;
   constexpr int kGap = 10;
-  constexpr int kIcon = 28;
+  constexpr QSize kTile(28, 28);
+  constexpr QSize kPicture(64, 48);
   constexpr QSize kBadge(28, 18);
-  constexpr int kMark = 14;
   ClipRowLayout layout;
   layout.background = QRect(0, 0, size.width(), size.height() - 1);
   const int middle = layout.background.height() / 2;
-  layout.icon = QRect(kPadding, middle - kIcon / 2, kIcon, kIcon);
+  const QSize icon = parts.picture ? kPicture : kTile;
+  layout.icon = QRect(QPoint(kPadding, middle - icon.height() / 2), icon);
   int right = size.width() - kPadding;
-  if (hasBadge) {
+  if (parts.badge) {
     layout.badge = QRect(QPoint(right - kBadge.width(), middle - kBadge.height() / 2), kBadge);
-    right = layout.badge.left() - 6;
+    right = layout.badge.left() - kMarkGap;
   }
-  if (isPinned) {
-    layout.pin = QRect(right - kMark, middle - kMark / 2, kMark, kMark);
-    right = layout.pin.left() - 6;
+  if (parts.marks > 0) {
+    const int width = parts.marks * kMarkSide + (parts.marks - 1) * kMarkGap;
+    layout.marks = QRect(right - width, middle - kMarkSide / 2, width, kMarkSide);
+    right = layout.marks.left() - kMarkGap;
   }
   const int left = layout.icon.right() + 1 + kGap;
   const int width = std::max(0, right - left);

@@ -5,21 +5,34 @@
 
 namespace nimbrel {
 
+/// What a row has to make room for.
+struct ClipRowParts final {
+  bool picture = false;
+  /// ⌘1 … ⌘9.
+  bool badge = false;
+  /// Pin and queue.
+  int marks = 0;
+};
+
 /// Where the parts of a row are, in the row's own coordinates.
 struct ClipRowLayout final {
-  static constexpr int height = 47;
-
   QRect background;
+  /// The source's tile or the picture.
   QRect icon;
   QRect preview;
   QRect details;
-  /// The place of the badge; empty beyond the ninth row.
+  /// Empty without a badge.
   QRect badge;
-  QRect pin;
+  /// The marks stand side by side, the last at the right end.
+  QRect marks;
 
   bool operator==(const ClipRowLayout&) const = default;
 };
 
-[[nodiscard]] ClipRowLayout layoutRow(const QSize& size, bool hasBadge, bool isPinned);
+/// The side of a mark, and of the space before the next.
+inline constexpr int kMarkSide = 14;
+inline constexpr int kMarkGap = 6;
+
+[[nodiscard]] ClipRowLayout layoutRow(const QSize& size, const ClipRowParts& parts);
 
 }  // namespace nimbrel

@@ -1,6 +1,7 @@
 #include "panel/ClipRowText.h"
 
 #include <QCoreApplication>
+#include <algorithm>
 #include <array>
 
 #include "capture/model/ClipSource.h"
@@ -22,15 +23,18 @@ struct Texts {
 [[maybe_unused]] constexpr const char* kDeviceNames[] = {
     QT_TRANSLATE_NOOP("ClipRow", "Portapapeles Universal"), QT_TRANSLATE_NOOP("ClipRow", "Continuidad")};
 
+QDateTime localTime(Timestamp moment) {
+  // What a foreign history says may be no date at all.
+  constexpr double kFarthest = 8.64e15;
+  return QDateTime::fromMSecsSinceEpoch(
+      static_cast<qint64>(std::clamp(unixSeconds(moment) * 1000, -kFarthest, kFarthest)));
+}
+
 QString bullets(int count) {
   return QString(count, u'•');
 }
 
 }  // namespace
-
-bool isMasked(const ClipItem& clip) {
-  return clip.isSensitive();
-}
 
 QString maskedPreview(const QString& text) {
   for (const QStringView prefix : kTokenPrefixes) {
@@ -39,9 +43,9 @@ QString maskedPreview(const QString& text) {
   return bullets(20);
 }
 
-QString previewText(const ClipItem& clip) {
+QString previewText(const ClipItem& clip, Secrecy secrecy) {
   const QString head = firstCharacters(clip.text, kPreviewCharacters).toString();
-  if (isMasked(clip)) return maskedPreview(head);
+  if (secrecy == Secrecy::masked) return maskedPreview(head);
   if (!clip.isImage()) return head.simplified();
   const QString recognised = firstCharacters(clip.ocrText.value_or(QString()), kPreviewCharacters).toString();
   const QString shown = (head.isEmpty() ? recognised : head).simplified();
@@ -60,26 +64,56 @@ QString relativeDate(const QDateTime& moment, const QDateTime& now, const QLocal
   return locale.toString(moment.date(), sameYear ? Texts::tr("d MMM") : Texts::tr("d MMM yyyy"));
 }
 
+QString shownName(const SourceApp& app) {
+  if (!isRemoteSourceID(app.bundleID)) return app.name;
+  return QCoreApplication::translate("ClipRow", app.name.toUtf8().constData());
+}
+
 QString sourceLabel(const ClipItem& clip) {
   if (!clip.sourceName || clip.sourceName->isEmpty()) return {};
   const bool remote = clip.remoteDevice || (clip.sourceBundleID && isRemoteSourceID(*clip.sourceBundleID));
-  if (remote) {
-    const QString device = QCoreApplication::translate("ClipRow", clip.sourceName->toUtf8().constData());
-    return Texts::tr("Copiado desde tu %1 vía Portapapeles Universal").arg(device);
-  }
-  return Texts::tr("Origen: %1").arg(*clip.sourceName);
+  if (!remote) return Texts::tr("Origen: %1").arg(*clip.sourceName);
+  const QString device = QCoreApplication::translate("ClipRow", clip.sourceName->toUtf8().constData());
+  return Texts::tr("Copiado desde tu %1 vía Portapapeles Universal").arg(device);
 }
 
-QString lengthLabel(const IndexedClip& indexed, const QLocale& locale) {
+QString lengthLabel(const IndexedClip& indexed, Secrecy secrecy, const QLocale& locale) {
   const ClipTraits* const traits = indexed.readyTraits();
-  if (!traits || !indexed.clip.isText() || isMasked(indexed.clip)) return {};
+  if (!traits || !indexed.clip.isText() || secrecy == Secrecy::masked) return {};
   return Texts::tr("%1 car.").arg(locale.toString(traits->characters));
 }
 
-QString accessibleText(const ClipItem& clip) {
-  QStringList parts{isMasked(clip) ? Texts::tr("Elemento oculto") : previewText(clip)};
+QList<RowDetail> rowDetails(const IndexedClip& indexed, Secrecy secrecy, const QDateTime& now,
+                            const QLocale& locale) {
+  const ClipItem& clip = indexed.clip;
+  const ClipTraits traits = indexed.readyTraits() ? *indexed.readyTraits() : ClipTraits{};
+  QList<RowDetail> details;
+  const auto add = [&](const QString& symbol, const QString& text) {
+    if (!symbol.isEmpty() || !text.isEmpty()) details.append({symbol, text});
+  };
+  if (secrecy == Secrecy::masked) add(QStringLiteral("lock.fill"), {});
+  if (secrecy == Secrecy::revealed)
+    add(QStringLiteral("lock.open.fill"), Texts::tr("Elemento desbloqueado"));
+  if (secrecy != Secrecy::masked && traits.isLink) add(QStringLiteral("link"), {});
+  if (clip.isFile()) add(QStringLiteral("folder"), {});
+  if (clip.isImage() && clip.ocrText && !clip.ocrText->isEmpty()) add(QStringLiteral("text.viewfinder"), {});
+  if (traits.isTemplate) details.append({QStringLiteral("curlybraces"), Texts::tr("Plantilla"), true});
+  if (clip.collection) add(QStringLiteral("tray"), *clip.collection);
+  add({}, sourceLabel(clip));
+  add({}, lengthLabel(indexed, secrecy, locale));
+  if (clip.expiresAt) add(QStringLiteral("timer"), Texts::tr("Se borrará automáticamente"));
+  add(QStringLiteral("clock"), relativeDate(localTime(clip.date), now, locale));
+  return details;
+}
+
+QString accessibleText(const ClipItem& clip, Secrecy secrecy, bool queued) {
+  QStringList parts{secrecy == Secrecy::masked ? Texts::tr("Elemento oculto") : previewText(clip, secrecy)};
+  if (secrecy == Secrecy::revealed) parts.append(Texts::tr("Elemento desbloqueado"));
   if (const QString source = sourceLabel(clip); !source.isEmpty()) parts.append(source);
+  if (clip.collection) parts.append(Texts::tr("En la colección %1").arg(*clip.collection));
+  if (clip.expiresAt) parts.append(Texts::tr("Se borrará automáticamente"));
   if (clip.pinned) parts.append(Texts::tr("Fijado"));
+  if (queued) parts.append(Texts::tr("En la cola"));
   return parts.join(QStringLiteral(", "));
 }
 

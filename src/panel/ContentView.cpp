@@ -1,35 +1,29 @@
 #include "panel/ContentView.h"
 
-#include <QKeyEvent>
+#include <QAbstractButton>
+#include <QAccessible>
+#include <QApplication>
 #include <QPainter>
 #include <QScrollBar>
 #include <QVBoxLayout>
 #include <algorithm>
 
-#include "look/Symbols.h"
-#include "panel/ClipRow.h"
+#include "panel/ClipListView.h"
+#include "panel/CollectionSheet.h"
+#include "panel/ConfirmSheet.h"
+#include "panel/FilterChips.h"
+#include "panel/HintLine.h"
+#include "panel/KindTabs.h"
+#include "panel/NoticeBar.h"
+#include "panel/PanelMenus.h"
 #include "panel/PanelTheme.h"
+#include "panel/RowActions.h"
+#include "panel/SearchField.h"
+#include "panel/StatusBanners.h"
+#include "panel/SymbolButton.h"
 
 namespace nimbrel {
 namespace {
-
-constexpr int kGearSize = 30;
-
-/// A list that says what is missing when it is empty.
-class ClipListView final : public QListView {
- public:
-  explicit ClipListView(QWidget* parent) : QListView(parent) {}
-
- protected:
-  void paintEvent(QPaintEvent* event) override {
-    QListView::paintEvent(event);
-    if (model()->rowCount() > 0) return;
-    QPainter painter(viewport());
-    painter.setFont(panelFont(13));
-    painter.setPen(panelTheme(palette()).secondaryText);
-    painter.drawText(viewport()->rect(), Qt::AlignCenter, property("emptyText").toString());
-  }
-};
 
 /// A slim bar without arrows, like the panel's own lines.
 QString scrollBarStyle(const PanelTheme& theme) {
@@ -44,58 +38,99 @@ QString scrollBarStyle(const PanelTheme& theme) {
       .arg(handle.name(QColor::HexArgb));
 }
 
+/// Opens a menu under a button, its right edges in line.
+void openUnder(const QWidget& button, QMenu& menu) {
+  const QPoint corner = button.mapToGlobal(button.rect().bottomRight());
+  menu.popup(corner - QPoint(menu.sizeHint().width() - 1, -2));
+}
+
 }  // namespace
 
-ContentView::ContentView(ClipboardStore& store, const Clock& clock, QWidget* parent)
+ContentView::ContentView(const PanelServices& services, QWidget* parent)
     : QWidget(parent),
-      store_(store),
-      model_(new ClipListModel(store, this)),
-      search_(new SearchField([&store] { return store.pasteboardText(); }, this)),
+      services_(services),
+      model_(new ClipListModel(services.store, this)),
+      actions_({.store = services.store,
+                .opener = services.opener,
+                .settings = services.settings,
+                .authenticate = services.authenticate}),
+      // In the order in which Tab goes through them.
+      search_(new SearchField([&store = services.store] { return store.pasteboardText(); }, this)),
+      filterButton_(new SymbolButton(QStringLiteral("line.3.horizontal.decrease.circle"),
+                                     tr("Filtrar por app o colección"), this)),
+      gear_(new SymbolButton(QStringLiteral("gearshape"), tr("Opciones"), this)),
+      tabs_(new KindTabs(this)),
+      chips_(new FilterChips(this)),
+      banners_(new StatusBanners({.store = services.store,
+                                  .permission = services.permission,
+                                  .opener = services.opener,
+                                  .keyState = services.keyState},
+                                 this)),
       list_(new ClipListView(this)),
-      gear_(new QToolButton(this)),
-      hint_(new HintLine(this)) {
-  buildLayout(clock);
+      rows_(new ClipRow(*model_, services.clock, services.store.thumbnails(), services.icons, list_)),
+      notice_(new NoticeBar(this)),
+      hint_(new HintLine(this)),
+      menus_(new PanelMenus(services.store, actions_, *this)) {
+  buildList();
+  rowActions_ = new RowActions(*list_, *model_, actions_);
+  buildLayout();
   followModel();
-  search_->installEventFilter(this);
-  connect(search_, &QLineEdit::textChanged, this, &ContentView::setQuery);
-  connect(list_, &QListView::clicked, this, [this](const QModelIndex& index) { select(index.row()); });
-  connect(list_, &QListView::doubleClicked, this,
-          [this](const QModelIndex& index) { paste(index.row(), false); });
+  followActions();
+  followMenus();
+  connect(search_, &QLineEdit::textChanged, this, &ContentView::setQueryText);
+  connect(tabs_, &KindTabs::kindChosen, this,
+          [this](ClipKind kind) { setFilter({kind, query_.filter.app, query_.filter.collection}); });
+  connect(chips_, &FilterChips::appCleared, this,
+          [this] { setFilter({query_.filter.kind, {}, query_.filter.collection}); });
+  connect(chips_, &FilterChips::collectionCleared, this,
+          [this] { setFilter({query_.filter.kind, query_.filter.app, {}}); });
+  connect(banners_, &StatusBanners::failed, this, [this](const QString& why) { notice_->say(why); });
+  for (QWidget* const child : findChildren<QWidget*>())
+    child->installEventFilter(this);
   applyTheme();
   keepSelection();
 }
 
-void ContentView::buildLayout(const Clock& clock) {
+ContentView::~ContentView() = default;
+
+void ContentView::buildList() {
   list_->setObjectName(QStringLiteral("clipList"));
   list_->setAccessibleName(tr("Historial"));
-  list_->setModel(model_);
-  list_->setItemDelegate(new ClipRow(clock, store_.thumbnails(), list_));
-  list_->setUniformItemSizes(true);
-  list_->setFrameShape(QFrame::NoFrame);
-  list_->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
-  list_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  list_->setFocusPolicy(Qt::NoFocus);
-  list_->setEditTriggers(QAbstractItemView::NoEditTriggers);
-  list_->setDragEnabled(false);
-  list_->viewport()->setAutoFillBackground(false);
+  list_->setClips(model_);
+  list_->setItemDelegate(rows_);
+  list_->setContextMenuPolicy(Qt::CustomContextMenu);
+  connect(list_, &QListView::clicked, this, [this](const QModelIndex& index) { select(index.row()); });
+  connect(list_, &QListView::doubleClicked, this,
+          [this](const QModelIndex& index) { run({PanelCommand::Kind::pasteRow, index.row()}); });
+  connect(list_, &QWidget::customContextMenuRequested, this, [this](const QPoint& point) {
+    const QModelIndex index = list_->indexAt(point);
+    if (index.isValid()) showClipMenu(index.row(), list_->viewport()->mapToGlobal(point));
+  });
+}
+
+void ContentView::buildLayout() {
+  filterButton_->setObjectName(QStringLiteral("filterButton"));
   gear_->setObjectName(QStringLiteral("gear"));
-  gear_->setFixedSize(kGearSize, kGearSize);
-  gear_->setAutoRaise(true);
-  gear_->setFocusPolicy(Qt::NoFocus);
-  gear_->setAccessibleName(tr("Ajustes"));
-  gear_->setToolTip(gear_->accessibleName());
-  connect(gear_, &QToolButton::clicked, this, &ContentView::settingsRequested);
   auto* const top = new QHBoxLayout;
-  top->setContentsMargins(10, 10, 10, 8);
+  top->setContentsMargins(10, 10, 8, 8);
+  top->setSpacing(4);
   top->addWidget(search_);
+  top->addSpacing(2);
+  top->addWidget(filterButton_);
   top->addWidget(gear_);
+  auto* const tabs = new QHBoxLayout;
+  tabs->setContentsMargins(10, 0, 10, 8);
+  tabs->addWidget(tabs_);
   auto* const middle = new QHBoxLayout;
-  middle->setContentsMargins(6, 0, 6, 0);
+  middle->setContentsMargins(6, 4, 6, 0);
   middle->addWidget(list_);
   auto* const column = new QVBoxLayout(this);
   column->setContentsMargins(0, 0, 0, 0);
   column->setSpacing(0);
   column->addLayout(top);
+  column->addLayout(tabs);
+  column->addWidget(chips_);
+  column->addWidget(banners_);
   column->addLayout(middle, 1);
   column->addWidget(hint_);
 }
@@ -104,11 +139,47 @@ void ContentView::followModel() {
   for (const auto signal : {&QAbstractItemModel::rowsInserted, &QAbstractItemModel::rowsRemoved})
     connect(model_, signal, this, [this] { keepSelection(); });
   connect(model_, &QAbstractItemModel::rowsMoved, this, [this] { keepSelection(); });
+  connect(model_, &QAbstractItemModel::modelReset, this, [this] { keepSelection(); });
   connect(model_, &QAbstractItemModel::dataChanged, this, [this] { updateState(); });
-  connect(&store_.thumbnails(), &Thumbnails::ready, list_->viewport(), qOverload<>(&QWidget::update));
+  connect(&services_.store.thumbnails(), &Thumbnails::ready, list_->viewport(),
+          qOverload<>(&QWidget::update));
+  connect(&services_.store, &ClipboardStore::queueChanged, this, [this] {
+    list_->viewport()->update();
+    rowActions_->refresh();
+  });
+  connect(&services_.store, &ClipboardStore::clipsRemoved, this, [this] { updateState(); });
+}
+
+void ContentView::followActions() {
+  connect(&actions_, &ClipActions::pasteRequested, this, &ContentView::pasteRequested);
+  connect(&actions_, &ClipActions::leaveRequested, this, &ContentView::dismissRequested);
+  connect(&actions_, &ClipActions::failed, this, [this](const QString& why) { notice_->say(why); });
+  connect(&actions_, &ClipActions::removed, this,
+          [this] { notice_->say(tr("Elemento borrado"), tr("Deshacer")); });
+  connect(&actions_, &ClipActions::restored, this, [this](const QUuid& id) {
+    notice_->dismiss();
+    if (const auto row = model_->rowOf(id)) select(*row);
+  });
+  connect(&actions_, &ClipActions::unlocked, this, [this](const QUuid& id) { model_->reveal(id); });
+  connect(notice_, &NoticeBar::activated, &actions_, &ClipActions::undoRemoval);
+  connect(notice_, &NoticeBar::dismissed, this, [this] { services_.store.settleRemovals(); });
+}
+
+void ContentView::followMenus() {
+  connect(filterButton_, &SymbolButton::clicked, this,
+          [this] { openUnder(*filterButton_, *menus_->filterMenu(query_.filter)); });
+  connect(gear_, &SymbolButton::clicked, this, [this] { openUnder(*gear_, *menus_->gearMenu()); });
+  connect(menus_, &PanelMenus::filterChosen, this, &ContentView::setFilter);
+  connect(menus_, &PanelMenus::newCollectionRequested, this,
+          [this](const ClipRef& clip) { chooseCollection(clip, {}); });
+  connect(menus_, &PanelMenus::previewRequested, this, &ContentView::preview);
+  connect(menus_, &PanelMenus::clearRequested, this, &ContentView::confirmClearing);
+  connect(menus_, &PanelMenus::settingsRequested, this, &ContentView::settingsRequested);
+  connect(menus_, &PanelMenus::quitRequested, this, &ContentView::quitRequested);
 }
 
 void ContentView::panelDidShow() {
+  banners_->refresh();
   search_->clear();
   select(0);
   list_->scrollToTop();
@@ -116,7 +187,14 @@ void ContentView::panelDidShow() {
 }
 
 void ContentView::panelDidHide() {
+  while (QWidget* const menu = QApplication::activePopupWidget())
+    menu->close();
+  if (sheet_) sheet_->cancel();
+  notice_->dismiss();
+  model_->maskAll();
+  rows_->forgetSecrets();
   search_->clear();
+  search_->setFocus(Qt::OtherFocusReason);
 }
 
 ClipRef ContentView::selectedClip() const {
@@ -129,12 +207,32 @@ int ContentView::selectedRow() const {
   return current.isValid() ? current.row() : -1;
 }
 
-void ContentView::setQuery(const QString& query) {
-  model_->setQuery(query);
-  keepSelection();
+bool ContentView::isMasked(const ClipRef& clip) const {
+  const auto row = model_->rowOf(clip->clip.id);
+  return row ? model_->secrecyOf(*row) == Secrecy::masked : clip->clip.isSensitive();
+}
+
+void ContentView::setQueryText(const QString& text) {
+  query_.text = text;
+  search();
+}
+
+void ContentView::setFilter(const ClipFilter& filter) {
+  query_.filter = filter;
+  const bool filtered = filter.app || filter.collection;
+  filterButton_->setActive(filtered);
+  filterButton_->setSymbol(filtered ? QStringLiteral("line.3.horizontal.decrease.circle.fill")
+                                    : QStringLiteral("line.3.horizontal.decrease.circle"));
+  chips_->setFilter(filter);
+  search();
+}
+
+void ContentView::search() {
+  model_->setQuery(query_);
 }
 
 void ContentView::select(int row) {
+  const auto before = selectedId_;
   if (row < 0 || row >= model_->rowCount()) {
     selectedId_.reset();
     list_->setCurrentIndex({});
@@ -144,6 +242,14 @@ void ContentView::select(int row) {
     if (selectedRow() != row) list_->setCurrentIndex(model_->index(row));
   }
   updateState();
+  if (!selectedId_ || selectedId_ == before) return;
+  if (QAccessible::isActive()) {
+    // The keyboard stays in the search field; what a screen reader is to tell of is the row.
+    QAccessibleEvent focus(list_, QAccessible::Focus);
+    focus.setChild(row);
+    QAccessible::updateAccessibility(&focus);
+  }
+  Q_EMIT quickLookSelectionChanged(model_->clipAt(row));
 }
 
 void ContentView::keepSelection() {
@@ -151,89 +257,170 @@ void ContentView::keepSelection() {
   select(row.value_or(0));
 }
 
-void ContentView::moveSelection(Move move) {
+void ContentView::step(int rows) {
   const int count = model_->rowCount();
   if (count == 0) return;
   const int row = selectedRow();
-  if (row < 0) return select(move == Move::down ? 0 : count - 1);
-  select(std::clamp(row + (move == Move::down ? 1 : -1), 0, count - 1));
+  if (row < 0) return select(rows > 0 ? 0 : count - 1);
+  select(std::clamp(row + rows, 0, count - 1));
 }
 
 void ContentView::updateState() {
   const ClipRef clip = selectedClip();
   hint_->setText(hintFor(clip ? &clip->clip : nullptr));
-  list_->setProperty("emptyText",
-                     store_.items().isEmpty() ? tr("Nada copiado todavía") : tr("Sin resultados"));
-  if (model_->rowCount() == 0) list_->viewport()->update();
+  list_->setEmptyText(services_.store.items().isEmpty() ? tr("Nada copiado todavía") : tr("Sin resultados"));
 }
 
 bool ContentView::eventFilter(QObject* watched, QEvent* event) {
-  if (watched != search_) return QWidget::eventFilter(watched, event);
-  // The field must not see the keys that the panel acts on.
-  if (event->type() == QEvent::KeyPress) {
-    const auto* const press = static_cast<QKeyEvent*>(event);
-    if (handleKey(press->key(), press->modifiers())) return true;
-  }
-  return QWidget::eventFilter(watched, event);
+  // The field, and whatever else has the keyboard, must not see the keys that the panel acts on.
+  if (event->type() != QEvent::KeyPress) return QWidget::eventFilter(watched, event);
+  auto& press = static_cast<QKeyEvent&>(*event);
+  return watched == search_ ? handleKey(press) : handleKeyBesideField(press);
 }
 
-bool ContentView::handleKey(int key, Qt::KeyboardModifiers modifiers) {
-  const auto held = modifiers & ~(Qt::KeypadModifier | Qt::GroupSwitchModifier);
-  if (held == Qt::ControlModifier) return handleCommand(key);
-  if (held != Qt::NoModifier) return false;
-  switch (key) {
-    case Qt::Key_Up:
-      moveSelection(Move::up);
-      return true;
-    case Qt::Key_Down:
-      moveSelection(Move::down);
-      return true;
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-      paste(selectedRow(), false);
-      return true;
-    case Qt::Key_Escape:
-      Q_EMIT dismissRequested();
-      return true;
-    default:
-      return false;
-  }
-}
-
-bool ContentView::handleCommand(int key) {
-  if (key >= Qt::Key_1 && key <= Qt::Key_9) {
-    paste(key - Qt::Key_1, false);
+bool ContentView::handleKeyBesideField(QKeyEvent& event) {
+  const bool plain = !(event.modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier));
+  auto* const button = qobject_cast<QAbstractButton*>(focusWidget());
+  const bool presses = event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+  if (button && plain && presses) {
+    button->click();
     return true;
   }
-  const ClipRef clip = selectedClip();
-  switch (key) {
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-      paste(selectedRow(), true);
-      return true;
-    case Qt::Key_Backspace:
-    case Qt::Key_Delete:
-      if (clip) store_.removeClip(clip->clip.id);
-      return true;
-    case Qt::Key_P:
-      if (clip) store_.togglePin(clip->clip.id);
-      return true;
-    case Qt::Key_T:
-      if (clip && store_.copyRecognizedText(clip->clip)) Q_EMIT pasteRequested();
-      return true;
-    case Qt::Key_Comma:
-      Q_EMIT settingsRequested();
-      return true;
+  if (event.key() == Qt::Key_Space && focusWidget() != list_) return false;
+  if (handleKey(event)) return true;
+  // Whatever is typed is looked for.
+  const QString text = event.text();
+  if (!plain || text.isEmpty() || !text.front().isPrint()) return false;
+  search_->setFocus(Qt::OtherFocusReason);
+  search_->insert(text);
+  return true;
+}
+
+bool ContentView::handleKey(const QKeyEvent& event) {
+  const PanelKeyState state{.hasQuery = !search_->text().isEmpty(),
+                            .canUndo = services_.store.canUndoRemoval()};
+  const auto command = panelCommand(event, services_.keys, state);
+  if (command) run(*command);
+  return command.has_value();
+}
+
+void ContentView::run(const PanelCommand& command) {
+  using Kind = PanelCommand::Kind;
+  // What is done next is done to what was asked for last.
+  model_->finishSearch();
+  switch (command.kind) {
+    case Kind::selectPrevious:
+      return step(-1);
+    case Kind::selectNext:
+      return step(1);
+    case Kind::selectPageUp:
+      return step(-list_->rowsPerPage());
+    case Kind::selectPageDown:
+      return step(list_->rowsPerPage());
+    case Kind::selectFirst:
+      return select(0);
+    case Kind::selectLast:
+      return select(model_->rowCount() - 1);
+    case Kind::nextKind:
+      return tabs_->step(1);
+    case Kind::previousKind:
+      return tabs_->step(-1);
+    case Kind::undoRemoval:
+      return actions_.undoRemoval();
+    case Kind::openSettings:
+      return settingsRequested();
+    case Kind::dismiss:
+      return dismissRequested();
     default:
-      return false;
+      break;
+  }
+  const int row = command.kind == Kind::pasteRow ? command.row : selectedRow();
+  if (row >= 0 && row < model_->rowCount()) runOnClip(command.kind, model_->clipAt(row));
+}
+
+void ContentView::runOnClip(PanelCommand::Kind kind, const ClipRef& ref) {
+  using Kind = PanelCommand::Kind;
+  // Kept alive although the list may let go of it.
+  const ClipRef clip = ref;
+  switch (kind) {
+    case Kind::paste:
+    case Kind::pasteRow:
+      return actions_.paste(clip->clip);
+    case Kind::pastePlain:
+      return actions_.pastePlain(clip->clip);
+    case Kind::pasteRecognizedText:
+      return actions_.pasteRecognizedText(clip->clip);
+    case Kind::openLink:
+      return actions_.openLink(clip->clip);
+    case Kind::remove:
+      return actions_.remove(clip->clip);
+    case Kind::togglePin:
+      return actions_.togglePin(clip->clip);
+    case Kind::toggleQueue:
+      return actions_.toggleQueue(clip->clip);
+    case Kind::chooseCollection:
+      return chooseCollection(clip, clip->clip.collection.value_or(QString()));
+    case Kind::preview:
+      return preview(clip);
+    case Kind::showMenu: {
+      const QRect row = list_->visualRect(list_->currentIndex());
+      return showClipMenu(selectedRow(), list_->viewport()->mapToGlobal(row.center()));
+    }
+    default:
+      return;
   }
 }
 
-void ContentView::paste(int row, bool plainOnly) {
-  if (row < 0 || row >= model_->rowCount()) return;
-  const ClipRef clip = model_->clipAt(row);
-  store_.copyToPasteboard(clip->clip, plainOnly);
-  Q_EMIT pasteRequested();
+void ContentView::preview(const ClipRef& clip) {
+  if (isMasked(clip)) return notice_->say(tr("Este elemento está oculto."));
+  Q_EMIT quickLookRequested(clip);
+}
+
+void ContentView::chooseCollection(const ClipRef& clip, const QString& name) {
+  auto* const sheet = new CollectionSheet(name, services_.store.collections(), this);
+  connect(sheet, &CollectionSheet::assigned, this,
+          [this, clip](const QString& chosen) { actions_.setCollection(clip->clip, chosen); });
+  openSheet(sheet);
+}
+
+void ContentView::confirmClearing() {
+  const int count = static_cast<int>(services_.store.items().unpinnedCount());
+  auto* const sheet = new ConfirmSheet(
+      tr("¿Borrar el historial?"),
+      tr("Se borrarán %n elemento(s). Los fijados se conservan. No se puede deshacer.", nullptr, count),
+      tr("Borrar"), this);
+  connect(sheet, &ConfirmSheet::confirmed, this, [this] {
+    notice_->dismiss();
+    services_.store.clearHistory();
+  });
+  openSheet(sheet);
+}
+
+void ContentView::openSheet(PanelSheet* sheet) {
+  if (sheet_) sheet_->cancel();
+  sheet_ = sheet;
+  connect(sheet, &PanelSheet::closed, this, [this] { search_->setFocus(Qt::OtherFocusReason); });
+  sheet->open();
+}
+
+void ContentView::showClipMenu(int row, const QPoint& position) {
+  select(row);
+  menus_->clipMenu(model_->clipAt(row), model_->secrecyOf(row))->popup(position);
+}
+
+void ContentView::placeNotice() {
+  notice_->setGeometry(10, height() - hint_->height() - notice_->height() - 8, width() - 20,
+                       notice_->height());
+}
+
+void ContentView::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  painter.fillRect(0, list_->y() - 4, width(), 1, panelTheme(palette()).hairline);
+}
+
+void ContentView::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  placeNotice();
 }
 
 void ContentView::changeEvent(QEvent* event) {
@@ -245,9 +432,7 @@ void ContentView::applyTheme() {
   QPalette colors = list_->palette();
   colors.setColor(QPalette::Base, Qt::transparent);
   if (colors != list_->palette()) list_->setPalette(colors);
-  const PanelTheme theme = panelTheme(palette());
-  list_->verticalScrollBar()->setStyleSheet(scrollBarStyle(theme));
-  gear_->setIcon(symbols::icon(QStringLiteral("gearshape"), theme.secondaryText));
+  list_->verticalScrollBar()->setStyleSheet(scrollBarStyle(panelTheme(palette())));
 }
 
 }  // namespace nimbrel

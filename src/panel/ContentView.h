@@ -1,32 +1,42 @@
 #pragma once
 
-#include <QListView>
-#include <QToolButton>
+#include <QPointer>
 #include <QUuid>
 #include <QWidget>
 #include <optional>
 
-#include "capture/ClipboardStore.h"
-#include "panel/ClipListModel.h"
-#include "panel/HintLine.h"
-#include "panel/SearchField.h"
-#include "platform/Clock.h"
+#include "panel/PanelCommand.h"
+#include "panel/PanelServices.h"
 
 namespace nimbrel {
 
-/// The content of the panel: the search field, which keeps the keyboard, the list of clips, and the line of
-/// hints.
+class ClipListView;
+class FilterChips;
+class HintLine;
+class KindTabs;
+class NoticeBar;
+class PanelMenus;
+class PanelSheet;
+class RowActions;
+class SearchField;
+class StatusBanners;
+class SymbolButton;
+
+/// The content of the panel: the search field, which keeps the keyboard, the tabs, filters and banners, the
+/// list of clips, and the line of hints.
 class ContentView final : public QWidget {
   Q_OBJECT
 
  public:
-  /// Store and clock must outlive the view.
-  ContentView(ClipboardStore& store, const Clock& clock, QWidget* parent);
+  ContentView(const PanelServices& services, QWidget* parent);
+  ~ContentView() override;
 
-  /// Makes the view ready for a new use: no query, the first clip selected, the search field focused.
+  /// Makes the view ready for a new use: no query, the first clip selected, the search field focused. Tab and
+  /// filters stay.
   void panelDidShow();
 
-  /// Forgets the query, so that the next use begins with the whole list already laid out.
+  /// Ends what was going on: every secret is masked again, nothing can be undone any more, and the next use
+  /// begins with the whole list already laid out.
   void panelDidHide();
 
   /// The selected clip; null when there is none.
@@ -37,33 +47,66 @@ class ContentView final : public QWidget {
   void pasteRequested();
   void dismissRequested();
   void settingsRequested();
+  void quitRequested();
+  /// The preview of a clip is to be opened, or closed when it is open. Never for a masked clip.
+  void quickLookRequested(const nimbrel::ClipRef& clip);
+  /// Another clip is selected.
+  void quickLookSelectionChanged(const nimbrel::ClipRef& clip);
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
   void changeEvent(QEvent* event) override;
 
  private:
-  enum class Move { up, down };
-
-  void buildLayout(const Clock& clock);
+  void buildLayout();
+  void buildList();
   void followModel();
+  void followActions();
+  void followMenus();
   void applyTheme();
-  void setQuery(const QString& query);
+
+  void setQueryText(const QString& text);
+  void setFilter(const ClipFilter& filter);
+  void search();
+
   void select(int row);
-  void moveSelection(Move move);
+  void step(int rows);
   void keepSelection();
   void updateState();
-  [[nodiscard]] bool handleKey(int key, Qt::KeyboardModifiers modifiers);
-  [[nodiscard]] bool handleCommand(int key);
-  void paste(int row, bool plainOnly);
   [[nodiscard]] int selectedRow() const;
+  [[nodiscard]] bool isMasked(const ClipRef& clip) const;
 
-  ClipboardStore& store_;
+  [[nodiscard]] bool handleKey(const QKeyEvent& event);
+  [[nodiscard]] bool handleKeyBesideField(QKeyEvent& event);
+  void run(const PanelCommand& command);
+  void runOnClip(PanelCommand::Kind kind, const ClipRef& clip);
+
+  void preview(const ClipRef& clip);
+  void chooseCollection(const ClipRef& clip, const QString& name);
+  void confirmClearing();
+  void openSheet(PanelSheet* sheet);
+  void showClipMenu(int row, const QPoint& position);
+  void placeNotice();
+
+  PanelServices services_;
   ClipListModel* model_;
+  ClipActions actions_;
   SearchField* search_;
-  QListView* list_;
-  QToolButton* gear_;
+  SymbolButton* filterButton_;
+  SymbolButton* gear_;
+  KindTabs* tabs_;
+  FilterChips* chips_;
+  StatusBanners* banners_;
+  ClipListView* list_;
+  ClipRow* rows_;
+  RowActions* rowActions_;
+  NoticeBar* notice_;
   HintLine* hint_;
+  PanelMenus* menus_;
+  QPointer<PanelSheet> sheet_;
+  ClipQuery query_;
   /// Outlives the selection of the list view, which goes with every rebuilt model.
   std::optional<QUuid> selectedId_;
 };

@@ -16,6 +16,10 @@ class Pasteboard {
  public:
   virtual ~Pasteboard() = default;
 
+  /// Whether the user lets this program read what others copy.
+  enum class Access { standard, ask, alwaysAllow, alwaysDeny };
+  [[nodiscard]] virtual Access access() const = 0;
+
   /// Says what to read of later changes; must be called before changes are of interest.
   virtual void setReadPolicy(const PasteboardReadPolicy& policy) = 0;
 

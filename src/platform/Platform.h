@@ -11,6 +11,7 @@
 #include "platform/KeyReader.h"
 #include "platform/KeystrokePoster.h"
 #include "platform/LoginItem.h"
+#include "platform/Opener.h"
 #include "platform/PanelWindow.h"
 #include "platform/Pasteboard.h"
 #include "platform/SecretStore.h"
@@ -34,6 +35,7 @@ struct Platform final {
   std::unique_ptr<ImageCodec> imageCodec;
   std::unique_ptr<TextRecognizer> textRecognizer;
   std::unique_ptr<Workspace> workspace;
+  std::unique_ptr<Opener> opener;
   std::unique_ptr<Pasteboard> pasteboard;
   std::unique_ptr<HotKeyRegistrar> hotKeys;
   std::unique_ptr<KeyReader> keys;

@@ -13,12 +13,13 @@ struct SecretItem final {
 
 /// The outcome of looking a secret up.
 struct SecretLookup final {
-  enum class Outcome { found, notFound, failed };
+  /// `unavailable` means that there is no key store to be asked.
+  enum class Outcome { found, notFound, unavailable, failed };
 
   Outcome outcome = Outcome::failed;
   /// The stored bytes, whatever their length; empty unless found.
   QByteArray secret;
-  /// The system's error code; 0 unless failed.
+  /// The system's error code; 0 when it was found or there is none.
   int status = 0;
 };
 

@@ -111,14 +111,17 @@ bool HistoryCipher::isSealed(const QByteArray& data) {
   return data.startsWith(kMagic);
 }
 
-bool HistoryCipher::hasKey() {
-  return key() != nullptr;
+HistoryCipher::KeyState HistoryCipher::keyState() {
+  static_cast<void>(key());
+  return keyState_;
 }
 
 const HistoryCipher::Key* HistoryCipher::key() {
   std::call_once(loaded_, [this] {
     QByteArray bytes = loadOrCreateKey();
-    if (bytes.size() == kKeyBytes) key_ = std::make_unique<Key>(std::move(bytes));
+    if (bytes.size() != kKeyBytes) return;
+    key_ = std::make_unique<Key>(std::move(bytes));
+    keyState_ = KeyState::ready;
   });
   return key_.get();
 }
@@ -129,6 +132,7 @@ QByteArray HistoryCipher::loadOrCreateKey() {
   if (lookup.outcome == SecretLookup::Outcome::found && lookup.secret.size() == kKeyBytes)
     return lookup.secret;
   wipe(lookup.secret);
+  if (lookup.outcome != SecretLookup::Outcome::unavailable) keyState_ = KeyState::unreadable;
   qCCritical(clipboardLog, "Llavero: no se pudo leer la clave (OSStatus %d)", lookup.status);
   return {};
 }

@@ -39,7 +39,16 @@ class HistoryCipher final {
   [[nodiscard]] static bool isSealed(const QByteArray& data);
 
   /// Whether there is a history key: the history is encrypted at rest.
-  [[nodiscard]] bool hasKey();
+  [[nodiscard]] bool hasKey() { return keyState() == KeyState::ready; }
+
+  enum class KeyState {
+    ready,
+    /// There is no key store, or it did not take a new key.
+    unavailable,
+    /// The key store has a key, or may have one, that could not be read.
+    unreadable,
+  };
+  [[nodiscard]] KeyState keyState();
 
  private:
   struct Key;
@@ -52,6 +61,7 @@ class HistoryCipher final {
   SecretStore& secrets_;
   RandomSource& random_;
   std::once_flag loaded_;
+  KeyState keyState_ = KeyState::unavailable;
   std::unique_ptr<Key> key_;
 };
 

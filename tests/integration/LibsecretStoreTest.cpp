@@ -66,7 +66,7 @@ TEST(LibsecretStoreWithoutBus, FailsInsteadOfFindingNothing) {
   if (!qEnvironmentVariableIsSet("NIMBREL_TEST_WITHOUT_BUS")) return;
   LibsecretStore store;
   const SecretLookup lookup = store.find({u"Nimbrel.test"_s, u"x"_s});
-  EXPECT_EQ(lookup.outcome, SecretLookup::Outcome::failed);
+  EXPECT_EQ(lookup.outcome, SecretLookup::Outcome::unavailable);
   EXPECT_NE(lookup.status, 0);
 }
 

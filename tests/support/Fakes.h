@@ -18,6 +18,7 @@
 #include "platform/KeyReader.h"
 #include "platform/KeystrokePoster.h"
 #include "platform/LoginItem.h"
+#include "platform/Opener.h"
 #include "platform/PanelWindow.h"
 #include "platform/Pasteboard.h"
 #include "platform/SecretStore.h"
@@ -47,18 +48,20 @@ class ManualClock final : public Clock {
 /// A pasteboard that other programs "copy" to with `copy`.
 class FakePasteboard final : public Pasteboard {
  public:
-  void setReadPolicy(const PasteboardReadPolicy& given) override { policy = given; }
+  [[nodiscard]] Access access() const override { return given; }
+  void setReadPolicy(const PasteboardReadPolicy& wanted) override { policy = wanted; }
   [[nodiscard]] qint64 changeCount() const override { return count; }
   [[nodiscard]] QList<PasteboardSnapshot> changesAfter(qint64 after) override;
   [[nodiscard]] std::optional<QString> currentText() const override { return text; }
   std::optional<qint64> write(const PasteboardContent& content) override;
   std::optional<qint64> clearIfUnchanged(qint64 expected) override;
-  void setChangeHandler(std::function<void()> given) override { handler = std::move(given); }
+  void setChangeHandler(std::function<void()> wanted) override { handler = std::move(wanted); }
 
   /// Somebody else's change; the store hears of it at its next tick.
   void copy(PasteboardSnapshot snapshot);
   void copyText(const QString& copied);
 
+  Access given = Access::standard;
   PasteboardReadPolicy policy;
   qint64 count = 0;
   std::optional<QString> text;
@@ -114,6 +117,27 @@ class FakeAccessibilityTrust final : public AccessibilityTrust {
   void request() override { ++requests; }
   bool trusted = true;
   int requests = 0;
+};
+
+/// Remembers what was opened.
+class FakeOpener final : public Opener {
+ public:
+  bool openUrl(const QUrl& url) override { return note(url.toString()); }
+  bool reveal(const QList<QUrl>& files) override {
+    return note(QStringLiteral("reveal ") + files.value(0).toString());
+  }
+  bool openPrivacySettings() override { return note(QStringLiteral("privacy")); }
+  bool openKeyStore() override { return note(QStringLiteral("keys")); }
+
+  QStringList opened;
+  /// Nothing is installed.
+  bool bare = false;
+
+ private:
+  bool note(const QString& what) {
+    if (!bare) opened.append(what);
+    return !bare;
+  }
 };
 
 class FakeStatusItem final : public StatusItem {

@@ -2,18 +2,26 @@
 
 namespace nimbrel {
 
-PermissionState::PermissionState(AccessibilityTrust& trust)
-    : trust_(trust), accessibilityGranted_(trust.isTrusted()) {}
+PermissionState::PermissionState(AccessibilityTrust& trust, const Pasteboard& pasteboard, Opener& opener)
+    : trust_(trust), pasteboard_(pasteboard), opener_(opener) {
+  recheck();
+}
 
 void PermissionState::recheck() {
   const bool granted = trust_.isTrusted();
-  if (granted == accessibilityGranted_) return;
+  const bool blocked = pasteboard_.access() == Pasteboard::Access::alwaysDeny;
+  if (granted == accessibilityGranted_ && blocked == pasteboardBlocked_) return;
   accessibilityGranted_ = granted;
+  pasteboardBlocked_ = blocked;
   Q_EMIT changed();
 }
 
 void PermissionState::requestAccessibility() {
   trust_.request();
+}
+
+bool PermissionState::openPrivacySettings() {
+  return opener_.openPrivacySettings();
 }
 
 }  // namespace nimbrel

@@ -3,6 +3,8 @@
 #include <QObject>
 
 #include "platform/AccessibilityTrust.h"
+#include "platform/Opener.h"
+#include "platform/Pasteboard.h"
 
 namespace nimbrel {
 
@@ -11,11 +13,14 @@ class PermissionState final : public QObject {
   Q_OBJECT
 
  public:
-  /// The port must outlive this.
-  explicit PermissionState(AccessibilityTrust& trust);
+  /// The ports must outlive this.
+  PermissionState(AccessibilityTrust& trust, const Pasteboard& pasteboard, Opener& opener);
 
   /// Whether the program may press keys for the user.
   [[nodiscard]] bool accessibilityGranted() const { return accessibilityGranted_; }
+
+  /// Whether the user never lets the program read the pasteboard.
+  [[nodiscard]] bool pasteboardBlocked() const { return pasteboardBlocked_; }
 
   /// Asks the desktop again.
   void recheck();
@@ -23,12 +28,18 @@ class PermissionState final : public QObject {
   /// Asks the user for the trust, whether or not it has been given already.
   void requestAccessibility();
 
+  /// Opens the system's settings about privacy; false when there are none.
+  bool openPrivacySettings();
+
  Q_SIGNALS:
   void changed();
 
  private:
   AccessibilityTrust& trust_;
-  bool accessibilityGranted_;
+  const Pasteboard& pasteboard_;
+  Opener& opener_;
+  bool accessibilityGranted_ = false;
+  bool pasteboardBlocked_ = false;
 };
 
 }  // namespace nimbrel

@@ -52,8 +52,16 @@ int statusOf(const Error& error) {
   return error && error->code != 0 ? error->code : -1;
 }
 
+/// Whether nobody offers a Secret Service.
+bool isUnavailable(const Error& error) {
+  return g_error_matches(error.get(), G_DBUS_ERROR, G_DBUS_ERROR_SERVICE_UNKNOWN) ||
+         g_error_matches(error.get(), G_DBUS_ERROR, G_DBUS_ERROR_NAME_HAS_NO_OWNER);
+}
+
 SecretLookup failed(const Error& error) {
-  return {.outcome = SecretLookup::Outcome::failed, .secret = {}, .status = statusOf(error)};
+  const auto outcome =
+      isUnavailable(error) ? SecretLookup::Outcome::unavailable : SecretLookup::Outcome::failed;
+  return {.outcome = outcome, .secret = {}, .status = statusOf(error)};
 }
 
 /// The bytes that were stored: what is no Base64 text was not stored by this program and is given back as it
@@ -90,7 +98,7 @@ SecretLookup LibsecretStore::find(const SecretItem& item) {
   GError* raw = nullptr;
   const Service service(secret_service_get_sync(SECRET_SERVICE_OPEN_SESSION, nullptr, &raw));
   const Error serviceError(raw);
-  if (!service) return failed(serviceError);
+  if (!service) return {SecretLookup::Outcome::unavailable, {}, statusOf(serviceError)};
   raw = nullptr;
   // Locked items count as existing: a second key must never be made beside one that is only out of reach.
   const Attributes attributes = attributesOf(item);

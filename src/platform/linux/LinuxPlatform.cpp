@@ -16,6 +16,7 @@
 #include "platform/linux/X11Workspace.h"
 #include "platform/linux/XdgApplicationCatalog.h"
 #include "platform/linux/XdgAutostart.h"
+#include "platform/linux/XdgOpener.h"
 #include "platform/linux/imaging/ConfinedImaging.h"
 
 namespace nimbrel {
@@ -62,6 +63,7 @@ Platform makePlatform() {
   platform.termination = std::make_unique<UnixTerminationSignal>();
   platform.secrets = std::make_unique<LibsecretStore>();
   platform.workspace = std::make_unique<X11Workspace>(desktop->session, desktop->entries);
+  platform.opener = std::make_unique<XdgOpener>();
   platform.hotKeys = std::make_unique<X11HotKeyRegistrar>(desktop->session);
   platform.keys = std::make_unique<X11KeyReader>(desktop->session);
   platform.keystrokes = std::make_unique<X11KeystrokePoster>(desktop->session, desktop->entries, *pasteboard);

@@ -30,6 +30,7 @@ class AppDelegateTest : public ::testing::Test {
     keep(platform.secrets, secrets);
     keep(platform.workspace, workspace);
     keep(platform.pasteboard, pasteboard);
+    keep(platform.opener, opener);
     keep(platform.hotKeys, hotKeys);
     keep(platform.keystrokes, keystrokes);
     keep(platform.keys, keys);
@@ -86,6 +87,7 @@ class AppDelegateTest : public ::testing::Test {
   FakeSecretStore* secrets = nullptr;
   FakeWorkspace* workspace = nullptr;
   FakePasteboard* pasteboard = nullptr;
+  FakeOpener* opener = nullptr;
   FakeHotKeyRegistrar* hotKeys = nullptr;
   FakeKeystrokePoster* keystrokes = nullptr;
   FakeKeyReader* keys = nullptr;

@@ -4,7 +4,7 @@
 
 #include <QTest>
 
-#include "support/StoreFixture.h"
+#include "support/PanelFixture.h"
 
 namespace nimbrel {
 namespace {
@@ -12,16 +12,15 @@ namespace {
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
-class PanelControllerTest : public testing::StoreFixture {
+class PanelControllerTest : public testing::PanelFixture {
  protected:
   PanelControllerTest() {
     launch();
     copyText(u"hola"_s);
     controller =
-        std::make_unique<PanelController>(PanelParts{.store = store(),
-                                                     .permission = permission,
+        std::make_unique<PanelController>(PanelParts{.services = services(),
                                                      .keystrokes = keystrokes,
-                                                     .clock = clock,
+                                                     .defaults = defaults,
                                                      .makeWindow = [this](QWidget& widget) {
                                                        auto made =
                                                            std::make_unique<testing::FakePanelWindow>(widget);
@@ -35,9 +34,8 @@ class PanelControllerTest : public testing::StoreFixture {
     QTest::keyClick(controller->content().findChild<QLineEdit*>(u"searchField"_s), key);
   }
 
-  testing::FakeAccessibilityTrust trust;
-  PermissionState permission{trust};
   testing::FakeKeystrokePoster keystrokes;
+  testing::FakeUserDefaults defaults;
   testing::FakePanelWindow* window = nullptr;
   std::unique_ptr<PanelController> controller;
 };

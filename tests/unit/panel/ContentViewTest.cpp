@@ -7,21 +7,21 @@
 #include <QSignalSpy>
 #include <QTest>
 
-#include "support/StoreFixture.h"
+#include "support/PanelFixture.h"
 
 namespace nimbrel {
 namespace {
 
 using namespace Qt::StringLiterals;
 
-class ContentViewTest : public testing::StoreFixture {
+class ContentViewTest : public testing::PanelFixture {
  protected:
   /// A panel over clips with the texts "1" to `count`, the newest first.
   void show(int count) {
     launch();
     for (int i = count; i >= 1; --i)
       copyText(QString::number(i));
-    view = std::make_unique<ContentView>(store(), clock, nullptr);
+    view = std::make_unique<ContentView>(services(), nullptr);
     tester = std::make_unique<QAbstractItemModelTester>(
         list()->model(), QAbstractItemModelTester::FailureReportingMode::Fatal);
     view->resize(480, 440);
@@ -104,7 +104,7 @@ TEST_F(ContentViewTest, PastesWithoutFormattingWithCommandReturn) {
   rich.rtf = "{\\rtf1 hola}";
   pasteboard.copy(rich);
   store().tick();
-  view = std::make_unique<ContentView>(store(), clock, nullptr);
+  view = std::make_unique<ContentView>(services(), nullptr);
   press(Qt::Key_Return);
   EXPECT_TRUE(pasteboard.writes.last().rtf);
   press(Qt::Key_Return, Qt::ControlModifier);
@@ -170,7 +170,7 @@ TEST_F(ContentViewTest, HintsAtWhatTheSelectedClipCanDo) {
   launch();
   copyText(u"hola"_s);
   copyText(u"https://example.org"_s);
-  view = std::make_unique<ContentView>(store(), clock, nullptr);
+  view = std::make_unique<ContentView>(services(), nullptr);
   auto* const hint = view->findChild<QWidget*>(u"hintLine"_s);
   EXPECT_TRUE(hint->accessibleName().contains(u"⌘O abrir enlace"));
   press(Qt::Key_Down);
@@ -214,7 +214,7 @@ TEST_F(ContentViewTest, NeverGivesTheTextOfASensitiveClipAway) {
   launch();
   grader.grades = {{u"sk-abcdef"_s, SensitivityLevel::hard}};
   copyText(u"sk-abcdef"_s);
-  view = std::make_unique<ContentView>(store(), clock, nullptr);
+  view = std::make_unique<ContentView>(services(), nullptr);
   const QModelIndex index = list()->model()->index(0, 0);
   for (int role = 0; role < Qt::UserRole + 16; ++role)
     EXPECT_FALSE(index.data(role).toString().contains(u"abcdef")) << role;
@@ -243,7 +243,7 @@ TEST_F(ContentViewTest, PaintsLongAndStrangeTexts) {
   for (const QString& text : {QString(100'000, u'W'), u"שלום עולם"_s, u"👩‍👩‍👧\t\n\u0301"_s,
                               QString(QChar(0xd800)), QString(u'\0')})
     copyText(text + u'x');
-  view = std::make_unique<ContentView>(store(), clock, nullptr);
+  view = std::make_unique<ContentView>(services(), nullptr);
   view->resize(340, 440);
   view->show();
   const QImage picture = view->grab().toImage();

@@ -1,0 +1,75 @@
+#pragma once
+
+#include <QListView>
+
+#include "panel/ClipListModel.h"
+#include "panel/RowGeometry.h"
+
+namespace nimbrel {
+
+/// The list of clips: low rows for texts and tall ones for images, laid out by arithmetic, so that it opens at
+/// once however long it is. What changes above the row under the pointer never moves that row. It says what is
+/// missing when it is empty.
+class ClipListView final : public QListView {
+  Q_OBJECT
+
+ public:
+  explicit ClipListView(QWidget* parent);
+
+  void setClips(ClipListModel* model);
+  void setEmptyText(const QString& text);
+  [[nodiscard]] const QString& emptyText() const { return emptyText_; }
+
+  /// The row under the pointer; invalid when there is none.
+  [[nodiscard]] QModelIndex hovered() const { return hovered_; }
+
+  [[nodiscard]] QRect visualRect(const QModelIndex& index) const override;
+  [[nodiscard]] QModelIndex indexAt(const QPoint& point) const override;
+  void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
+  void doItemsLayout() override;
+  void reset() override;
+
+  /// How many rows fit, for a step by the page.
+  [[nodiscard]] int rowsPerPage() const;
+
+ Q_SIGNALS:
+  /// Rows are somewhere else, or another one is under the pointer.
+  void rowsShifted();
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+  void moveEvent(QMoveEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+  void scrollContentsBy(int dx, int dy) override;
+  void updateGeometries() override;
+  bool viewportEvent(QEvent* event) override;
+  void startDrag(Qt::DropActions actions) override;
+  /// The keys belong to the panel.
+  void keyPressEvent(QKeyEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
+  [[nodiscard]] int verticalOffset() const override;
+  [[nodiscard]] int horizontalOffset() const override { return 0; }
+  [[nodiscard]] QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
+  void setSelection(const QRect& rect, QItemSelectionModel::SelectionFlags flags) override;
+  [[nodiscard]] QRegion visualRegionForSelection(const QItemSelection& selection) const override;
+  void dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight,
+                   const QList<int>& roles) override;
+
+ private:
+  void onInserted(int first, int last);
+  void onRemoved(int first, int last);
+  void shift();
+  void paintEmpty(QPainter& painter) const;
+  void hoverAt(const QPoint& point);
+  [[nodiscard]] bool isAnchored() const;
+
+  ClipListModel* clips_ = nullptr;
+  RowGeometry geometry_;
+  QString emptyText_;
+  QPersistentModelIndex hovered_;
+  /// How far the list's upper edge has moved down since it was last laid out.
+  int movedBy_ = 0;
+};
+
+}  // namespace nimbrel

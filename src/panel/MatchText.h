@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QByteArray>
+#include <QList>
+#include <QString>
+#include <QStringView>
+
+namespace nimbrel {
+
+/// A part of a text, in UTF-16 units.
+struct TextRange final {
+  qsizetype start = 0;
+  qsizetype length = 0;
+
+  [[nodiscard]] qsizetype end() const { return start + length; }
+  bool operator==(const TextRange&) const = default;
+};
+
+/// Where the terms of a search are in a text, regardless of case and diacritics; in order, apart from each
+/// other, each with the marks that belong to its last letter. The terms are folded.
+[[nodiscard]] QList<TextRange> matchRanges(QStringView text, const QList<QByteArray>& terms);
+
+/// A match in the middle of a long text, with some words around it in one line.
+struct Excerpt final {
+  QString text;
+  /// The matches in it.
+  QList<TextRange> matches;
+
+  [[nodiscard]] bool isEmpty() const { return text.isEmpty(); }
+};
+
+/// The surroundings of the first match at or after a position; empty when there is none in the part of the
+/// text that search sees.
+[[nodiscard]] Excerpt excerptOf(const QString& text, const QList<QByteArray>& terms, qsizetype from);
+
+}  // namespace nimbrel
