@@ -7,6 +7,9 @@
 #include "capture/ClipFiles.h"
 #include "capture/ClipboardStore.h"
 #include "capture/DetectingTextGrader.h"
+#include "platform/AccessibilityTrust.h"
+#include "platform/KeyReader.h"
+#include "platform/Opener.h"
 #include "platform/PasteboardTypes.h"
 #include "storage/HistoryCipher.h"
 #include "storage/RandomSource.h"
@@ -49,6 +52,25 @@ class NoWorkspace final : public Workspace {
  public:
   [[nodiscard]] std::optional<RunningApplication> frontmostApplication() const override { return {}; }
   [[nodiscard]] std::optional<RunningApplication> frontmostOtherApplication() const override { return {}; }
+};
+
+class NoOpener final : public Opener {
+ public:
+  bool openUrl(const QUrl&) override { return false; }
+  bool reveal(const QList<QUrl>&) override { return false; }
+  bool openPrivacySettings() override { return false; }
+  bool openKeyStore() override { return false; }
+};
+
+class FullTrust final : public AccessibilityTrust {
+ public:
+  [[nodiscard]] bool isTrusted() const override { return true; }
+  void request() override {}
+};
+
+class NoKeys final : public KeyReader {
+ public:
+  [[nodiscard]] std::optional<PressedKey> read(const QKeyEvent&) const override { return {}; }
 };
 
 class NoImages final : public ImageCodec {

@@ -12,12 +12,10 @@ namespace {
 constexpr int kThickness = 5;
 constexpr int kCorner = 12;
 
-constexpr std::array<Qt::Edges, 8> kEdges{
-    Qt::LeftEdge,  Qt::RightEdge,
-    Qt::TopEdge,   Qt::BottomEdge,
-    // Corners last, above the edges.
-    Qt::LeftEdge | Qt::TopEdge, Qt::RightEdge | Qt::TopEdge,
-    Qt::LeftEdge | Qt::BottomEdge, Qt::RightEdge | Qt::BottomEdge};
+constexpr std::array<Qt::Edges, 8> kEdges{Qt::LeftEdge, Qt::RightEdge, Qt::TopEdge, Qt::BottomEdge,
+                                          // Corners last, above the edges.
+                                          Qt::LeftEdge | Qt::TopEdge, Qt::RightEdge | Qt::TopEdge,
+                                          Qt::LeftEdge | Qt::BottomEdge, Qt::RightEdge | Qt::BottomEdge};
 
 Qt::CursorShape cursorOf(Qt::Edges edges) {
   if (edges == Qt::LeftEdge || edges == Qt::RightEdge) return Qt::SizeHorCursor;

@@ -1,6 +1,7 @@
 #include "capture/HistorySearch.h"
 
 #include <algorithm>
+#include <future>
 #include <string_view>
 
 #include "capture/model/TextRules.h"
@@ -45,6 +46,38 @@ bool matches(const IndexedClip& clip, const QList<QByteArray>& terms) {
 
 /// How many clips are looked at before the search asks whether it is still wanted.
 constexpr qsizetype kStride = 1024;
+/// So many clips are worth a second thread.
+constexpr qsizetype kWorthSharing = 4096;
+/// How far ahead a clip is fetched, so that it has come when it is looked at.
+constexpr qsizetype kFetchAhead = 16;
+
+void fetch(const HistorySnapshot& history, qsizetype row) {
+  if (row + kFetchAhead < history.size()) history.at(row + kFetchAhead)->fetch();
+  if (row + kFetchAhead / 2 < history.size()) history.at(row + kFetchAhead / 2)->fetchBody();
+}
+
+/// The accepted clips of a part of the history.
+template <typename Accepts>
+FoundClips scan(const HistorySnapshot& history, qsizetype from, qsizetype to, const Accepts& accepts,
+                const std::stop_token& stop) {
+  FoundClips found;
+  for (qsizetype row = from; row < to; ++row) {
+    if (row % kStride == 0 && stop.stop_requested()) break;
+    fetch(history, row);
+    const ClipRef& clip = history.at(row);
+    if (!accepts(*clip)) continue;
+    if (clip->clip.isImage()) found.imageRows.append(static_cast<int>(found.clips.size()));
+    found.clips.append(clip);
+  }
+  return found;
+}
+
+void append(FoundClips& found, const FoundClips& more) {
+  const int before = static_cast<int>(found.clips.size());
+  for (const int row : more.imageRows)
+    found.imageRows.append(before + row);
+  found.clips += more.clips;
+}
 
 }  // namespace
 
@@ -53,17 +86,17 @@ FoundClips findClips(const ClipQuery& query, const HistorySnapshot& history, Cli
   const Query split = splitQuery(query.text);
   const auto indexed = split.longTerms.isEmpty() ? std::nullopt : database.search(split.longTerms);
   const QList<QByteArray> terms = indexed ? split.shortTerms : split.longTerms + split.shortTerms;
-  FoundClips found;
-  for (qsizetype row = 0; row < history.size(); ++row) {
-    if (row % kStride == 0 && stop.stop_requested()) break;
-    const ClipRef& clip = history.at(row);
+  const auto accepts = [&](const IndexedClip& clip) {
     // The index may lag behind the history, so what it found counts only for clips that are there.
-    if (indexed && !indexed->contains(clip->clip.id)) continue;
-    if (!passesFilter(clip->clip, query.filter)) continue;
-    if (!query.text.isEmpty() && !matches(*clip, terms)) continue;
-    if (clip->clip.isImage()) found.imageRows.append(static_cast<int>(found.clips.size()));
-    found.clips.append(clip);
-  }
+    return (!indexed || indexed->contains(clip.clip.id)) && passesFilter(clip.clip, query.filter) &&
+           (query.text.isEmpty() || matches(clip, terms));
+  };
+  const qsizetype size = history.size();
+  if (size < kWorthSharing) return scan(history, 0, size, accepts, stop);
+  // What takes time is waiting for memory, which two can do at once.
+  auto second = std::async(std::launch::async, [&] { return scan(history, size / 2, size, accepts, stop); });
+  FoundClips found = scan(history, 0, size / 2, accepts, stop);
+  append(found, second.get());
   return found;
 }
 

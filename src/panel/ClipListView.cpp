@@ -264,8 +264,8 @@ void ClipListView::paintEmpty(QPainter& painter) const {
   QRect square(0, 0, kSymbol, kSymbol);
   square.moveCenter(area.center() - QPoint(0, kSymbol));
   const bool searched = !clips_ || !clips_->query().matchesAll();
-  symbols::draw(painter, square, searched ? QStringLiteral("magnifyingglass") : QStringLiteral("doc.on.clipboard"),
-                faint);
+  symbols::draw(painter, square,
+                searched ? QStringLiteral("magnifyingglass") : QStringLiteral("doc.on.clipboard"), faint);
   painter.setFont(panelFont(13));
   painter.setPen(theme.secondaryText);
   painter.drawText(area, Qt::AlignCenter, emptyText_);

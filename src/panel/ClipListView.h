@@ -7,9 +7,9 @@
 
 namespace nimbrel {
 
-/// The list of clips: low rows for texts and tall ones for images, laid out by arithmetic, so that it opens at
-/// once however long it is. What changes above the row under the pointer never moves that row. It says what is
-/// missing when it is empty.
+/// The list of clips: low rows for texts and tall ones for images, laid out by arithmetic, so that it opens
+/// at once however long it is. What changes above the row under the pointer never moves that row. It says
+/// what is missing when it is empty.
 class ClipListView final : public QListView {
   Q_OBJECT
 

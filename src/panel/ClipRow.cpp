@@ -186,8 +186,7 @@ void ClipRow::drawIcon(QPainter& painter, const QRect& area, const ClipItem& cli
   if (!picture.isNull()) return drawPicture(painter, area, picture, theme);
   QRect tile(0, 0, 28, 28);
   tile.moveCenter(area.center());
-  const QPixmap icon =
-      icons_ && clip.sourceBundleID ? icons_(*clip.sourceBundleID, tile.width()) : QPixmap();
+  const QPixmap icon = icons_ && clip.sourceBundleID ? icons_(*clip.sourceBundleID, tile.width()) : QPixmap();
   if (icon.isNull()) return drawTile(painter, tile, clip);
   painter.drawPixmap(tile, icon);
 }

@@ -92,8 +92,7 @@ QList<RowDetail> rowDetails(const IndexedClip& indexed, Secrecy secrecy, const Q
     if (!symbol.isEmpty() || !text.isEmpty()) details.append({symbol, text});
   };
   if (secrecy == Secrecy::masked) add(QStringLiteral("lock.fill"), {});
-  if (secrecy == Secrecy::revealed)
-    add(QStringLiteral("lock.open.fill"), Texts::tr("Elemento desbloqueado"));
+  if (secrecy == Secrecy::revealed) add(QStringLiteral("lock.open.fill"), Texts::tr("Elemento desbloqueado"));
   if (secrecy != Secrecy::masked && traits.isLink) add(QStringLiteral("link"), {});
   if (clip.isFile()) add(QStringLiteral("folder"), {});
   if (clip.isImage() && clip.ocrText && !clip.ocrText->isEmpty()) add(QStringLiteral("text.viewfinder"), {});

@@ -15,7 +15,8 @@ constexpr int kMostCharacters = 80;
 
 QString fieldStyle(const PanelTheme& theme) {
   return QStringLiteral(
-             "QLineEdit { background: %1; color: %2; border: 1px solid %3; border-radius: 7px; padding: 5px 8px; "
+             "QLineEdit { background: %1; color: %2; border: 1px solid %3; border-radius: 7px; padding: 5px "
+             "8px; "
              "selection-background-color: %4; selection-color: %5; }"
              "QLineEdit:focus { border: 2px solid %4; padding: 4px 7px; }")
       .arg(theme.field.name(QColor::HexArgb), theme.text.name(), theme.border.name(QColor::HexArgb),

@@ -78,12 +78,15 @@ ContentView::ContentView(const PanelServices& services, QWidget* parent)
   followActions();
   followMenus();
   connect(search_, &QLineEdit::textChanged, this, &ContentView::setQueryText);
-  connect(tabs_, &KindTabs::kindChosen, this,
-          [this](ClipKind kind) { setFilter({kind, query_.filter.app, query_.filter.collection}); });
-  connect(chips_, &FilterChips::appCleared, this,
-          [this] { setFilter({query_.filter.kind, {}, query_.filter.collection}); });
-  connect(chips_, &FilterChips::collectionCleared, this,
-          [this] { setFilter({query_.filter.kind, query_.filter.app, {}}); });
+  connect(tabs_, &KindTabs::kindChosen, this, [this](ClipKind kind) {
+    setFilter({kind, query_.filter.app, query_.filter.collection});
+  });
+  connect(chips_, &FilterChips::appCleared, this, [this] {
+    setFilter({query_.filter.kind, {}, query_.filter.collection});
+  });
+  connect(chips_, &FilterChips::collectionCleared, this, [this] {
+    setFilter({query_.filter.kind, query_.filter.app, {}});
+  });
   connect(banners_, &StatusBanners::failed, this, [this](const QString& why) { notice_->say(why); });
   for (QWidget* const child : findChildren<QWidget*>())
     child->installEventFilter(this);
@@ -100,8 +103,9 @@ void ContentView::buildList() {
   list_->setItemDelegate(rows_);
   list_->setContextMenuPolicy(Qt::CustomContextMenu);
   connect(list_, &QListView::clicked, this, [this](const QModelIndex& index) { select(index.row()); });
-  connect(list_, &QListView::doubleClicked, this,
-          [this](const QModelIndex& index) { run({PanelCommand::Kind::pasteRow, index.row()}); });
+  connect(list_, &QListView::doubleClicked, this, [this](const QModelIndex& index) {
+    run({PanelCommand::Kind::pasteRow, index.row()});
+  });
   connect(list_, &QWidget::customContextMenuRequested, this, [this](const QPoint& point) {
     const QModelIndex index = list_->indexAt(point);
     if (index.isValid()) showClipMenu(index.row(), list_->viewport()->mapToGlobal(point));
@@ -154,10 +158,13 @@ void ContentView::followActions() {
   connect(&actions_, &ClipActions::pasteRequested, this, &ContentView::pasteRequested);
   connect(&actions_, &ClipActions::leaveRequested, this, &ContentView::dismissRequested);
   connect(&actions_, &ClipActions::failed, this, [this](const QString& why) { notice_->say(why); });
-  connect(&actions_, &ClipActions::removed, this,
-          [this] { notice_->say(tr("Elemento borrado"), tr("Deshacer")); });
+  connect(&actions_, &ClipActions::removed, this, &ContentView::offerUndo);
   connect(&actions_, &ClipActions::restored, this, [this](const QUuid& id) {
-    notice_->dismiss();
+    // There may be more that was deleted just before.
+    if (services_.store.canUndoRemoval())
+      offerUndo();
+    else
+      notice_->dismiss();
     if (const auto row = model_->rowOf(id)) select(*row);
   });
   connect(&actions_, &ClipActions::unlocked, this, [this](const QUuid& id) { model_->reveal(id); });
@@ -406,6 +413,10 @@ void ContentView::openSheet(PanelSheet* sheet) {
 void ContentView::showClipMenu(int row, const QPoint& position) {
   select(row);
   menus_->clipMenu(model_->clipAt(row), model_->secrecyOf(row))->popup(position);
+}
+
+void ContentView::offerUndo() {
+  notice_->say(tr("Elemento borrado"), tr("Deshacer"));
 }
 
 void ContentView::placeNotice() {

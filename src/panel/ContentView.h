@@ -88,6 +88,7 @@ class ContentView final : public QWidget {
   void confirmClearing();
   void openSheet(PanelSheet* sheet);
   void showClipMenu(int row, const QPoint& position);
+  void offerUndo();
   void placeNotice();
 
   PanelServices services_;

@@ -68,8 +68,7 @@ void KindTabs::paintEvent(QPaintEvent*) {
     const QFont font = panelFont(12, chosen ? QFont::DemiBold : QFont::Normal);
     painter.setFont(font);
     painter.setPen(chosen ? theme.text : theme.secondaryText);
-    const QString shown =
-        QFontMetrics(font).elidedText(tabText(i), Qt::ElideRight, tabRect(i).width() - 6);
+    const QString shown = QFontMetrics(font).elidedText(tabText(i), Qt::ElideRight, tabRect(i).width() - 6);
     painter.drawText(tabRect(i), Qt::AlignCenter, shown);
   }
 }

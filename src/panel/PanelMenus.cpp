@@ -85,8 +85,9 @@ void PanelMenus::addTransforms(QMenu& menu, const ClipRef& clip, Secrecy secrecy
   QMenu* const transforms = menu.addMenu(tr("Pegar transformado"));
   transforms->setObjectName(QStringLiteral("transformsMenu"));
   for (const TextTransform transform : kTextTransforms) {
-    QAction* const action = transforms->addAction(
-        label(transform), this, [this, clip, transform] { actions_.pasteTransformed(clip->clip, transform); });
+    QAction* const action = transforms->addAction(label(transform), this, [this, clip, transform] {
+      actions_.pasteTransformed(clip->clip, transform);
+    });
     action->setData(static_cast<int>(transform));
   }
   // What a secret can be transformed into says something about it.
@@ -124,10 +125,10 @@ void PanelMenus::addLooking(QMenu& menu, const ClipRef& clip, Secrecy secrecy) {
 
 void PanelMenus::addOrganizing(QMenu& menu, const ClipRef& clip) {
   const bool queued = store_.isQueued(clip->clip.id);
-  menu.addAction(
-      menuIcon(menu, queued ? QStringLiteral("list.bullet.circle.fill") : QStringLiteral("list.bullet.circle")),
-      queued ? tr("Quitar de la cola") : tr("Añadir a la cola"), this,
-      [this, clip] { actions_.toggleQueue(clip->clip); });
+  menu.addAction(menuIcon(menu, queued ? QStringLiteral("list.bullet.circle.fill")
+                                       : QStringLiteral("list.bullet.circle")),
+                 queued ? tr("Quitar de la cola") : tr("Añadir a la cola"), this,
+                 [this, clip] { actions_.toggleQueue(clip->clip); });
   addCollections(menu, clip);
   menu.addAction(tr("Nueva colección…"), this, [this, clip] { Q_EMIT newCollectionRequested(clip); });
   menu.addAction(menuIcon(menu, clip->clip.pinned ? QStringLiteral("pin.fill") : QStringLiteral("pin")),
@@ -139,14 +140,16 @@ void PanelMenus::addCollections(QMenu& menu, const ClipRef& clip) {
   QMenu* const collections = menu.addMenu(menuIcon(menu, QStringLiteral("tray")), tr("Asignar a colección"));
   collections->setObjectName(QStringLiteral("collectionsMenu"));
   auto* const group = new QActionGroup(collections);
-  QAction* const none = group->addAction(addChoice(*collections, tr("Sin colección"), !clip->clip.collection));
+  QAction* const none =
+      group->addAction(addChoice(*collections, tr("Sin colección"), !clip->clip.collection));
   connect(none, &QAction::triggered, this, [this, clip] { actions_.setCollection(clip->clip, {}); });
   const QStringList names = store_.collections();
   if (!names.isEmpty()) collections->addSeparator();
   for (const QString& name : names) {
     QAction* const action =
         group->addAction(addChoice(*collections, entryText(menu, name), clip->clip.collection == name));
-    connect(action, &QAction::triggered, this, [this, clip, name] { actions_.setCollection(clip->clip, name); });
+    connect(action, &QAction::triggered, this,
+            [this, clip, name] { actions_.setCollection(clip->clip, name); });
   }
 }
 
@@ -174,8 +177,10 @@ QMenu* PanelMenus::filterMenu(const ClipFilter& filter) {
     add(entryText(*menu, name), filter.collection == name, withCollection(name));
   if (filter.app || filter.collection) {
     menu->addSeparator();
-    menu->addAction(menuIcon(*menu, QStringLiteral("arrow.counterclockwise")), tr("Restablecer filtros"), this,
-                    [this, kind = filter.kind] { Q_EMIT filterChosen({kind, {}, {}}); });
+    menu->addAction(menuIcon(*menu, QStringLiteral("arrow.counterclockwise")), tr("Restablecer filtros"),
+                    this, [this, kind = filter.kind] {
+                      Q_EMIT filterChosen({kind, {}, {}});
+                    });
   }
   return menu;
 }
@@ -184,11 +189,12 @@ QMenu* PanelMenus::gearMenu() {
   QMenu* const menu = makeMenu();
   menu->setObjectName(QStringLiteral("gearMenu"));
   const bool paused = store_.isPaused();
-  menu->addAction(menuIcon(*menu, paused ? QStringLiteral("play.circle.fill") : QStringLiteral("pause.circle")),
-                  paused ? tr("Reanudar captura") : tr("Pausar captura"), this,
-                  [this, paused] { store_.setPaused(!paused); });
-  QAction* const clear = menu->addAction(menuIcon(*menu, QStringLiteral("trash")), tr("Borrar historial"), this,
-                                         &PanelMenus::clearRequested);
+  menu->addAction(
+      menuIcon(*menu, paused ? QStringLiteral("play.circle.fill") : QStringLiteral("pause.circle")),
+      paused ? tr("Reanudar captura") : tr("Pausar captura"), this,
+      [this, paused] { store_.setPaused(!paused); });
+  QAction* const clear = menu->addAction(menuIcon(*menu, QStringLiteral("trash")), tr("Borrar historial"),
+                                         this, &PanelMenus::clearRequested);
   clear->setEnabled(store_.items().unpinnedCount() > 0);
   menu->addSeparator();
   menu->addAction(menuIcon(*menu, QStringLiteral("gearshape")), tr("Ajustes"), this,

@@ -93,7 +93,8 @@ void RowActions::describe(const QModelIndex& index) {
   unlock_->setVisible(masked && actions_.canUnlock());
   unlock_->setSymbol(actions_.isLocked() ? QStringLiteral("touchid") : QStringLiteral("eye"));
   unlock_->setLabel(actions_.isLocked() ? tr("Desbloquear con Touch ID") : tr("Mostrar el contenido"));
-  queue_->setSymbol(queued ? QStringLiteral("list.bullet.circle.fill") : QStringLiteral("list.bullet.circle"));
+  queue_->setSymbol(queued ? QStringLiteral("list.bullet.circle.fill")
+                           : QStringLiteral("list.bullet.circle"));
   queue_->setLabel(queued ? tr("Quitar de la cola") : tr("Añadir a la cola"));
   queue_->setActive(queued);
   pin_->setSymbol(clip_->clip.pinned ? QStringLiteral("pin.fill") : QStringLiteral("pin"));

@@ -21,11 +21,10 @@ StatusBanners::StatusBanners(const StatusSources& sources, QWidget* parent)
   keyless_ = add(new Banner(QStringLiteral("keylessBanner"), QStringLiteral("exclamationmark.shield.fill"),
                             tr("El Llavero no está disponible: el historial se guardará sin cifrar."), {},
                             Banner::Tone::alarm, this));
-  unreadable_ =
-      add(new Banner(QStringLiteral("unreadableKeyBanner"),
-                     QStringLiteral("lock.open.trianglebadge.exclamationmark"),
-                     tr("No se pudo leer la clave del Llavero: el historial se guarda SIN cifrar."),
-                     tr("Abrir Llaveros"), Banner::Tone::alarm, this));
+  unreadable_ = add(new Banner(QStringLiteral("unreadableKeyBanner"),
+                               QStringLiteral("lock.open.trianglebadge.exclamationmark"),
+                               tr("No se pudo leer la clave del Llavero: el historial se guarda SIN cifrar."),
+                               tr("Abrir Llaveros"), Banner::Tone::alarm, this));
   untrusted_ = add(new Banner(QStringLiteral("untrustedBanner"), QStringLiteral("hand.raised"),
                               tr("Para pegar automáticamente, concede el permiso de Accesibilidad."),
                               tr("Conceder"), Banner::Tone::notice, this));

@@ -67,6 +67,18 @@
         <source>Continuidad</source>
         <translation>Continuity</translation>
     </message>
+    <message>
+        <source>Elemento desbloqueado</source>
+        <translation>Item unlocked</translation>
+    </message>
+    <message>
+        <source>En la colección %1</source>
+        <translation>In the collection %1</translation>
+    </message>
+    <message>
+        <source>En la cola</source>
+        <translation>In the queue</translation>
+    </message>
 </context>
 <context>
     <name>CommandLine</name>
@@ -374,14 +386,55 @@ base64Decode, formatJSON, compactJSON.
     </message>
 </context>
 <context>
+    <name>nimbrel::ClipActions</name>
+    <message>
+        <source>«%1» no se puede aplicar a este texto.</source>
+        <translation>“%1” cannot be applied to this text.</translation>
+    </message>
+    <message>
+        <source>No hay ningún programa con que abrirlo.</source>
+        <translation>There is no program to open it with.</translation>
+    </message>
+    <message>
+        <source>No se puede mostrar este archivo.</source>
+        <translation>This file cannot be shown.</translation>
+    </message>
+</context>
+<context>
+    <name>nimbrel::CollectionSheet</name>
+    <message>
+        <source>Asignar a colección</source>
+        <translation>Assign to collection</translation>
+    </message>
+    <message>
+        <source>Nombre de colección</source>
+        <translation>Name of the collection</translation>
+    </message>
+    <message>
+        <source>La colección fija este elemento para conservarlo.</source>
+        <translation>The collection pins this item to keep it.</translation>
+    </message>
+    <message>
+        <source>Asignar</source>
+        <translation>Assign</translation>
+    </message>
+    <message>
+        <source>Cancelar</source>
+        <translation>Cancel</translation>
+    </message>
+</context>
+<context>
+    <name>nimbrel::ConfirmSheet</name>
+    <message>
+        <source>Cancelar</source>
+        <translation>Cancel</translation>
+    </message>
+</context>
+<context>
     <name>nimbrel::ContentView</name>
     <message>
         <source>Historial</source>
         <translation>History</translation>
-    </message>
-    <message>
-        <source>Ajustes</source>
-        <translation>Settings</translation>
     </message>
     <message>
         <source>Nada copiado todavía</source>
@@ -390,6 +443,52 @@ base64Decode, formatJSON, compactJSON.
     <message>
         <source>Sin resultados</source>
         <translation>No results</translation>
+    </message>
+    <message>
+        <source>Filtrar por app o colección</source>
+        <translation>Filter by app or collection</translation>
+    </message>
+    <message>
+        <source>Opciones</source>
+        <translation>Options</translation>
+    </message>
+    <message>
+        <source>Este elemento está oculto.</source>
+        <translation>This item is hidden.</translation>
+    </message>
+    <message>
+        <source>¿Borrar el historial?</source>
+        <translation>Clear the history?</translation>
+    </message>
+    <message numerus="yes">
+        <source>Se borrarán %n elemento(s). Los fijados se conservan. No se puede deshacer.</source>
+        <translation>
+            <numerusform>%n item will be deleted. Pinned ones are kept. This cannot be undone.</numerusform>
+            <numerusform>%n items will be deleted. Pinned ones are kept. This cannot be undone.</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Borrar</source>
+        <translation>Delete</translation>
+    </message>
+    <message>
+        <source>Elemento borrado</source>
+        <translation>Item deleted</translation>
+    </message>
+    <message>
+        <source>Deshacer</source>
+        <translation>Undo</translation>
+    </message>
+</context>
+<context>
+    <name>nimbrel::FilterChips</name>
+    <message>
+        <source>Quitar el filtro por app</source>
+        <translation>Clear the filter by app</translation>
+    </message>
+    <message>
+        <source>Quitar el filtro por colección</source>
+        <translation>Clear the filter by collection</translation>
     </message>
 </context>
 <context>
@@ -478,6 +577,167 @@ base64Decode, formatJSON, compactJSON.
     <message>
         <source>Las aplicaciones añadidas a esta lista no registrarán nada de lo que copies dentro de ellas.</source>
         <translation>Nothing that you copy in the applications of this list is recorded.</translation>
+    </message>
+</context>
+<context>
+    <name>nimbrel::KindTabs</name>
+    <message>
+        <source>Tipo de elemento</source>
+        <translation>Kind of item</translation>
+    </message>
+    <message>
+        <source>Todo</source>
+        <translation>All</translation>
+    </message>
+    <message>
+        <source>Texto</source>
+        <translation>Text</translation>
+    </message>
+    <message>
+        <source>Imágenes</source>
+        <translation>Images</translation>
+    </message>
+    <message>
+        <source>Archivos</source>
+        <translation>Files</translation>
+    </message>
+    <message>
+        <source>Fijados</source>
+        <translation>Pinned</translation>
+    </message>
+</context>
+<context>
+    <name>nimbrel::PanelMenus</name>
+    <message>
+        <source>Borrar</source>
+        <translation>Delete</translation>
+    </message>
+    <message>
+        <source>Pegar sin formato</source>
+        <translation>Paste without formatting</translation>
+    </message>
+    <message>
+        <source>Pegar texto de la imagen</source>
+        <translation>Paste text of the image</translation>
+    </message>
+    <message>
+        <source>Pegar transformado</source>
+        <translation>Paste transformed</translation>
+    </message>
+    <message>
+        <source>Abrir enlace</source>
+        <translation>Open link</translation>
+    </message>
+    <message>
+        <source>Mostrar en el Finder</source>
+        <translation>Show in file manager</translation>
+    </message>
+    <message>
+        <source>Desbloquear con Touch ID</source>
+        <translation>Unlock with Touch ID</translation>
+    </message>
+    <message>
+        <source>Mostrar el contenido</source>
+        <translation>Show the content</translation>
+    </message>
+    <message>
+        <source>Vista rápida</source>
+        <translation>Quick look</translation>
+    </message>
+    <message>
+        <source>Quitar de la cola</source>
+        <translation>Remove from the queue</translation>
+    </message>
+    <message>
+        <source>Añadir a la cola</source>
+        <translation>Add to the queue</translation>
+    </message>
+    <message>
+        <source>Nueva colección…</source>
+        <translation>New collection…</translation>
+    </message>
+    <message>
+        <source>Desfijar</source>
+        <translation>Unpin</translation>
+    </message>
+    <message>
+        <source>Fijar</source>
+        <translation>Pin</translation>
+    </message>
+    <message>
+        <source>Asignar a colección</source>
+        <translation>Assign to collection</translation>
+    </message>
+    <message>
+        <source>Sin colección</source>
+        <translation>No collection</translation>
+    </message>
+    <message>
+        <source>Todas las apps</source>
+        <translation>All apps</translation>
+    </message>
+    <message>
+        <source>Todas las colecciones</source>
+        <translation>All collections</translation>
+    </message>
+    <message>
+        <source>Restablecer filtros</source>
+        <translation>Reset filters</translation>
+    </message>
+    <message>
+        <source>Reanudar captura</source>
+        <translation>Resume capture</translation>
+    </message>
+    <message>
+        <source>Pausar captura</source>
+        <translation>Pause capture</translation>
+    </message>
+    <message>
+        <source>Borrar historial</source>
+        <translation>Clear history</translation>
+    </message>
+    <message>
+        <source>Ajustes</source>
+        <translation>Settings</translation>
+    </message>
+    <message>
+        <source>Salir</source>
+        <translation>Quit</translation>
+    </message>
+</context>
+<context>
+    <name>nimbrel::RowActions</name>
+    <message>
+        <source>Pegar</source>
+        <translation>Paste</translation>
+    </message>
+    <message>
+        <source>Borrar</source>
+        <translation>Delete</translation>
+    </message>
+    <message>
+        <source>Desbloquear con Touch ID</source>
+        <translation>Unlock with Touch ID</translation>
+    </message>
+    <message>
+        <source>Mostrar el contenido</source>
+        <translation>Show the content</translation>
+    </message>
+    <message>
+        <source>Quitar de la cola</source>
+        <translation>Remove from the queue</translation>
+    </message>
+    <message>
+        <source>Añadir a la cola</source>
+        <translation>Add to the queue</translation>
+    </message>
+    <message>
+        <source>Desfijar</source>
+        <translation>Unpin</translation>
+    </message>
+    <message>
+        <source>Fijar</source>
+        <translation>Pin</translation>
     </message>
 </context>
 <context>
@@ -579,6 +839,49 @@ base64Decode, formatJSON, compactJSON.
     <message>
         <source>Apartados de los ajustes</source>
         <translation>Sections of the settings</translation>
+    </message>
+</context>
+<context>
+    <name>nimbrel::StatusBanners</name>
+    <message>
+        <source>Captura en pausa: lo que copies no se guarda.</source>
+        <translation>Capture is paused: what you copy is not kept.</translation>
+    </message>
+    <message>
+        <source>Reanudar</source>
+        <translation>Resume</translation>
+    </message>
+    <message>
+        <source>macOS bloquea el acceso al portapapeles. Permítelo en Privacidad y seguridad.</source>
+        <translation>macOS blocks access to the clipboard. Allow it in Privacy &amp; Security.</translation>
+    </message>
+    <message>
+        <source>Abrir</source>
+        <translation>Open</translation>
+    </message>
+    <message>
+        <source>El Llavero no está disponible: el historial se guardará sin cifrar.</source>
+        <translation>The key store is not available: the history will be kept unencrypted.</translation>
+    </message>
+    <message>
+        <source>No se pudo leer la clave del Llavero: el historial se guarda SIN cifrar.</source>
+        <translation>The key could not be read from the key store: the history is kept UNENCRYPTED.</translation>
+    </message>
+    <message>
+        <source>Abrir Llaveros</source>
+        <translation>Open key store</translation>
+    </message>
+    <message>
+        <source>Para pegar automáticamente, concede el permiso de Accesibilidad.</source>
+        <translation>To paste automatically, grant the Accessibility permission.</translation>
+    </message>
+    <message>
+        <source>Conceder</source>
+        <translation>Grant</translation>
+    </message>
+    <message>
+        <source>No hay ningún programa con que abrirlo.</source>
+        <translation>There is no program to open it with.</translation>
     </message>
 </context>
 </TS>

@@ -2,6 +2,16 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="es" sourcelanguage="es">
 <context>
+    <name>nimbrel::ContentView</name>
+    <message numerus="yes">
+        <source>Se borrarán %n elemento(s). Los fijados se conservan. No se puede deshacer.</source>
+        <translation>
+            <numerusform>Se borrará %n elemento. Los fijados se conservan. No se puede deshacer.</numerusform>
+            <numerusform>Se borrarán %n elementos. Los fijados se conservan. No se puede deshacer.</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>nimbrel::GeneralSettingsTab</name>
     <message numerus="yes">
         <source>%n elemento(s)</source>

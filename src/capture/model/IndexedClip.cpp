@@ -39,8 +39,22 @@ const ClipTraits* IndexedClip::readyTraits() const {
 }
 
 const std::optional<QByteArray>& IndexedClip::body() const {
-  std::call_once(folded_, [this] { body_ = searchBody(clip); });
+  std::call_once(folded_, [this] {
+    body_ = searchBody(clip);
+    hasBody_ = true;
+  });
   return body_;
+}
+
+void IndexedClip::fetch() const {
+  __builtin_prefetch(&clip.imageFile);
+  __builtin_prefetch(&clip.sensitive);
+  __builtin_prefetch(&body_);
+  __builtin_prefetch(&hasBody_);
+}
+
+void IndexedClip::fetchBody() const {
+  if (hasBody_ && body_) __builtin_prefetch(body_->constData());
 }
 
 }  // namespace nimbrel

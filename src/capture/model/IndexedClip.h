@@ -38,6 +38,11 @@ class IndexedClip final {
   /// yet. For painting.
   [[nodiscard]] const ClipTraits* readyTraits() const;
 
+  /// Asks the processor for what search reads of a clip, first of the clip and, once that has come, of its
+  /// body; a hint, which changes nothing. Any thread.
+  void fetch() const;
+  void fetchBody() const;
+
   const ClipItem clip;
 
  private:
@@ -46,6 +51,8 @@ class IndexedClip final {
   mutable std::once_flag examined_;
   mutable ClipTraits traits_;
   mutable std::atomic<bool> hasTraits_ = false;
+  /// Whether the body is there, and not only being made.
+  mutable std::atomic<bool> hasBody_ = false;
 };
 
 /// How the history hands clips around: cheap to copy, safe to read on any thread.

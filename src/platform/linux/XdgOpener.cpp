@@ -37,10 +37,9 @@ bool XdgOpener::reveal(const QList<QUrl>& files) {
   for (const QUrl& file : files)
     uris.append(QString::fromLatin1(file.toEncoded()));
   if (uris.isEmpty()) return false;
-  auto call =
-      QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.FileManager1"),
-                                     QStringLiteral("/org/freedesktop/FileManager1"),
-                                     QStringLiteral("org.freedesktop.FileManager1"), QStringLiteral("ShowItems"));
+  auto call = QDBusMessage::createMethodCall(
+      QStringLiteral("org.freedesktop.FileManager1"), QStringLiteral("/org/freedesktop/FileManager1"),
+      QStringLiteral("org.freedesktop.FileManager1"), QStringLiteral("ShowItems"));
   call << uris << QString();
   auto* const watcher = new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(call), this);
   const QUrl folder = QUrl::fromLocalFile(QFileInfo(files.first().toLocalFile()).absolutePath());

@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include <QLineEdit>
 #include <QTest>
 
 #include "support/PanelFixture.h"

@@ -4,6 +4,7 @@
 
 #include "panel/ClipRowLayout.h"
 #include "panel/HintLine.h"
+#include "panel/RowGeometry.h"
 
 namespace nimbrel {
 namespace {
@@ -17,39 +18,44 @@ ClipItem secret(const QString& text) {
   return clip;
 }
 
+QString maskedText(const QString& text) {
+  return previewText(secret(text), Secrecy::masked);
+}
+
 TEST(MaskedPreview, ShowsAKnownPrefixAndSixteenBullets) {
-  EXPECT_EQ(previewText(secret(u"sk-abcdef"_s)), u"sk-"_s + QString(16, u'•'));
-  EXPECT_EQ(previewText(secret(u"github_pat_x"_s)), u"github_pat_"_s + QString(16, u'•'));
+  EXPECT_EQ(maskedText(u"sk-abcdef"_s), u"sk-"_s + QString(16, u'•'));
+  EXPECT_EQ(maskedText(u"github_pat_x"_s), u"github_pat_"_s + QString(16, u'•'));
   for (const auto* prefix : {u"ghp_", u"xoxb-", u"xoxp-", u"npm_", u"AKIA"})
-    EXPECT_EQ(previewText(secret(QString::fromUtf16(prefix) + u"x"_s)),
+    EXPECT_EQ(maskedText(QString::fromUtf16(prefix) + u"x"_s),
               QString::fromUtf16(prefix) + QString(16, u'•'));
 }
 
 TEST(MaskedPreview, ShowsTwentyBulletsForEverythingElse) {
-  EXPECT_EQ(previewText(secret(u"SK-abc"_s)), QString(20, u'•'));
-  EXPECT_EQ(previewText(secret(QString())), QString(20, u'•'));
-  EXPECT_EQ(previewText(secret(QString(5000, u'x'))), QString(20, u'•'));
+  EXPECT_EQ(maskedText(u"SK-abc"_s), QString(20, u'•'));
+  EXPECT_EQ(maskedText(QString()), QString(20, u'•'));
+  EXPECT_EQ(maskedText(QString(5000, u'x')), QString(20, u'•'));
 }
 
 TEST(MaskedPreview, IsAllThatAScreenReaderHears) {
-  EXPECT_FALSE(accessibleText(secret(u"sk-abcdef"_s)).contains(u"abcdef"));
-  EXPECT_TRUE(lengthLabel(IndexedClip(secret(u"sk-abcdef"_s)), QLocale(QLocale::Spanish)).isEmpty());
+  EXPECT_FALSE(accessibleText(secret(u"sk-abcdef"_s), Secrecy::masked, false).contains(u"abcdef"));
+  EXPECT_TRUE(
+      lengthLabel(IndexedClip(secret(u"sk-abcdef"_s)), Secrecy::masked, QLocale(QLocale::Spanish)).isEmpty());
 }
 
 TEST(PreviewText, IsOneLineOfAtMostThreeHundredCharacters) {
   ClipItem clip;
   clip.text = u"uno\r\n\tdos  \u2028tres"_s;
-  EXPECT_EQ(previewText(clip), u"uno dos tres"_s);
+  EXPECT_EQ(previewText(clip, Secrecy::none), u"uno dos tres"_s);
   clip.text = QString(1000, u'ñ');
-  EXPECT_EQ(previewText(clip).size(), 300);
+  EXPECT_EQ(previewText(clip, Secrecy::none).size(), 300);
 }
 
 TEST(PreviewText, OfAnImageIsItsTextOrSaysThatItIsOne) {
   ClipItem clip;
   clip.imageFile = u"a.png"_s;
-  EXPECT_EQ(previewText(clip), u"Imagen copiada"_s);
+  EXPECT_EQ(previewText(clip, Secrecy::none), u"Imagen copiada"_s);
   clip.ocrText = u"Factura\n7"_s;
-  EXPECT_EQ(previewText(clip), u"Factura 7"_s);
+  EXPECT_EQ(previewText(clip, Secrecy::none), u"Factura 7"_s);
 }
 
 TEST(RelativeDate, GrowsCoarserWithAge) {
@@ -80,16 +86,16 @@ TEST(SourceLabel, TellsApplicationsAndDevicesApart) {
 TEST(LengthLabel, CountsCharacters) {
   ClipItem clip;
   clip.text = u"an\u0303o 👩‍👩‍👧"_s;
-  EXPECT_EQ(lengthLabel(IndexedClip(clip), QLocale(QLocale::Spanish)), u"5 car."_s);
+  EXPECT_EQ(lengthLabel(IndexedClip(clip), Secrecy::none, QLocale(QLocale::Spanish)), u"5 car."_s);
 }
 
 TEST(LengthLabel, OfALongTextWaitsUntilItHasBeenCounted) {
   ClipItem clip;
   clip.text = QString(100'000, u'ñ');
   const IndexedClip indexed(clip);
-  EXPECT_TRUE(lengthLabel(indexed, QLocale(QLocale::English)).isEmpty());
+  EXPECT_TRUE(lengthLabel(indexed, Secrecy::none, QLocale(QLocale::English)).isEmpty());
   EXPECT_EQ(indexed.traits().characters, 100'000);
-  EXPECT_EQ(lengthLabel(indexed, QLocale(QLocale::English)), u"100,000 car."_s);
+  EXPECT_EQ(lengthLabel(indexed, Secrecy::none, QLocale(QLocale::English)), u"100,000 car."_s);
 }
 
 TEST(Hint, FollowsTheSelectedClip) {
@@ -114,15 +120,22 @@ TEST(Hint, FollowsTheSelectedClip) {
 }
 
 TEST(ClipRowLayout, KeepsItsPartsInsideAndApart) {
-  for (const int width : {120, 340, 640}) {
-    const ClipRowLayout layout = layoutRow({width, ClipRowLayout::height}, true, true);
-    EXPECT_TRUE(QRect(0, 0, width, ClipRowLayout::height).contains(layout.badge));
-    EXPECT_LT(layout.icon.right(), layout.preview.left());
-    EXPECT_LT(layout.preview.right(), layout.pin.left());
-    EXPECT_LT(layout.pin.right(), layout.badge.left());
-    EXPECT_LE(layout.preview.bottom(), layout.details.top());
+  for (const int width : {200, 340, 640}) {
+    for (const int height : {RowGeometry::kLow, RowGeometry::kTall}) {
+      const bool picture = height == RowGeometry::kTall;
+      const ClipRowLayout layout =
+          layoutRow({width, height}, {.picture = picture, .badge = true, .marks = 2});
+      const QRect row(0, 0, width, height);
+      for (const QRect& part : {layout.icon, layout.badge, layout.marks})
+        EXPECT_TRUE(row.contains(part));
+      EXPECT_LT(layout.icon.right(), layout.preview.left());
+      EXPECT_LT(layout.preview.right(), layout.marks.left());
+      EXPECT_LT(layout.marks.right(), layout.badge.left());
+      EXPECT_LE(layout.preview.bottom(), layout.details.top());
+    }
   }
-  EXPECT_TRUE(layoutRow({340, 47}, false, false).badge.isEmpty());
+  EXPECT_TRUE(layoutRow({340, 47}, {}).badge.isEmpty());
+  EXPECT_TRUE(layoutRow({340, 47}, {}).marks.isEmpty());
 }
 
 }  // namespace

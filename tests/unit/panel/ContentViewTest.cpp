@@ -2,49 +2,17 @@
 
 #include <gmock/gmock.h>
 
-#include <QAbstractItemModelTester>
-#include <QListView>
 #include <QSignalSpy>
 #include <QTest>
 
-#include "support/PanelFixture.h"
+#include "support/PanelViewFixture.h"
 
 namespace nimbrel {
 namespace {
 
 using namespace Qt::StringLiterals;
 
-class ContentViewTest : public testing::PanelFixture {
- protected:
-  /// A panel over clips with the texts "1" to `count`, the newest first.
-  void show(int count) {
-    launch();
-    for (int i = count; i >= 1; --i)
-      copyText(QString::number(i));
-    view = std::make_unique<ContentView>(services(), nullptr);
-    tester = std::make_unique<QAbstractItemModelTester>(
-        list()->model(), QAbstractItemModelTester::FailureReportingMode::Fatal);
-    view->resize(480, 440);
-    view->show();
-    view->panelDidShow();
-  }
-  ~ContentViewTest() override {
-    tester.reset();
-    view.reset();
-  }
-  QLineEdit* field() { return view->findChild<QLineEdit*>(u"searchField"_s); }
-  QListView* list() { return view->findChild<QListView*>(u"clipList"_s); }
-  void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
-    QTest::keyClick(field(), key, modifiers);
-  }
-  QString selected() { return view->selectedClip() ? view->selectedClip()->clip.text : QString(); }
-  QString pasted() {
-    return pasteboard.writes.isEmpty() ? QString() : pasteboard.writes.last().text.value_or(QString());
-  }
-
-  std::unique_ptr<ContentView> view;
-  std::unique_ptr<QAbstractItemModelTester> tester;
-};
+using ContentViewTest = testing::PanelViewFixture;
 
 TEST_F(ContentViewTest, BeginsWithTheFirstClipAndAnEmptyQuery) {
   show(3);
@@ -104,7 +72,7 @@ TEST_F(ContentViewTest, PastesWithoutFormattingWithCommandReturn) {
   rich.rtf = "{\\rtf1 hola}";
   pasteboard.copy(rich);
   store().tick();
-  view = std::make_unique<ContentView>(services(), nullptr);
+  open();
   press(Qt::Key_Return);
   EXPECT_TRUE(pasteboard.writes.last().rtf);
   press(Qt::Key_Return, Qt::ControlModifier);
@@ -149,9 +117,9 @@ TEST_F(ContentViewTest, AsksToBeDismissedByEscape) {
 
 TEST_F(ContentViewTest, ShowsWhatMatchesTheQuery) {
   show(12);
-  QTest::keyClicks(field(), u"1"_s);
+  type(u"1"_s);
   EXPECT_EQ(list()->model()->rowCount(), 4);
-  QTest::keyClicks(field(), u"2"_s);
+  type(u"2"_s);
   ASSERT_EQ(list()->model()->rowCount(), 1);
   EXPECT_EQ(selected(), u"12"_s);
   press(Qt::Key_Return);
@@ -160,17 +128,17 @@ TEST_F(ContentViewTest, ShowsWhatMatchesTheQuery) {
 
 TEST_F(ContentViewTest, TellsAnEmptyHistoryFromAnEmptyResult) {
   show(0);
-  EXPECT_EQ(list()->property("emptyText").toString(), u"Nada copiado todavía"_s);
+  EXPECT_EQ(list()->emptyText(), u"Nada copiado todavía"_s);
   copyText(u"hola"_s);
-  QTest::keyClicks(field(), u"zz"_s);
-  EXPECT_EQ(list()->property("emptyText").toString(), u"Sin resultados"_s);
+  type(u"zz"_s);
+  EXPECT_EQ(list()->emptyText(), u"Sin resultados"_s);
 }
 
 TEST_F(ContentViewTest, HintsAtWhatTheSelectedClipCanDo) {
   launch();
   copyText(u"hola"_s);
   copyText(u"https://example.org"_s);
-  view = std::make_unique<ContentView>(services(), nullptr);
+  open();
   auto* const hint = view->findChild<QWidget*>(u"hintLine"_s);
   EXPECT_TRUE(hint->accessibleName().contains(u"⌘O abrir enlace"));
   press(Qt::Key_Down);
@@ -180,11 +148,11 @@ TEST_F(ContentViewTest, HintsAtWhatTheSelectedClipCanDo) {
 TEST_F(ContentViewTest, KeepsTheSelectionWhileItsClipIsVisible) {
   show(12);
   press(Qt::Key_Down);
-  QTest::keyClicks(field(), u"2"_s);
+  type(u"2"_s);
   EXPECT_EQ(selected(), u"2"_s);
   field()->clear();
   EXPECT_EQ(selected(), u"2"_s);
-  QTest::keyClicks(field(), u"3"_s);
+  type(u"3"_s);
   EXPECT_EQ(selected(), u"3"_s);
 }
 
@@ -203,7 +171,7 @@ TEST_F(ContentViewTest, FollowsTheHistoryWhileItIsOpen) {
 
 TEST_F(ContentViewTest, ShowsANewClipOnlyIfItMatchesTheQuery) {
   show(3);
-  QTest::keyClicks(field(), u"hola"_s);
+  type(u"hola"_s);
   copyText(u"adiós"_s);
   EXPECT_EQ(list()->model()->rowCount(), 0);
   copyText(u"hola mundo"_s);
@@ -214,7 +182,7 @@ TEST_F(ContentViewTest, NeverGivesTheTextOfASensitiveClipAway) {
   launch();
   grader.grades = {{u"sk-abcdef"_s, SensitivityLevel::hard}};
   copyText(u"sk-abcdef"_s);
-  view = std::make_unique<ContentView>(services(), nullptr);
+  open();
   const QModelIndex index = list()->model()->index(0, 0);
   for (int role = 0; role < Qt::UserRole + 16; ++role)
     EXPECT_FALSE(index.data(role).toString().contains(u"abcdef")) << role;
@@ -230,7 +198,7 @@ TEST_F(ContentViewTest, PastesIntoTheFieldWithoutAskingTheOwner) {
 TEST_F(ContentViewTest, BeginsANewUseAfresh) {
   show(3);
   press(Qt::Key_Down);
-  QTest::keyClicks(field(), u"2"_s);
+  type(u"2"_s);
   view->panelDidHide();
   view->panelDidShow();
   EXPECT_TRUE(field()->text().isEmpty());
@@ -243,9 +211,8 @@ TEST_F(ContentViewTest, PaintsLongAndStrangeTexts) {
   for (const QString& text : {QString(100'000, u'W'), u"שלום עולם"_s, u"👩‍👩‍👧\t\n\u0301"_s,
                               QString(QChar(0xd800)), QString(u'\0')})
     copyText(text + u'x');
-  view = std::make_unique<ContentView>(services(), nullptr);
+  open();
   view->resize(340, 440);
-  view->show();
   const QImage picture = view->grab().toImage();
   EXPECT_EQ(picture.size() / picture.devicePixelRatio(), QSize(340, 440));
 }
