@@ -13,7 +13,7 @@ constexpr qsizetype kSearchedCharacters = 50'000;
 /// What is shown before and after a match, in UTF-16 units.
 constexpr qsizetype kBefore = 24;
 constexpr qsizetype kAfter = 60;
-constexpr QStringView kEllipsis = u"… ";
+constexpr QChar kEllipsis(0x2026);
 
 /// A text folded letter by letter, and where each byte of that comes from.
 struct FoldedText {
@@ -103,7 +103,7 @@ Excerpt excerptOf(const QString& text, const QList<QByteArray>& terms, qsizetype
   const qsizetype start = cleanCut(text, std::max<qsizetype>(0, first->start - kBefore));
   const qsizetype end = cleanCut(text, std::min(searched.size(), first->end() + kAfter));
   Excerpt excerpt;
-  if (start > 0) excerpt.text = kEllipsis.toString();
+  if (start > 0) excerpt.text = QString(kEllipsis) + u' ';
   excerpt.text += text.sliced(start, std::max(end, first->end()) - start).simplified();
   excerpt.matches = matchRanges(excerpt.text, terms);
   return excerpt;

@@ -57,6 +57,10 @@ QMenu* PanelMenus::makeMenu() {
   return menu;
 }
 
+QAction* PanelMenus::put(QMenu& menu, const QString& symbol, const QString& text, std::function<void()> act) {
+  return menu.addAction(menuIcon(menu, symbol), text, this, std::move(act));
+}
+
 QMenu* PanelMenus::clipMenu(const ClipRef& clip, Secrecy secrecy) {
   QMenu* const menu = makeMenu();
   menu->setObjectName(QStringLiteral("clipMenu"));
@@ -66,8 +70,7 @@ QMenu* PanelMenus::clipMenu(const ClipRef& clip, Secrecy secrecy) {
   addLooking(*menu, clip, secrecy);
   addOrganizing(*menu, clip);
   menu->addSeparator();
-  menu->addAction(menuIcon(*menu, QStringLiteral("trash")), tr("Borrar"), this,
-                  [this, clip] { actions_.remove(clip->clip); });
+  put(*menu, QStringLiteral("trash"), tr("Borrar"), [this, clip] { actions_.remove(clip->clip); });
   return menu;
 }
 
@@ -77,8 +80,8 @@ void PanelMenus::addPasting(QMenu& menu, const ClipRef& clip, Secrecy secrecy) {
     addTransforms(menu, clip, secrecy);
   }
   if (clip->clip.isImage() && clip->clip.ocrText && !clip->clip.ocrText->isEmpty())
-    menu.addAction(menuIcon(menu, QStringLiteral("text.viewfinder")), tr("Pegar texto de la imagen"), this,
-                   [this, clip] { actions_.pasteRecognizedText(clip->clip); });
+    put(menu, QStringLiteral("text.viewfinder"), tr("Pegar texto de la imagen"),
+        [this, clip] { actions_.pasteRecognizedText(clip->clip); });
 }
 
 void PanelMenus::addTransforms(QMenu& menu, const ClipRef& clip, Secrecy secrecy) {
@@ -104,36 +107,32 @@ void PanelMenus::addTransforms(QMenu& menu, const ClipRef& clip, Secrecy secrecy
 
 void PanelMenus::addOpening(QMenu& menu, const ClipRef& clip) {
   if (linkOf(clip->clip))
-    menu.addAction(menuIcon(menu, QStringLiteral("link")), tr("Abrir enlace"), this,
-                   [this, clip] { actions_.openLink(clip->clip); });
+    put(menu, QStringLiteral("link"), tr("Abrir enlace"), [this, clip] { actions_.openLink(clip->clip); });
   if (clip->clip.isFile())
-    menu.addAction(menuIcon(menu, QStringLiteral("folder")), tr("Mostrar en el Finder"), this,
-                   [this, clip] { actions_.reveal(clip->clip); });
+    put(menu, QStringLiteral("folder"), tr("Mostrar en el Finder"),
+        [this, clip] { actions_.reveal(clip->clip); });
 }
 
 void PanelMenus::addLooking(QMenu& menu, const ClipRef& clip, Secrecy secrecy) {
   if (secrecy == Secrecy::masked && actions_.canUnlock()) {
     const bool locked = actions_.isLocked();
-    menu.addAction(menuIcon(menu, locked ? QStringLiteral("touchid") : QStringLiteral("eye")),
-                   locked ? tr("Desbloquear con Touch ID") : tr("Mostrar el contenido"), this,
-                   [this, clip] { actions_.unlock(clip->clip); });
+    put(menu, locked ? QStringLiteral("touchid") : QStringLiteral("eye"),
+        locked ? tr("Desbloquear con Touch ID") : tr("Mostrar el contenido"),
+        [this, clip] { actions_.unlock(clip->clip); });
   }
   if (secrecy != Secrecy::masked)
-    menu.addAction(menuIcon(menu, QStringLiteral("eye")), tr("Vista rápida"), this,
-                   [this, clip] { Q_EMIT previewRequested(clip); });
+    put(menu, QStringLiteral("eye"), tr("Vista rápida"), [this, clip] { Q_EMIT previewRequested(clip); });
 }
 
 void PanelMenus::addOrganizing(QMenu& menu, const ClipRef& clip) {
   const bool queued = store_.isQueued(clip->clip.id);
-  menu.addAction(menuIcon(menu, queued ? QStringLiteral("list.bullet.circle.fill")
-                                       : QStringLiteral("list.bullet.circle")),
-                 queued ? tr("Quitar de la cola") : tr("Añadir a la cola"), this,
-                 [this, clip] { actions_.toggleQueue(clip->clip); });
+  put(menu, queued ? QStringLiteral("list.bullet.circle.fill") : QStringLiteral("list.bullet.circle"),
+      queued ? tr("Quitar de la cola") : tr("Añadir a la cola"),
+      [this, clip] { actions_.toggleQueue(clip->clip); });
   addCollections(menu, clip);
   menu.addAction(tr("Nueva colección…"), this, [this, clip] { Q_EMIT newCollectionRequested(clip); });
-  menu.addAction(menuIcon(menu, clip->clip.pinned ? QStringLiteral("pin.fill") : QStringLiteral("pin")),
-                 clip->clip.pinned ? tr("Desfijar") : tr("Fijar"), this,
-                 [this, clip] { actions_.togglePin(clip->clip); });
+  put(menu, clip->clip.pinned ? QStringLiteral("pin.fill") : QStringLiteral("pin"),
+      clip->clip.pinned ? tr("Desfijar") : tr("Fijar"), [this, clip] { actions_.togglePin(clip->clip); });
 }
 
 void PanelMenus::addCollections(QMenu& menu, const ClipRef& clip) {
@@ -177,10 +176,10 @@ QMenu* PanelMenus::filterMenu(const ClipFilter& filter) {
     add(entryText(*menu, name), filter.collection == name, withCollection(name));
   if (filter.app || filter.collection) {
     menu->addSeparator();
-    menu->addAction(menuIcon(*menu, QStringLiteral("arrow.counterclockwise")), tr("Restablecer filtros"),
-                    this, [this, kind = filter.kind] {
-                      Q_EMIT filterChosen({kind, {}, {}});
-                    });
+    put(*menu, QStringLiteral("arrow.counterclockwise"), tr("Restablecer filtros"),
+        [this, kind = filter.kind] {
+          Q_EMIT filterChosen({kind, {}, {}});
+        });
   }
   return menu;
 }
@@ -189,16 +188,13 @@ QMenu* PanelMenus::gearMenu() {
   QMenu* const menu = makeMenu();
   menu->setObjectName(QStringLiteral("gearMenu"));
   const bool paused = store_.isPaused();
-  menu->addAction(
-      menuIcon(*menu, paused ? QStringLiteral("play.circle.fill") : QStringLiteral("pause.circle")),
-      paused ? tr("Reanudar captura") : tr("Pausar captura"), this,
-      [this, paused] { store_.setPaused(!paused); });
-  QAction* const clear = menu->addAction(menuIcon(*menu, QStringLiteral("trash")), tr("Borrar historial"),
-                                         this, &PanelMenus::clearRequested);
+  put(*menu, paused ? QStringLiteral("play.circle.fill") : QStringLiteral("pause.circle"),
+      paused ? tr("Reanudar captura") : tr("Pausar captura"), [this, paused] { store_.setPaused(!paused); });
+  QAction* const clear =
+      put(*menu, QStringLiteral("trash"), tr("Borrar historial"), [this] { Q_EMIT clearRequested(); });
   clear->setEnabled(store_.items().unpinnedCount() > 0);
   menu->addSeparator();
-  menu->addAction(menuIcon(*menu, QStringLiteral("gearshape")), tr("Ajustes"), this,
-                  &PanelMenus::settingsRequested);
+  put(*menu, QStringLiteral("gearshape"), tr("Ajustes"), [this] { Q_EMIT settingsRequested(); });
   menu->addAction(tr("Salir"), this, &PanelMenus::quitRequested);
   return menu;
 }

@@ -2,6 +2,7 @@
 
 #include <QMenu>
 #include <QObject>
+#include <functional>
 
 #include "panel/ClipActions.h"
 #include "panel/ClipRowText.h"
@@ -36,6 +37,8 @@ class PanelMenus final : public QObject {
 
  private:
   QMenu* makeMenu();
+  /// Adds an entry with a symbol, and what it does.
+  QAction* put(QMenu& menu, const QString& symbol, const QString& text, std::function<void()> act);
   void addPasting(QMenu& menu, const ClipRef& clip, Secrecy secrecy);
   void addTransforms(QMenu& menu, const ClipRef& clip, Secrecy secrecy);
   void addOpening(QMenu& menu, const ClipRef& clip);

@@ -31,24 +31,24 @@ RowActions::RowActions(ClipListView& list, ClipListModel& model, ClipActions& ac
   auto* const row = new QHBoxLayout(this);
   row->setContentsMargins(kFade, 0, 0, 0);
   row->setSpacing(0);
-  unlock_ = addButton(QStringLiteral("rowUnlock"), QStringLiteral("touchid"), {},
-                      [this](const ClipItem& clip) { actions_.unlock(clip); });
-  paste_ = addButton(QStringLiteral("rowPaste"), QStringLiteral("doc.on.clipboard"), tr("Pegar"),
-                     [this](const ClipItem& clip) { actions_.paste(clip); });
-  queue_ = addButton(QStringLiteral("rowQueue"), QStringLiteral("list.bullet.circle"), {},
-                     [this](const ClipItem& clip) { actions_.toggleQueue(clip); });
-  pin_ = addButton(QStringLiteral("rowPin"), QStringLiteral("pin"), {},
-                   [this](const ClipItem& clip) { actions_.togglePin(clip); });
-  remove_ = addButton(QStringLiteral("rowRemove"), QStringLiteral("trash"), tr("Borrar"),
-                      [this](const ClipItem& clip) { actions_.remove(clip); });
+  unlock_ = makeButton(QStringLiteral("rowUnlock"), QStringLiteral("touchid"), {},
+                       [this](const ClipItem& clip) { actions_.unlock(clip); });
+  paste_ = makeButton(QStringLiteral("rowPaste"), QStringLiteral("doc.on.clipboard"), tr("Pegar"),
+                      [this](const ClipItem& clip) { actions_.paste(clip); });
+  queue_ = makeButton(QStringLiteral("rowQueue"), QStringLiteral("list.bullet.circle"), {},
+                      [this](const ClipItem& clip) { actions_.toggleQueue(clip); });
+  pin_ = makeButton(QStringLiteral("rowPin"), QStringLiteral("pin"), {},
+                    [this](const ClipItem& clip) { actions_.togglePin(clip); });
+  remove_ = makeButton(QStringLiteral("rowRemove"), QStringLiteral("trash"), tr("Borrar"),
+                       [this](const ClipItem& clip) { actions_.remove(clip); });
   connect(&list_, &ClipListView::rowsShifted, this, &RowActions::refresh);
   connect(list_.selectionModel(), &QItemSelectionModel::currentChanged, this, &RowActions::refresh);
   connect(&model_, &QAbstractItemModel::dataChanged, this, &RowActions::refresh);
   hide();
 }
 
-SymbolButton* RowActions::addButton(const QString& name, const QString& symbol, const QString& label,
-                                    Action action) {
+SymbolButton* RowActions::makeButton(const QString& name, const QString& symbol, const QString& label,
+                                     Action action) {
   auto* const button = new SymbolButton(symbol, label, this, kButton);
   button->setObjectName(name);
   layout()->addWidget(button);

@@ -28,7 +28,7 @@ class RowActions final : public QWidget {
  private:
   using Action = std::function<void(const ClipItem&)>;
 
-  SymbolButton* addButton(const QString& name, const QString& symbol, const QString& label, Action action);
+  SymbolButton* makeButton(const QString& name, const QString& symbol, const QString& label, Action action);
   [[nodiscard]] QModelIndex row() const;
   [[nodiscard]] bool hasFocusInside() const;
   void describe(const QModelIndex& index);
