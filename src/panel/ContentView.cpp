@@ -173,9 +173,15 @@ void ContentView::followActions() {
 }
 
 void ContentView::followMenus() {
-  connect(filterButton_, &SymbolButton::clicked, this,
-          [this] { openUnder(*filterButton_, *menus_->filterMenu(query_.filter)); });
-  connect(gear_, &SymbolButton::clicked, this, [this] { openUnder(*gear_, *menus_->gearMenu()); });
+  // The field has the keyboard again when a menu closes.
+  connect(filterButton_, &SymbolButton::clicked, this, [this] {
+    search_->setFocus(Qt::OtherFocusReason);
+    openUnder(*filterButton_, *menus_->filterMenu(query_.filter));
+  });
+  connect(gear_, &SymbolButton::clicked, this, [this] {
+    search_->setFocus(Qt::OtherFocusReason);
+    openUnder(*gear_, *menus_->gearMenu());
+  });
   connect(menus_, &PanelMenus::filterChosen, this, &ContentView::setFilter);
   connect(menus_, &PanelMenus::newCollectionRequested, this,
           [this](const ClipRef& clip) { chooseCollection(clip, {}); });
@@ -201,7 +207,6 @@ void ContentView::panelDidHide() {
   model_->maskAll();
   rows_->forgetSecrets();
   search_->clear();
-  search_->setFocus(Qt::OtherFocusReason);
 }
 
 ClipRef ContentView::selectedClip() const {
@@ -412,6 +417,7 @@ void ContentView::openSheet(PanelSheet* sheet) {
 
 void ContentView::showClipMenu(int row, const QPoint& position) {
   select(row);
+  search_->setFocus(Qt::OtherFocusReason);
   menus_->clipMenu(model_->clipAt(row), model_->secrecyOf(row))->popup(position);
 }
 

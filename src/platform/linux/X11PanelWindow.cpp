@@ -36,8 +36,10 @@ xcb_connection_t* qtConnection() {
 
 X11PanelWindow::X11PanelWindow(QWidget& widget, X11Session& session)
     : widget_(widget), session_(session), qt_(qtConnection()) {
+  // Whenever a widget of the panel is given the focus while a menu of the panel is open, Qt would have the
+  // window activated and so take the input focus from the application in front; it must not.
   widget_.setWindowFlags(Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint |
-                         Qt::X11BypassWindowManagerHint);
+                         Qt::X11BypassWindowManagerHint | Qt::WindowDoesNotAcceptFocus);
   qApp->installEventFilter(this);
   qApp->installNativeEventFilter(this);
   focusTimer_.setInterval(kFocusCheckInterval);
