@@ -315,8 +315,12 @@ class Settings(Scenario):
         shape = dict(line.split("=") for line in run("xdotool", "getwindowgeometry", "--shell", str(panel)).split())
         # In the corner, within the panel's own margin and its shadow.
         margin = (int(shape["WIDTH"]) - 480) // 2
+        before = windows("--class", "^[Nn]imbrel$")
         run("xdotool", "mousemove", "--window", str(panel), str(int(shape["WIDTH"]) - margin - 25), str(margin + 25),
             "click", "1")
+        until(lambda: set(windows("--class", "^[Nn]imbrel$")) - set(before), "the menu")
+        # The last entry but the one that quits.
+        key("Up", "Up", "Return")
         until(self.window, "the settings")
         until(lambda: not self.nimbrel.panel(), "the panel to go")
         self.close_settings()
