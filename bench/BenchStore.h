@@ -65,7 +65,7 @@ class NoOpener final : public Opener {
 class FullTrust final : public AccessibilityTrust {
  public:
   [[nodiscard]] bool isTrusted() const override { return true; }
-  void request() override {}
+  bool request() override { return true; }
 };
 
 class NoKeys final : public KeyReader {

@@ -112,7 +112,8 @@ void AppDelegate::obeySettings() {
 void AppDelegate::sweepOrphans() {
   // A file of a clip that may yet come back has no row.
   if (store_.canUndoRemoval()) return sweepTimer_.start();
-  if (!holdsUnimportedHistory(storageDirectory_, *platform_.defaults)) files_.sweepOrphans(*database_);
+  if (!holdsUnimportedHistory(storageDirectory_, *platform_.defaults))
+    files_.sweepOrphans(*database_, store_.filesInUse());
 }
 
 void AppDelegate::pasteNextQueued() {

@@ -52,6 +52,13 @@ struct SideFileNames final {
   }
 };
 
+[[nodiscard]] inline SideFileNames sideFilesOf(const ClipItem& clip) {
+  SideFileNames names;
+  if (clip.imageFile) names.images.append(*clip.imageFile);
+  if (clip.richFile) names.rich.append(*clip.richFile);
+  return names;
+}
+
 /// Keeps what is too large for the database. Main thread, except where a method says otherwise; what takes
 /// time happens elsewhere, in the order in which it was asked for, and what comes of it is told on the main
 /// thread.

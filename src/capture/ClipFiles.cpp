@@ -18,6 +18,13 @@ constexpr qint64 kMaxWaitingBytes = 128LL << 20;
 
 constexpr const char* kCannotStore = "No se pudo guardar la imagen";
 
+using References = std::optional<QSet<QString>>;
+
+References with(References references, const QStringList& more) {
+  if (references) references->unite(QSet<QString>(more.begin(), more.end()));
+  return references;
+}
+
 }  // namespace
 
 ClipFiles::ClipFiles(BlobFiles& files, ImageCodec& codec)
@@ -96,10 +103,10 @@ void ClipFiles::rememberPendingTexts(const QList<QUuid>& ids) {
   fileQueue_.post([this, ids] { files_.savePendingTexts(ids); });
 }
 
-void ClipFiles::sweepOrphans(ClipDatabase& database) {
-  fileQueue_.post([this, &database] {
-    files_.sweepOrphanImages(database.referencedImageFiles());
-    files_.sweepOrphanRichFiles(database.referencedRichFiles());
+void ClipFiles::sweepOrphans(ClipDatabase& database, const SideFileNames& inUse) {
+  fileQueue_.post([this, &database, inUse] {
+    files_.sweepOrphanImages(with(database.referencedImageFiles(), inUse.images));
+    files_.sweepOrphanRichFiles(with(database.referencedRichFiles(), inUse.rich));
   });
 }
 

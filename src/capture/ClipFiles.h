@@ -36,9 +36,10 @@ class ClipFiles final : public SideFiles {
   /// Keeps, later, the ids of the images whose text is still to be recognised.
   void rememberPendingTexts(const QList<QUuid>& ids);
 
-  /// Deletes, later, the files that no row of the database refers to. The database must not go before that is
-  /// done, which `finish` waits for.
-  void sweepOrphans(ClipDatabase& database);
+  /// Deletes, later, the files that no row of the database refers to and that are not in use: those of a clip
+  /// that is deleted meanwhile may be wanted back. The database must not go before that is done, which
+  /// `finish` waits for.
+  void sweepOrphans(ClipDatabase& database, const SideFileNames& inUse);
 
   /// Finishes all that was asked for so far and tells what came of it; *waits*, but gives up each image that
   /// takes longer than `patience`, and after four times as long all that are left. For the end of the

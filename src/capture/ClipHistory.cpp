@@ -3,16 +3,6 @@
 #include "capture/model/Log.h"
 
 namespace nimbrel {
-namespace {
-
-SideFileNames filesOf(const ClipItem& clip) {
-  SideFileNames names;
-  if (clip.imageFile) names.images.append(*clip.imageFile);
-  if (clip.richFile) names.rich.append(*clip.richFile);
-  return names;
-}
-
-}  // namespace
 
 ClipHistory::ClipHistory(ClipDatabase& database, SideFiles& files) : database_(database), files_(files) {
   const LoadedHistory loaded = database_.loadAll();
@@ -36,7 +26,7 @@ void ClipHistory::insert(const ClipRef& clip, HistoryList::Place place) {
 
 void ClipHistory::put(qsizetype row, ClipItem clip, Changed what) {
   const ClipRef before = items_.at(row);
-  const auto indexed = std::make_shared<const IndexedClip>(std::move(clip));
+  const auto indexed = std::make_shared<const IndexedClip>(std::move(clip), *before);
   items_.replace(row, indexed);
   if (what == Changed::columns) {
     database_.update(indexed);
@@ -75,7 +65,7 @@ void ClipHistory::remove(const QList<qsizetype>& rows) {
     const ClipItem& clip = ref->clip;
     clips.append(ref);
     ids.append(clip.id);
-    names += filesOf(clip);
+    names += sideFilesOf(clip);
     sensitive = sensitive || clip.isSensitive() || clip.expiresAt;
     items_.removeAt(row);
   }
@@ -101,7 +91,7 @@ void ClipHistory::putBack(const Taken& taken) {
 }
 
 void ClipHistory::discard(const Taken& taken) {
-  database_.afterWrites([&files = files_, names = filesOf(taken.clip->clip)] { files.remove(names); });
+  database_.afterWrites([&files = files_, names = sideFilesOf(taken.clip->clip)] { files.remove(names); });
 }
 
 }  // namespace nimbrel

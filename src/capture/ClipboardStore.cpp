@@ -145,12 +145,20 @@ void ClipboardStore::addRemoteText(const QString& text, RemoteDeviceType device)
   recorder_.record(CaptureText{.text = text, .rich = std::nullopt, .source = remoteSource(device)});
 }
 
+SideFileNames ClipboardStore::filesInUse() const {
+  SideFileNames names;
+  for (qsizetype row = 0; row < items().size(); ++row)
+    names += sideFilesOf(items().at(row)->clip);
+  return names;
+}
+
 void ClipboardStore::removeClip(const QUuid& id) {
   if (const auto row = items().rowOf(id)) history_.remove({*row});
 }
 
-void ClipboardStore::removeClipForNow(const QUuid& id) {
-  if (const auto row = items().rowOf(id)) removed_.remove(*row);
+bool ClipboardStore::removeClipForNow(const QUuid& id) {
+  const auto row = items().rowOf(id);
+  return row && removed_.remove(*row);
 }
 
 std::optional<QUuid> ClipboardStore::undoRemoval() {

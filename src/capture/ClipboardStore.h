@@ -10,6 +10,7 @@
 
 #include "capture/BackgroundSearch.h"
 #include "capture/CaptureServices.h"
+#include "capture/ClipExaminer.h"
 #include "capture/ClipHistory.h"
 #include "capture/ClipRecorder.h"
 #include "capture/HistorySearch.h"
@@ -60,16 +61,22 @@ class ClipboardStore final : public QObject {
   /// Grows with every change that search could see.
   [[nodiscard]] quint64 revision() const { return history_.revision(); }
 
-  /// The clips that match a query, in history order; valid until the next call.
-  [[nodiscard]] const QList<ClipRef>& search(const QString& query) {
+  /// The clips that match a query, in history order.
+  [[nodiscard]] QList<ClipRef> search(const QString& query) {
     return search_.find(query, history_.items(), history_.revision());
   }
 
   /// Searches without keeping anybody waiting.
   [[nodiscard]] BackgroundSearch& backgroundSearch() { return backgroundSearch_; }
 
+  /// The files of all clips.
+  [[nodiscard]] SideFileNames filesInUse() const;
+
   /// The pictures of image clips.
   [[nodiscard]] Thumbnails& thumbnails() { return thumbnails_; }
+
+  /// What rows tell of long texts.
+  [[nodiscard]] ClipExaminer& examiner() { return examiner_; }
 
   /// Puts a clip on the pasteboard, with or without its formatting, so that capture ignores it. False when
   /// nothing could be written.
@@ -98,8 +105,9 @@ class ClipboardStore final : public QObject {
 
   void removeClip(const QUuid& id);
 
-  /// Removes a clip that the user may want back. A secret, and a clip that expires, goes for good.
-  void removeClipForNow(const QUuid& id);
+  /// Removes a clip that the user may want back, and says whether it can be had back: a secret, and a clip
+  /// that expires, goes for good.
+  bool removeClipForNow(const QUuid& id);
   /// Whether there is a clip to be had back.
   [[nodiscard]] bool canUndoRemoval() const { return !removed_.isEmpty(); }
   /// Brings back the clip that was removed last, and gives its id.
@@ -178,6 +186,7 @@ class ClipboardStore final : public QObject {
   ClipboardStoreParts parts_;
   ClipHistory history_;
   Thumbnails thumbnails_;
+  ClipExaminer examiner_;
   ClipRecorder recorder_;
   HistorySearch search_;
   PasteQueue queue_;

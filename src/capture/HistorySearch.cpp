@@ -107,12 +107,22 @@ bool matchesQuery(const IndexedClip& clip, const ClipQuery& query) {
   return matches(clip, split.longTerms + split.shortTerms);
 }
 
-const QList<ClipRef>& HistorySearch::find(const QString& text, const HistoryList& history, quint64 revision) {
-  if (cache_ && cache_->text == text && cache_->revision == revision) return cache_->clips;
+QList<ClipRef> HistorySearch::find(const QString& text, const HistoryList& history, quint64 revision) {
+  if (!cache_ || cache_->text != text || cache_->revision != revision) look(text, history, revision);
+  QList<ClipRef> clips;
+  clips.reserve(cache_->ids.size());
+  for (const QUuid& id : cache_->ids) {
+    if (const auto row = history.rowOf(id)) clips.append(history.at(*row));
+  }
+  return clips;
+}
+
+void HistorySearch::look(const QString& text, const HistoryList& history, quint64 revision) {
   // An empty text has no terms, which is not the same as no text: secrets are not found by it either.
   const QString looked = text.isEmpty() ? QStringLiteral(" ") : text;
-  cache_ = Cached{text, revision, findClips({looked, {}}, history.snapshot(), database_).clips};
-  return cache_->clips;
+  cache_ = Cached{text, revision, {}};
+  for (const ClipRef& clip : findClips({looked, {}}, history.snapshot(), database_).clips)
+    cache_->ids.append(clip->clip.id);
 }
 
 }  // namespace nimbrel

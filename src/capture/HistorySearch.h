@@ -2,6 +2,7 @@
 
 #include <QList>
 #include <QString>
+#include <QUuid>
 #include <optional>
 #include <stop_token>
 
@@ -45,16 +46,19 @@ class HistorySearch final {
   /// The database must outlive the search.
   explicit HistorySearch(ClipDatabase& database) : database_(database) {}
 
-  /// The clips that contain every term of the text, in history order. Answers from its cache while text and
-  /// revision are the same.
-  [[nodiscard]] const QList<ClipRef>& find(const QString& text, const HistoryList& history, quint64 revision);
+  /// The clips that contain every term of the text, in history order, as they are now. Answers from its cache
+  /// while text and revision are the same.
+  [[nodiscard]] QList<ClipRef> find(const QString& text, const HistoryList& history, quint64 revision);
 
  private:
+  /// Ids, so that nothing that has been deleted is kept.
   struct Cached {
     QString text;
     quint64 revision = 0;
-    QList<ClipRef> clips;
+    QList<QUuid> ids;
   };
+
+  void look(const QString& text, const HistoryList& history, quint64 revision);
 
   ClipDatabase& database_;
   std::optional<Cached> cache_;

@@ -21,11 +21,12 @@ class RemovedClips final {
 
   [[nodiscard]] bool isEmpty() const { return removed_.isEmpty(); }
 
-  /// Takes a clip out of the history. A secret, and one that expires, goes for good.
-  void remove(qsizetype row);
+  /// Takes a clip out of the history. A secret, and one that expires, goes for good, which it says by false.
+  bool remove(qsizetype row);
 
   /// Puts the one that was taken out last back where it was, also in the queue, and gives its id; nothing
-  /// when there is none.
+  /// when there is none. When the same has been copied meanwhile, that clip becomes what the other was, and
+  /// its id is given.
   std::optional<QUuid> restore();
 
   /// Lets all of them go for good.
@@ -37,6 +38,11 @@ class RemovedClips final {
     /// Its place in the paste queue, −1 when it was not there.
     qsizetype queuePosition = -1;
   };
+
+  /// The clip with the same content that is in the history.
+  [[nodiscard]] std::optional<qsizetype> rowOfTwin(const ClipItem& clip) const;
+  /// Keeps a clip as another one was kept.
+  void keepLike(qsizetype row, const ClipItem& other);
 
   ClipHistory& history_;
   PasteQueue& queue_;

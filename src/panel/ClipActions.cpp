@@ -51,9 +51,7 @@ void ClipActions::reveal(const ClipItem& clip) {
 }
 
 void ClipActions::remove(const ClipItem& clip) {
-  const bool forNow = !clip.isSensitive() && !clip.expiresAt;
-  parts_.store.removeClipForNow(clip.id);
-  if (forNow) Q_EMIT removed();
+  Q_EMIT removed(parts_.store.removeClipForNow(clip.id));
 }
 
 void ClipActions::undoRemoval() {
@@ -85,8 +83,8 @@ void ClipActions::unlock(const ClipItem& clip) {
     Q_EMIT unlocked(clip.id);
     return;
   }
-  parts_.authenticate([actions = QPointer(this), id = clip.id](bool proven) {
-    if (actions && proven) Q_EMIT actions->unlocked(id);
+  parts_.authenticate([actions = QPointer(this), id = clip.id, use = use_](bool proven) {
+    if (actions && proven && use == actions->use_) Q_EMIT actions->unlocked(id);
   });
 }
 

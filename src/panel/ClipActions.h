@@ -47,6 +47,8 @@ class ClipActions final : public QObject {
   /// Whether unlocking asks for a proof first.
   [[nodiscard]] bool isLocked() const { return parts_.settings.lockMode != LockMode::disabled; }
   void unlock(const ClipItem& clip);
+  /// A proof that was asked for until now shows nothing any more.
+  void forgetUnlocking() { ++use_; }
 
  Q_SIGNALS:
   /// The pasteboard is ready to be pasted from.
@@ -55,14 +57,16 @@ class ClipActions final : public QObject {
   void leaveRequested();
   /// Something was not done; why, in words.
   void failed(const QString& why);
-  /// A clip was removed and can be had back.
-  void removed();
+  /// A clip was removed, and perhaps can be had back.
+  void removed(bool canUndo);
   void restored(const QUuid& id);
   /// The content of a sensitive clip may be shown.
   void unlocked(const QUuid& id);
 
  private:
   ClipActionParts parts_;
+  /// Which use of the panel a proof belongs to.
+  int use_ = 0;
 };
 
 }  // namespace nimbrel

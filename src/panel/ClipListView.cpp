@@ -31,16 +31,34 @@ ClipListView::ClipListView(QWidget* parent) : QListView(parent) {
 void ClipListView::setClips(ClipListModel* model) {
   clips_ = model;
   setModel(model);
-  connect(model, &QAbstractItemModel::rowsInserted, this,
-          [this](const QModelIndex&, int first, int last) { onInserted(first, last); });
-  connect(model, &QAbstractItemModel::rowsRemoved, this,
-          [this](const QModelIndex&, int first, int last) { onRemoved(first, last); });
-  connect(model, &QAbstractItemModel::rowsMoved, this,
+  connect(this, &QAbstractItemView::pressed, this, [this](const QModelIndex& index) { pressed_ = index; });
+  followRows(*model);
+  reset();
+}
+
+void ClipListView::followRows(const ClipListModel& model) {
+  connect(&model, &QAbstractItemModel::rowsAboutToBeInserted, this, [this] { dropAnchor({}); });
+  connect(&model, &QAbstractItemModel::rowsInserted, this, [this](const QModelIndex&, int first, int last) {
+    for (int row = first; row <= last; ++row)
+      geometry_.insert(row, clips_->clipAt(row)->clip.isImage());
+    shift();
+  });
+  connect(&model, &QAbstractItemModel::rowsAboutToBeRemoved, this,
+          [this](const QModelIndex&, int first, int last) {
+            dropAnchor({first, last});
+          });
+  connect(&model, &QAbstractItemModel::rowsRemoved, this, [this](const QModelIndex&, int first, int last) {
+    geometry_.remove(first, last);
+    shift();
+  });
+  connect(&model, &QAbstractItemModel::rowsAboutToBeMoved, this, [this](const QModelIndex&, int from) {
+    dropAnchor({from, from});
+  });
+  connect(&model, &QAbstractItemModel::rowsMoved, this,
           [this](const QModelIndex&, int from, int, const QModelIndex&, int to) {
             geometry_.move(from, to > from ? to - 1 : to);
             shift();
           });
-  reset();
 }
 
 void ClipListView::setEmptyText(const QString& text) {
@@ -62,28 +80,26 @@ void ClipListView::doItemsLayout() {
   QAbstractItemView::doItemsLayout();
 }
 
-bool ClipListView::isAnchored() const {
-  return verticalOffset() > 0 || viewport()->underMouse();
-}
-
-void ClipListView::onInserted(int first, int last) {
-  int added = 0;
-  for (int row = first; row <= last; ++row) {
-    geometry_.insert(row, clips_->clipAt(row)->clip.isImage());
-    added += geometry_.height(row);
+void ClipListView::dropAnchor(const Rows& leaving) {
+  const auto stays = [&](const QModelIndex& index) {
+    return index.isValid() && (index.row() < leaving.first || index.row() > leaving.last);
+  };
+  const auto place = [this](int row) { return geometry_.top(row) - verticalOffset(); };
+  anchor_ = QModelIndex();
+  if (!stays(hovered_) && verticalOffset() == 0) return;
+  const QModelIndex index = stays(hovered_) ? QModelIndex(hovered_) : clips_->index(firstShown());
+  if (stays(index)) {
+    anchor_ = index;
+    anchorTop_ = place(index.row());
+  } else {
+    // The row behind those that leave comes where they were.
+    anchor_ = clips_->index(leaving.last + 1);
+    anchorTop_ = std::max(0, place(leaving.first));
   }
-  const bool above = geometry_.top(first) < verticalOffset() + (viewport()->underMouse() ? 1 : 0);
-  shift();
-  if (above && isAnchored()) verticalScrollBar()->setValue(verticalOffset() + added);
 }
 
-void ClipListView::onRemoved(int first, int last) {
-  const int top = geometry_.top(first);
-  const int gone = geometry_.top(last + 1) - top;
-  const int offset = verticalOffset();
-  geometry_.remove(first, last);
-  shift();
-  if (top + gone <= offset) verticalScrollBar()->setValue(offset - gone);
+int ClipListView::firstShown() const {
+  return geometry_.rowAt(verticalOffset());
 }
 
 void ClipListView::dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight,
@@ -92,12 +108,15 @@ void ClipListView::dataChanged(const QModelIndex& topLeft, const QModelIndex& bo
   if (!clips_ || topLeft.row() != bottomRight.row() || topLeft.row() >= geometry_.rows()) return;
   const bool tall = clips_->clipAt(topLeft.row())->clip.isImage();
   if (tall == geometry_.isTall(topLeft.row())) return viewport()->update(visualRect(topLeft));
+  dropAnchor({});
   geometry_.setTall(topLeft.row(), tall);
   shift();
 }
 
 void ClipListView::shift() {
   updateGeometries();
+  const QModelIndex anchor = std::exchange(anchor_, {});
+  if (anchor.isValid()) verticalScrollBar()->setValue(geometry_.top(anchor.row()) - anchorTop_);
   viewport()->update();
   hoverAt(viewport()->mapFromGlobal(QCursor::pos()));
   Q_EMIT rowsShifted();
@@ -227,7 +246,7 @@ void ClipListView::hoverAt(const QPoint& point) {
 }
 
 void ClipListView::startDrag(Qt::DropActions) {
-  const QModelIndex index = currentIndex();
+  const QModelIndex index = pressed_;
   if (!index.isValid() || !(clips_->flags(index) & Qt::ItemIsDragEnabled)) return;
   std::unique_ptr<QMimeData> content(clips_->mimeData({index}));
   if (!content) return;

@@ -57,17 +57,30 @@ class ClipListView final : public QListView {
                    const QList<int>& roles) override;
 
  private:
-  void onInserted(int first, int last);
-  void onRemoved(int first, int last);
+  struct Rows {
+    int first = -1;
+    int last = -1;
+  };
+
+  void followRows(const ClipListModel& model);
+  /// Notes, before rows come, go or change their height, which row stays where it is on the screen: the one
+  /// under the pointer or, in a list that is scrolled, the first to be seen; none of those that leave.
+  void dropAnchor(const Rows& leaving);
+  [[nodiscard]] int firstShown() const;
+  /// Rows are somewhere else now: puts the one that is to stay back where it was.
   void shift();
   void paintEmpty(QPainter& painter) const;
   void hoverAt(const QPoint& point);
-  [[nodiscard]] bool isAnchored() const;
 
   ClipListModel* clips_ = nullptr;
   RowGeometry geometry_;
   QString emptyText_;
   QPersistentModelIndex hovered_;
+  /// Where the button of the mouse was pressed last.
+  QPersistentModelIndex pressed_;
+  QPersistentModelIndex anchor_;
+  /// Where the row that stays begins, from the upper edge of what is shown.
+  int anchorTop_ = 0;
   /// How far the list's upper edge has moved down since it was last laid out.
   int movedBy_ = 0;
 };

@@ -137,14 +137,19 @@ QStringList marksOf(const ClipItem& clip, bool queued) {
 
 }  // namespace
 
-ClipRow::ClipRow(const ClipListModel& model, const Clock& clock, Thumbnails& thumbnails,
+ClipRow::ClipRow(const ClipListModel& model, ClipboardStore& store, const Clock& clock,
                  ApplicationIcons icons, QObject* parent)
     : QStyledItemDelegate(parent),
       model_(model),
+      store_(store),
       clock_(clock),
-      thumbnails_(thumbnails),
       icons_(std::move(icons)),
-      contents_(kKeptContents) {}
+      contents_(kKeptContents) {
+  connect(&store_, &ClipboardStore::clipsRemoved, this, [this](const auto&, const QList<ClipRef>& clips) {
+    for (const ClipRef& clip : clips)
+      contents_.remove(clip->clip.id);
+  });
+}
 
 QSize ClipRow::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const {
   const bool tall = model_.clipAt(index.row())->clip.isImage();
@@ -163,7 +168,9 @@ const RowContent& ClipRow::contentOf(int row, int previewWidth, const PanelTheme
   const QUuid id = key.clip->clip.id;
   const RowContent* known = contents_.object(id);
   // The traits of a long text are there some time after its row.
-  const bool ready = known && known->key == key && known->hadTraits == (key.clip->readyTraits() != nullptr);
+  const bool hasTraits = key.clip->readyTraits() != nullptr;
+  if (!hasTraits) store_.examiner().examine(key.clip);
+  const bool ready = known && known->key == key && known->hadTraits == hasTraits;
   if (!ready) {
     ++layoutsMade_;
     contents_.insert(id, new RowContent(key));
@@ -175,14 +182,14 @@ const RowContent& ClipRow::contentOf(int row, int previewWidth, const PanelTheme
 void ClipRow::forgetSecrets() {
   const auto ids = contents_.keys();
   for (const QUuid& id : ids) {
-    if (contents_.object(id)->key.secrecy == Secrecy::revealed) contents_.remove(id);
+    if (contents_.object(id)->key.secrecy != Secrecy::none) contents_.remove(id);
   }
 }
 
 void ClipRow::drawIcon(QPainter& painter, const QRect& area, const ClipItem& clip, Secrecy secrecy,
                        const PanelTheme& theme) const {
   const bool shows = clip.imageFile && secrecy != Secrecy::masked;
-  const QImage picture = shows ? thumbnails_.thumbnail(*clip.imageFile) : QImage();
+  const QImage picture = shows ? store_.thumbnails().thumbnail(*clip.imageFile) : QImage();
   if (!picture.isNull()) return drawPicture(painter, area, picture, theme);
   QRect tile(0, 0, 28, 28);
   tile.moveCenter(area.center());

@@ -3,7 +3,6 @@
 #include <QCache>
 #include <QStyledItemDelegate>
 
-#include "capture/Thumbnails.h"
 #include "panel/ClipListModel.h"
 #include "panel/RowContent.h"
 #include "platform/Clock.h"
@@ -18,8 +17,8 @@ using ApplicationIcons = std::function<QPixmap(const QString& identifier, int si
 /// come.
 class ClipRow final : public QStyledItemDelegate {
  public:
-  /// Model, clock and thumbnails must outlive this.
-  ClipRow(const ClipListModel& model, const Clock& clock, Thumbnails& thumbnails, ApplicationIcons icons,
+  /// Model, store and clock must outlive this.
+  ClipRow(const ClipListModel& model, ClipboardStore& store, const Clock& clock, ApplicationIcons icons,
           QObject* parent);
 
   void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
@@ -37,8 +36,8 @@ class ClipRow final : public QStyledItemDelegate {
   [[nodiscard]] const RowContent& contentOf(int row, int previewWidth, const PanelTheme& theme) const;
 
   const ClipListModel& model_;
+  ClipboardStore& store_;
   const Clock& clock_;
-  Thumbnails& thumbnails_;
   ApplicationIcons icons_;
   /// What is drawn of the clips that were drawn last, by id.
   mutable QCache<QUuid, RowContent> contents_;

@@ -1,8 +1,9 @@
 #include "panel/CollectionSheet.h"
 
-#include <QCompleter>
-#include <QEvent>
+#include <QHBoxLayout>
 #include <QLineEdit>
+#include <algorithm>
+#include <utility>
 
 #include "panel/PanelTheme.h"
 #include "panel/TextButton.h"
@@ -11,7 +12,10 @@ namespace nimbrel {
 namespace {
 
 /// A collection's name is a name, not a text.
-constexpr int kMostCharacters = 80;
+constexpr qsizetype kMostCharacters = 80;
+/// As many as have room beside each other.
+constexpr int kMostSuggestions = 3;
+constexpr int kSuggestionWidth = 84;
 
 QString fieldStyle(const PanelTheme& theme) {
   return QStringLiteral(
@@ -25,35 +29,76 @@ QString fieldStyle(const PanelTheme& theme) {
 
 }  // namespace
 
-CollectionSheet::CollectionSheet(const QString& name, const QStringList& known, QWidget* parent)
-    : PanelSheet(tr("Asignar a colección"), parent), field_(new QLineEdit(name, this)) {
+CollectionSheet::CollectionSheet(const QString& name, QStringList known, QWidget* parent)
+    : PanelSheet(tr("Asignar a colección"), parent),
+      known_(std::move(known)),
+      field_(new QLineEdit(this)),
+      suggestions_(new QWidget(this)) {
   setObjectName(QStringLiteral("collectionSheet"));
-  const PanelTheme theme = panelTheme(palette());
   field_->setObjectName(QStringLiteral("collectionName"));
   field_->setPlaceholderText(tr("Nombre de colección"));
   field_->setAccessibleName(tr("Nombre de colección"));
   field_->setFont(panelFont(13));
-  field_->setMaxLength(kMostCharacters);
+  // A name that is longer already stays whole.
+  field_->setMaxLength(static_cast<int>(std::max(kMostCharacters, name.size())));
+  field_->setText(name);
   field_->setContextMenuPolicy(Qt::NoContextMenu);
-  field_->setStyleSheet(fieldStyle(theme));
+  field_->setStyleSheet(fieldStyle(panelTheme(palette())));
   field_->selectAll();
-  auto* const completer = new QCompleter(known, field_);
-  completer->setCaseSensitivity(Qt::CaseInsensitive);
-  // In the field itself: a list of its own would take the keyboard from the panel.
-  completer->setCompletionMode(QCompleter::InlineCompletion);
-  field_->setCompleter(completer);
   addContent(field_);
+  addSuggestions();
   addNote(tr("La colección fija este elemento para conservarlo."));
   auto* const yes = new TextButton(tr("Asignar"), TextButton::Tone::accent, this);
   setFirstFocus(field_);
   addButtons(tr("Cancelar"), yes);
-  connect(yes, &TextButton::clicked, this, &CollectionSheet::assign);
-  connect(field_, &QLineEdit::returnPressed, this, &CollectionSheet::assign);
+  connect(yes, &TextButton::clicked, this, [this] { assign(field_->text()); });
+  connect(field_, &QLineEdit::returnPressed, this, [this] { assign(field_->text()); });
 }
 
-void CollectionSheet::assign() {
+void CollectionSheet::addSuggestions() {
+  if (known_.isEmpty()) return suggestions_->hide();
+  auto* const row = new QHBoxLayout(suggestions_);
+  row->setContentsMargins(0, 0, 0, 0);
+  row->setSpacing(6);
+  for (int i = 0; i < kMostSuggestions; ++i) {
+    auto* const button = new TextButton({}, TextButton::Tone::plain, suggestions_);
+    button->setObjectName(QStringLiteral("suggestion%1").arg(i + 1));
+    row->addWidget(button);
+    connect(button, &TextButton::clicked, this, [this, i] { assign(suggested_.at(i)); });
+  }
+  row->addStretch(1);
+  addContent(suggestions_);
+  connect(field_, &QLineEdit::textChanged, this, &CollectionSheet::suggest);
+  suggest();
+}
+
+void CollectionSheet::suggest() {
+  // The name that is there already is no reason to hide the others.
+  const QString typed = field_->hasSelectedText() ? QString() : field_->text().trimmed();
+  suggested_.clear();
+  for (const QString& name : std::as_const(known_)) {
+    if (name.contains(typed, Qt::CaseInsensitive)) suggested_.append(name);
+  }
+  const auto buttons = suggestions_->findChildren<TextButton*>();
+  for (qsizetype i = 0; i < buttons.size(); ++i) {
+    TextButton* const button = buttons.at(i);
+    button->setVisible(i < suggested_.size());
+    if (i >= suggested_.size()) continue;
+    const QString& name = suggested_.at(i);
+    button->setText(button->fontMetrics().elidedText(name, Qt::ElideRight, kSuggestionWidth - 20));
+    // A name's "&" is part of it.
+    button->setShortcut({});
+    button->setAccessibleName(tr("Colección %1").arg(name));
+    button->setFixedWidth(std::min(kSuggestionWidth, button->sizeHint().width()));
+  }
+}
+
+void CollectionSheet::assign(const QString& name) {
   if (isHidden()) return;
-  Q_EMIT assigned(field_->text());
+  const auto same = std::find_if(known_.cbegin(), known_.cend(), [&](const QString& known) {
+    return known.compare(name.trimmed(), Qt::CaseInsensitive) == 0;
+  });
+  Q_EMIT assigned(same == known_.cend() ? name : *same);
   close();
 }
 

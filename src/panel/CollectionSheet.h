@@ -1,27 +1,37 @@
 #pragma once
 
+#include <QStringList>
+
 #include "panel/PanelSheet.h"
 
 class QLineEdit;
 
 namespace nimbrel {
 
-/// Asks for the name of the collection that a clip is to be in.
+/// Asks for the name of the collection that a clip is to be in, and offers those that there are.
 class CollectionSheet final : public PanelSheet {
   Q_OBJECT
 
  public:
-  /// The field holds `name` at first; `known` are the names that it completes.
-  CollectionSheet(const QString& name, const QStringList& known, QWidget* parent);
+  /// The field holds `name` at first; `known` are the collections that there are.
+  CollectionSheet(const QString& name, QStringList known, QWidget* parent);
 
  Q_SIGNALS:
-  /// The clip is to be in this collection; a blank name means in none.
+  /// The clip is to be in this collection, one of those that there are when it differs from it in letter case
+  /// alone; a blank name means in none.
   void assigned(const QString& name);
 
  private:
-  void assign();
+  void addSuggestions();
+  /// Offers the collections whose names hold what has been typed.
+  void suggest();
+  void assign(const QString& name);
 
+  QStringList known_;
   QLineEdit* field_;
+  QWidget* suggestions_;
+  /// What the buttons stand for, in their order.
+  QStringList suggested_;
 };
 
 }  // namespace nimbrel

@@ -67,7 +67,7 @@ ContentView::ContentView(const PanelServices& services, QWidget* parent)
                                   .keyState = services.keyState},
                                  this)),
       list_(new ClipListView(this)),
-      rows_(new ClipRow(*model_, services.clock, services.store.thumbnails(), services.icons, list_)),
+      rows_(new ClipRow(*model_, services.store, services.clock, services.icons, list_)),
       notice_(new NoticeBar(this)),
       hint_(new HintLine(this)),
       menus_(new PanelMenus(services.store, actions_, *this)) {
@@ -87,7 +87,7 @@ ContentView::ContentView(const PanelServices& services, QWidget* parent)
   connect(chips_, &FilterChips::collectionCleared, this, [this] {
     setFilter({query_.filter.kind, query_.filter.app, {}});
   });
-  connect(banners_, &StatusBanners::failed, this, [this](const QString& why) { notice_->say(why); });
+  connect(banners_, &StatusBanners::failed, this, &ContentView::explain);
   for (QWidget* const child : findChildren<QWidget*>())
     child->installEventFilter(this);
   applyTheme();
@@ -102,9 +102,10 @@ void ContentView::buildList() {
   list_->setClips(model_);
   list_->setItemDelegate(rows_);
   list_->setContextMenuPolicy(Qt::CustomContextMenu);
-  connect(list_, &QListView::clicked, this, [this](const QModelIndex& index) { select(index.row()); });
+  connect(list_, &QListView::pressed, this, [this](const QModelIndex& index) { select(index.row()); });
+  // The clip that was clicked, whatever a search that still runs is about to bring.
   connect(list_, &QListView::doubleClicked, this, [this](const QModelIndex& index) {
-    run({PanelCommand::Kind::pasteRow, index.row()});
+    runOnClip(PanelCommand::Kind::paste, model_->clipAt(index.row()));
   });
   connect(list_, &QWidget::customContextMenuRequested, this, [this](const QPoint& point) {
     const QModelIndex index = list_->indexAt(point);
@@ -145,31 +146,37 @@ void ContentView::followModel() {
   connect(model_, &QAbstractItemModel::rowsMoved, this, [this] { keepSelection(); });
   connect(model_, &QAbstractItemModel::modelReset, this, [this] { keepSelection(); });
   connect(model_, &QAbstractItemModel::dataChanged, this, [this] { updateState(); });
-  connect(&services_.store.thumbnails(), &Thumbnails::ready, list_->viewport(),
-          qOverload<>(&QWidget::update));
+  const auto repaint = qOverload<>(&QWidget::update);
+  connect(&services_.store.thumbnails(), &Thumbnails::ready, list_->viewport(), repaint);
+  connect(&services_.store.examiner(), &ClipExaminer::examined, list_->viewport(), repaint);
   connect(&services_.store, &ClipboardStore::queueChanged, this, [this] {
     list_->viewport()->update();
     rowActions_->refresh();
   });
-  connect(&services_.store, &ClipboardStore::clipsRemoved, this, [this] { updateState(); });
+  // Also of what the list does not show.
+  connect(&services_.store, &ClipboardStore::clipInserted, this, &ContentView::updateState);
+  connect(&services_.store, &ClipboardStore::clipsRemoved, this, &ContentView::updateState);
 }
 
 void ContentView::followActions() {
   connect(&actions_, &ClipActions::pasteRequested, this, &ContentView::pasteRequested);
   connect(&actions_, &ClipActions::leaveRequested, this, &ContentView::dismissRequested);
-  connect(&actions_, &ClipActions::failed, this, [this](const QString& why) { notice_->say(why); });
-  connect(&actions_, &ClipActions::removed, this, &ContentView::offerUndo);
+  connect(&actions_, &ClipActions::failed, this, &ContentView::explain);
+  connect(&actions_, &ClipActions::removed, this, &ContentView::tellOfRemoval);
   connect(&actions_, &ClipActions::restored, this, [this](const QUuid& id) {
     // There may be more that was deleted just before.
     if (services_.store.canUndoRemoval())
-      offerUndo();
+      tellOfRemoval(true);
     else
       notice_->dismiss();
     if (const auto row = model_->rowOf(id)) select(*row);
   });
   connect(&actions_, &ClipActions::unlocked, this, [this](const QUuid& id) { model_->reveal(id); });
   connect(notice_, &NoticeBar::activated, &actions_, &ClipActions::undoRemoval);
-  connect(notice_, &NoticeBar::dismissed, this, [this] { services_.store.settleRemovals(); });
+  connect(notice_, &NoticeBar::dismissed, this, [this](bool hadKeyboard) {
+    services_.store.settleRemovals();
+    if (hadKeyboard) search_->setFocus(Qt::OtherFocusReason);
+  });
 }
 
 void ContentView::followMenus() {
@@ -193,7 +200,7 @@ void ContentView::followMenus() {
 
 void ContentView::panelDidShow() {
   banners_->refresh();
-  search_->clear();
+  search_->setText({});
   select(0);
   list_->scrollToTop();
   search_->setFocus(Qt::ActiveWindowFocusReason);
@@ -204,9 +211,10 @@ void ContentView::panelDidHide() {
     menu->close();
   if (sheet_) sheet_->cancel();
   notice_->dismiss();
+  actions_.forgetUnlocking();
   model_->maskAll();
   rows_->forgetSecrets();
-  search_->clear();
+  search_->setText({});
 }
 
 ClipRef ContentView::selectedClip() const {
@@ -261,7 +269,8 @@ void ContentView::select(int row) {
     focus.setChild(row);
     QAccessible::updateAccessibility(&focus);
   }
-  Q_EMIT quickLookSelectionChanged(model_->clipAt(row));
+  const bool masked = model_->secrecyOf(row) == Secrecy::masked;
+  Q_EMIT quickLookSelectionChanged(masked ? ClipRef() : model_->clipAt(row));
 }
 
 void ContentView::keepSelection() {
@@ -295,7 +304,7 @@ bool ContentView::handleKeyBesideField(QKeyEvent& event) {
   auto* const button = qobject_cast<QAbstractButton*>(focusWidget());
   const bool presses = event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
   if (button && plain && presses) {
-    button->click();
+    if (!event.isAutoRepeat()) button->click();
     return true;
   }
   if (event.key() == Qt::Key_Space && focusWidget() != list_) return false;
@@ -312,14 +321,15 @@ bool ContentView::handleKey(const QKeyEvent& event) {
   const PanelKeyState state{.hasQuery = !search_->text().isEmpty(),
                             .canUndo = services_.store.canUndoRemoval()};
   const auto command = panelCommand(event, services_.keys, state);
-  if (command) run(*command);
+  // A key that is held down moves on, and does everything else once.
+  if (command && (!event.isAutoRepeat() || command->movesOn())) run(*command);
   return command.has_value();
 }
 
 void ContentView::run(const PanelCommand& command) {
   using Kind = PanelCommand::Kind;
-  // What is done next is done to what was asked for last.
-  model_->finishSearch();
+  // What is done to a row is done to what was asked for last.
+  if (command.concernsRows()) model_->finishSearch();
   switch (command.kind) {
     case Kind::selectPrevious:
       return step(-1);
@@ -384,7 +394,7 @@ void ContentView::runOnClip(PanelCommand::Kind kind, const ClipRef& ref) {
 }
 
 void ContentView::preview(const ClipRef& clip) {
-  if (isMasked(clip)) return notice_->say(tr("Este elemento está oculto."));
+  if (isMasked(clip)) return explain(tr("Este elemento está oculto."));
   Q_EMIT quickLookRequested(clip);
 }
 
@@ -421,8 +431,14 @@ void ContentView::showClipMenu(int row, const QPoint& position) {
   menus_->clipMenu(model_->clipAt(row), model_->secrecyOf(row))->popup(position);
 }
 
-void ContentView::offerUndo() {
-  notice_->say(tr("Elemento borrado"), tr("Deshacer"));
+void ContentView::tellOfRemoval(bool canUndo) {
+  // What went before must not be taken for what has just gone for good.
+  if (!canUndo) services_.store.settleRemovals();
+  notice_->say(tr("Elemento borrado"), canUndo ? tr("Deshacer") : QString());
+}
+
+void ContentView::explain(const QString& why) {
+  notice_->say(why, services_.store.canUndoRemoval() ? tr("Deshacer borrado") : QString());
 }
 
 void ContentView::placeNotice() {

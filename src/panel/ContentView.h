@@ -50,7 +50,7 @@ class ContentView final : public QWidget {
   void quitRequested();
   /// The preview of a clip is to be opened, or closed when it is open. Never for a masked clip.
   void quickLookRequested(const nimbrel::ClipRef& clip);
-  /// Another clip is selected.
+  /// Another clip is selected: null when it is masked.
   void quickLookSelectionChanged(const nimbrel::ClipRef& clip);
 
  protected:
@@ -88,7 +88,10 @@ class ContentView final : public QWidget {
   void confirmClearing();
   void openSheet(PanelSheet* sheet);
   void showClipMenu(int row, const QPoint& position);
-  void offerUndo();
+  /// Says that a clip was deleted, and offers to bring it back.
+  void tellOfRemoval(bool canUndo);
+  /// Says why something was not done. What can be undone stays so.
+  void explain(const QString& why);
   void placeNotice();
 
   PanelServices services_;

@@ -10,6 +10,8 @@ namespace {
 
 /// As far as search looks into a text.
 constexpr qsizetype kSearchedCharacters = 50'000;
+/// How much of a text is looked through at a time, in UTF-16 units.
+constexpr qsizetype kStretch = 4096;
 /// What is shown before and after a match, in UTF-16 units.
 constexpr qsizetype kBefore = 24;
 constexpr qsizetype kAfter = 60;
@@ -72,6 +74,29 @@ TextRange originOf(const FoldedText& text, qsizetype at, qsizetype bytes) {
   return {start, text.origins.at(next) - start};
 }
 
+/// Whether a stretch of text holds a term: folded all at once, which takes far less than letter by letter.
+bool holdsMatch(QStringView stretch, const QList<QByteArray>& terms) {
+  const QByteArray folded = foldedText(stretch);
+  return std::any_of(terms.begin(), terms.end(),
+                     [&](const QByteArray& term) { return folded.contains(term); });
+}
+
+/// The first letters that match a term, looked for in stretches that overlap by more than a match is long.
+std::optional<TextRange> firstMatch(QStringView text, const QList<QByteArray>& terms) {
+  qsizetype longest = 0;
+  for (const QByteArray& term : terms)
+    longest = std::max(longest, term.size());
+  const qsizetype overlap = 4 * longest;
+  const qsizetype step = std::max(kStretch, overlap);
+  for (qsizetype at = 0; at < text.size(); at += step) {
+    const QStringView stretch = text.sliced(at, std::min(step + overlap, text.size() - at));
+    if (!holdsMatch(stretch, terms)) continue;
+    const QList<TextRange> ranges = matchRanges(stretch, terms);
+    if (!ranges.isEmpty()) return TextRange{at + ranges.first().start, ranges.first().length};
+  }
+  return std::nullopt;
+}
+
 /// A cut never goes through a letter or the marks on it.
 qsizetype cleanCut(const QString& text, qsizetype at) {
   while (at > 0 && at < text.size() &&
@@ -94,12 +119,10 @@ QList<TextRange> matchRanges(QStringView text, const QList<QByteArray>& terms) {
   return merged(ranges);
 }
 
-Excerpt excerptOf(const QString& text, const QList<QByteArray>& terms, qsizetype from) {
+Excerpt excerptOf(const QString& text, const QList<QByteArray>& terms) {
   const QStringView searched = firstCharacters(text, kSearchedCharacters);
-  const QList<TextRange> ranges = matchRanges(searched, terms);
-  const auto first = std::find_if(ranges.begin(), ranges.end(),
-                                  [from](const TextRange& range) { return range.end() > from; });
-  if (first == ranges.end()) return {};
+  const auto first = firstMatch(searched, terms);
+  if (!first) return {};
   const qsizetype start = cleanCut(text, std::max<qsizetype>(0, first->start - kBefore));
   const qsizetype end = cleanCut(text, std::min(searched.size(), first->end() + kAfter));
   Excerpt excerpt;

@@ -29,8 +29,7 @@ struct Excerpt final {
   [[nodiscard]] bool isEmpty() const { return text.isEmpty(); }
 };
 
-/// The surroundings of the first match at or after a position; empty when there is none in the part of the
-/// text that search sees.
-[[nodiscard]] Excerpt excerptOf(const QString& text, const QList<QByteArray>& terms, qsizetype from);
+/// The surroundings of the first match; empty when there is none in the part of the text that search sees.
+[[nodiscard]] Excerpt excerptOf(const QString& text, const QList<QByteArray>& terms);
 
 }  // namespace nimbrel

@@ -10,15 +10,11 @@
 namespace nimbrel {
 namespace {
 
-using namespace std::chrono_literals;
-
-/// Long enough to be read and acted upon.
-constexpr auto kPatience = 6s;
 constexpr int kHeight = 36;
 
 }  // namespace
 
-NoticeBar::NoticeBar(QWidget* parent)
+NoticeBar::NoticeBar(QWidget* parent, std::chrono::milliseconds patience)
     : QWidget(parent), label_(new QLabel(this)), button_(new TextButton({}, TextButton::Tone::accent, this)) {
   setObjectName(QStringLiteral("noticeBar"));
   setFixedHeight(kHeight);
@@ -31,7 +27,7 @@ NoticeBar::NoticeBar(QWidget* parent)
   row->addWidget(label_, 1);
   row->addWidget(button_);
   timer_.setSingleShot(true);
-  timer_.setInterval(kPatience);
+  timer_.setInterval(patience);
   connect(&timer_, &QTimer::timeout, this, &NoticeBar::dismiss);
   connect(button_, &TextButton::clicked, this, &NoticeBar::activated);
   hide();
@@ -51,8 +47,9 @@ void NoticeBar::say(const QString& text, const QString& button) {
 void NoticeBar::dismiss() {
   if (isHidden()) return;
   timer_.stop();
+  const bool hadKeyboard = button_->hasFocus();
   hide();
-  Q_EMIT dismissed();
+  Q_EMIT dismissed(hadKeyboard);
 }
 
 void NoticeBar::paintEvent(QPaintEvent*) {

@@ -2,6 +2,7 @@
 
 #include <QTimer>
 #include <QWidget>
+#include <chrono>
 
 class QLabel;
 
@@ -15,7 +16,11 @@ class NoticeBar final : public QWidget {
   Q_OBJECT
 
  public:
-  explicit NoticeBar(QWidget* parent);
+  /// Long enough to be read and acted upon.
+  static constexpr std::chrono::milliseconds kPatience{6000};
+
+  /// What is said is to be seen for so long.
+  explicit NoticeBar(QWidget* parent, std::chrono::milliseconds patience = kPatience);
 
   /// Says something, with a button that does something about it unless its text is empty.
   void say(const QString& text, const QString& button = {});
@@ -24,8 +29,9 @@ class NoticeBar final : public QWidget {
 
  Q_SIGNALS:
   void activated();
-  /// What was said is not to be seen any more, and its button cannot be pressed.
-  void dismissed();
+  /// What was said is not to be seen any more, and its button, where the keyboard may have been, cannot be
+  /// pressed.
+  void dismissed(bool hadKeyboard);
 
  protected:
   void paintEvent(QPaintEvent* event) override;

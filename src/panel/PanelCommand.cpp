@@ -85,7 +85,25 @@ std::optional<Kind> withoutCommand(int key, const PanelKeyState& state) {
   }
 }
 
+constexpr std::array kMoves{Kind::selectPrevious, Kind::selectNext, Kind::selectPageUp,
+                            Kind::selectPageDown, Kind::nextKind,   Kind::previousKind};
+constexpr std::array kBesideRows{Kind::undoRemoval, Kind::nextKind, Kind::previousKind, Kind::openSettings,
+                                 Kind::dismiss};
+
+template <std::size_t count>
+bool isAmong(Kind kind, const std::array<Kind, count>& kinds) {
+  return std::find(kinds.begin(), kinds.end(), kind) != kinds.end();
+}
+
 }  // namespace
+
+bool PanelCommand::movesOn() const {
+  return isAmong(kind, kMoves);
+}
+
+bool PanelCommand::concernsRows() const {
+  return !isAmong(kind, kBesideRows);
+}
 
 std::optional<PanelCommand> panelCommand(const QKeyEvent& event, const KeyReader& keys,
                                          const PanelKeyState& state) {

@@ -38,6 +38,11 @@ struct PanelCommand final {
   Kind kind;
   int row = 0;
 
+  /// Whether it goes on to another row or kind, and further while its key is held down.
+  [[nodiscard]] bool movesOn() const;
+  /// Whether it means one of the rows that are shown.
+  [[nodiscard]] bool concernsRows() const;
+
   bool operator==(const PanelCommand&) const = default;
 };
 

@@ -62,6 +62,7 @@ PanelSheet::PanelSheet(const QString& title, QWidget* parent)
 
 void PanelSheet::addContent(QWidget* content) {
   column_->addWidget(content);
+  content->installEventFilter(this);
 }
 
 void PanelSheet::addNote(const QString& text) {
@@ -102,6 +103,7 @@ void PanelSheet::close() {
 void PanelSheet::keyPressEvent(QKeyEvent* event) {
   // Nothing that is pressed here is meant for the panel behind.
   event->accept();
+  if (event->isAutoRepeat()) return;
   if (event->key() == Qt::Key_Escape) return cancel();
   if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter) return;
   if (auto* const button = qobject_cast<QAbstractButton*>(focusWidget())) button->click();
@@ -112,6 +114,11 @@ void PanelSheet::mousePressEvent(QMouseEvent* event) {
 }
 
 bool PanelSheet::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::KeyPress && watched != parentWidget()) {
+    // The Return that opened the question, held for too long, does not answer it.
+    const auto& press = static_cast<QKeyEvent&>(*event);
+    if (press.isAutoRepeat() && (press.key() == Qt::Key_Return || press.key() == Qt::Key_Enter)) return true;
+  }
   if (watched == parentWidget() && event->type() == QEvent::Resize) setGeometry(parentWidget()->rect());
   return QWidget::eventFilter(watched, event);
 }

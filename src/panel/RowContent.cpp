@@ -16,8 +16,8 @@ Qt::TextElideMode elideModeOf(const ClipItem& clip) {
 }
 
 Excerpt hiddenMatch(const ClipItem& clip, const QList<QByteArray>& terms) {
-  const Excerpt inText = excerptOf(clip.text, terms, 0);
-  return inText.isEmpty() && clip.ocrText ? excerptOf(*clip.ocrText, terms, 0) : inText;
+  const Excerpt inText = excerptOf(clip.text, terms);
+  return inText.isEmpty() && clip.ocrText ? excerptOf(*clip.ocrText, terms) : inText;
 }
 
 }  // namespace

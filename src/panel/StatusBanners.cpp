@@ -36,7 +36,10 @@ StatusBanners::StatusBanners(const StatusSources& sources, QWidget* parent)
   connect(unreadable_, &Banner::activated, this, [this] {
     if (!sources_.opener.openKeyStore()) Q_EMIT failed(tr("No hay ningún programa con que abrirlo."));
   });
-  connect(untrusted_, &Banner::activated, this, [this] { sources_.permission.requestAccessibility(); });
+  connect(untrusted_, &Banner::activated, this, [this] {
+    if (!sources_.permission.requestAccessibility())
+      Q_EMIT failed(tr("Este escritorio no permite que un programa pulse teclas: pega tú con Ctrl-V."));
+  });
   connect(&sources_.store, &ClipboardStore::pauseChanged, this, &StatusBanners::refresh);
   connect(&sources_.permission, &PermissionState::changed, this, &StatusBanners::refresh);
   refresh();

@@ -9,9 +9,9 @@ class AccessibilityTrust {
 
   [[nodiscard]] virtual bool isTrusted() const = 0;
 
-  /// Asks the user for trust and opens the place in the system's settings where it is given, where there is
-  /// one.
-  virtual void request() = 0;
+  /// Asks the user for trust and opens the place in the system's settings where it is given. False when there
+  /// is no such place.
+  virtual bool request() = 0;
 };
 
 }  // namespace nimbrel

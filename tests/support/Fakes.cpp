@@ -60,6 +60,7 @@ bool FakeHotKeyRegistrar::registerHotKey(quint32 id, quint32 keyCode, quint32 mo
 
 SecretLookup FakeSecretStore::find(const SecretItem& item) {
   ++finds;
+  if (!isThere) return {SecretLookup::Outcome::unavailable, {}, 1};
   if (findStatus != 0) return {SecretLookup::Outcome::failed, {}, findStatus};
   const auto found = secrets.constFind(keyOf(item));
   if (found == secrets.constEnd()) return {SecretLookup::Outcome::notFound, {}, 0};

@@ -114,8 +114,12 @@ class FakeKeystrokePoster final : public KeystrokePoster {
 class FakeAccessibilityTrust final : public AccessibilityTrust {
  public:
   [[nodiscard]] bool isTrusted() const override { return trusted; }
-  void request() override { ++requests; }
+  bool request() override {
+    ++requests;
+    return hasSettings;
+  }
   bool trusted = true;
+  bool hasSettings = true;
   int requests = 0;
 };
 
@@ -157,6 +161,7 @@ class FakeSecretStore final : public SecretStore {
   /// Not 0: looking up, respectively adding, fails with this.
   int findStatus = 0;
   int addStatus = 0;
+  bool isThere = true;
   int finds = 0;
   int adds = 0;
 };

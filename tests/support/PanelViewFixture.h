@@ -103,14 +103,6 @@ class PanelViewFixture : public PanelFixture {
     return pasteboard.writes.isEmpty() ? QString() : pasteboard.writes.last().text.value_or(QString());
   }
   QString hint() { return find(QStringLiteral("hintLine"))->accessibleName(); }
-  void copyFile(const QString& path) {
-    PasteboardSnapshot snapshot;
-    snapshot.types = {QStringLiteral("public.file-url")};
-    snapshot.fileUrls = {QUrl::fromLocalFile(path)};
-    pasteboard.copy(snapshot);
-    clock.advance(std::chrono::seconds(1));
-    store().tick();
-  }
   /// Copies a picture in which a text is recognised.
   void copyReadImage(const QByteArray& bytes, const QString& text) {
     copyImage(bytes);

@@ -65,6 +65,15 @@ void StoreFixture::copyImage(const QByteArray& bytes) {
   store_->tick();
 }
 
+void StoreFixture::copyFile(const QString& path) {
+  PasteboardSnapshot snapshot;
+  snapshot.types = {pasteboardType::fileUrl.toString()};
+  snapshot.fileUrls = {QUrl::fromLocalFile(path)};
+  pasteboard.copy(snapshot);
+  clock.advance(std::chrono::seconds(1));
+  store_->tick();
+}
+
 void StoreFixture::copyRtf(const QString& text, const QByteArray& rtf) {
   PasteboardSnapshot snapshot;
   snapshot.types = {pasteboardType::plainText.toString(), pasteboardType::rtf.toString()};

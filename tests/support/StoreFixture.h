@@ -38,6 +38,8 @@ class StoreFixture : public ::testing::Test {
   void copySecret(const QString& text);
   /// Copies a picture with these bytes.
   void copyImage(const QByteArray& bytes);
+  /// Copies a file.
+  void copyFile(const QString& path);
   /// Copies a text with its RTF.
   void copyRtf(const QString& text, const QByteArray& rtf);
   [[nodiscard]] QStringList texts() const;

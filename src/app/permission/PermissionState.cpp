@@ -16,8 +16,8 @@ void PermissionState::recheck() {
   Q_EMIT changed();
 }
 
-void PermissionState::requestAccessibility() {
-  trust_.request();
+bool PermissionState::requestAccessibility() {
+  return trust_.request();
 }
 
 bool PermissionState::openPrivacySettings() {

@@ -25,8 +25,9 @@ class PermissionState final : public QObject {
   /// Asks the desktop again.
   void recheck();
 
-  /// Asks the user for the trust, whether or not it has been given already.
-  void requestAccessibility();
+  /// Asks the user for the trust, whether or not it has been given already; false when this desktop has no
+  /// place where it is given.
+  bool requestAccessibility();
 
   /// Opens the system's settings about privacy; false when there are none.
   bool openPrivacySettings();

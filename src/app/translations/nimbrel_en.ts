@@ -422,6 +422,10 @@ base64Decode, formatJSON, compactJSON.
         <source>Cancelar</source>
         <translation>Cancel</translation>
     </message>
+    <message>
+        <source>Colección %1</source>
+        <translation>Collection %1</translation>
+    </message>
 </context>
 <context>
     <name>nimbrel::ConfirmSheet</name>
@@ -478,6 +482,10 @@ base64Decode, formatJSON, compactJSON.
     <message>
         <source>Deshacer</source>
         <translation>Undo</translation>
+    </message>
+    <message>
+        <source>Deshacer borrado</source>
+        <translation>Undo Delete</translation>
     </message>
 </context>
 <context>
@@ -882,6 +890,10 @@ base64Decode, formatJSON, compactJSON.
     <message>
         <source>No hay ningún programa con que abrirlo.</source>
         <translation>There is no program to open it with.</translation>
+    </message>
+    <message>
+        <source>Este escritorio no permite que un programa pulse teclas: pega tú con Ctrl-V.</source>
+        <translation>This desktop lets no program press keys: paste with Ctrl-V yourself.</translation>
     </message>
 </context>
 </TS>

@@ -12,6 +12,11 @@ constexpr qsizetype kMaxPieceCharacters = 50'000;
 /// UTF-16 units that are looked through in well under a millisecond.
 constexpr qsizetype kShortText = 4096;
 
+/// Whether two values of a clip have the very same text, and treat it alike.
+bool sharesText(const ClipItem& a, const ClipItem& b) {
+  return a.text.isSharedWith(b.text) && a.isText() == b.isText() && a.isSensitive() == b.isSensitive();
+}
+
 }  // namespace
 
 std::optional<QByteArray> searchBody(const ClipItem& clip) {
@@ -24,6 +29,22 @@ std::optional<QByteArray> searchBody(const ClipItem& clip) {
   if (hasText && hasOcr) body += '\n';
   if (hasOcr) body += foldedText(firstCharacters(*clip.ocrText, kMaxPieceCharacters));
   return body;
+}
+
+IndexedClip::IndexedClip(ClipItem value, const IndexedClip& before) : clip(std::move(value)) {
+  if (!sharesText(clip, before.clip)) return;
+  if (before.hasTraits_) {
+    std::call_once(examined_, [&] {
+      traits_ = before.traits_;
+      hasTraits_ = true;
+    });
+  }
+  if (before.hasBody_ && clip.ocrText == before.clip.ocrText) {
+    std::call_once(folded_, [&] {
+      body_ = before.body_;
+      hasBody_ = true;
+    });
+  }
 }
 
 const ClipTraits& IndexedClip::traits() const {

@@ -27,6 +27,8 @@ struct ClipTraits final {
 class IndexedClip final {
  public:
   explicit IndexedClip(ClipItem value) : clip(std::move(value)) {}
+  /// The same clip with another value: what was derived from a text that is still the same is taken over.
+  IndexedClip(ClipItem value, const IndexedClip& before);
 
   /// Any thread.
   [[nodiscard]] const std::optional<QByteArray>& body() const;

@@ -36,7 +36,7 @@ class XtestTrust final : public AccessibilityTrust {
 
   [[nodiscard]] bool isTrusted() const override { return isXtestUsable(desktop_->session); }
   /// X11 has neither a dialog nor a setting for this.
-  void request() override {}
+  bool request() override { return false; }
 
  private:
   std::shared_ptr<X11Desktop> desktop_;

@@ -74,7 +74,8 @@ TEST_F(BackgroundSearchTest, ForgetsWhatIsNotWantedAnyMore) {
 }
 
 TEST_F(BackgroundSearchTest, SeesTheHistoryAsItWasWhenItWasAsked) {
-  ask(u"cancion"_s);
+  // Too short for the index, which may already know what comes next.
+  ask(u"ca"_s);
   copyText(u"canción nueva"_s);
   store().removeClip(clip(2).id);
   search().finish();

@@ -77,6 +77,33 @@ TEST_F(Removal, PutsAClipBackIntoItsPlaceInTheQueue) {
   EXPECT_EQ(changes.last().first().toInt(), 3);
 }
 
+TEST_F(Removal, UndoneAfterTheSameWasCopiedAgainKeepsOneClip) {
+  launch();
+  copyImage("bild");
+  copyText(u"uno"_s);
+  copyFile(u"/tmp/a.txt"_s);
+  store().setCollection(clip(1).id, u"Recetas"_s);
+  store().addToQueue(clip(1).id);
+  for (int i = 0; i < 3; ++i)
+    EXPECT_TRUE(store().removeClipForNow(clip(0).id));
+  copyText(u"uno"_s);
+  copyImage("bild");
+  copyFile(u"/tmp/a.txt"_s);
+  const QUuid image = clip(1).id;
+  const QUuid text = clip(2).id;
+  EXPECT_EQ(store().undoRemoval(), image);
+  EXPECT_EQ(store().undoRemoval(), text);
+  EXPECT_EQ(store().undoRemoval(), clip(0).id);
+  EXPECT_EQ(store().items().size(), 3);
+  EXPECT_TRUE(clip(2).pinned);
+  EXPECT_EQ(clip(2).collection, u"Recetas"_s);
+  EXPECT_FALSE(clip(0).pinned);
+  EXPECT_EQ(store().queuedIDs(), QList<QUuid>{text});
+  database().flush();
+  EXPECT_EQ(files.images.size(), 1);
+  EXPECT_EQ(stored().size(), 3);
+}
+
 TEST_F(Removal, OfASecretIsForGood) {
   launch();
   copySecret(u"sk-abcdef"_s);

@@ -119,13 +119,15 @@ TEST_F(ClipFilesTest, SweepsWithWhatTheDatabaseRefersTo) {
   clip.imageFile = u"kept.png"_s;
   database.save(std::make_shared<const IndexedClip>(clip));
   ASSERT_TRUE(blobs.saveImage("x", u"kept.png"_s));
+  ASSERT_TRUE(blobs.saveImage("x", u"used.png"_s));
   ASSERT_TRUE(blobs.saveImage("x", u"orphan.png"_s));
   // The files were written by the real clock.
   clock.wall = std::chrono::system_clock::now() + std::chrono::hours(1);
   ClipFiles files(blobs, codec);
-  files.sweepOrphans(database);
+  files.sweepOrphans(database, {.images = {u"used.png"_s}, .rich = {}});
   files.finish();
   EXPECT_TRUE(blobs.loadImageData(u"kept.png"_s));
+  EXPECT_TRUE(blobs.loadImageData(u"used.png"_s));
   EXPECT_FALSE(blobs.loadImageData(u"orphan.png"_s));
 }
 
@@ -134,7 +136,7 @@ TEST_F(ClipFilesTest, WithoutADatabaseTheSweepDeletesNothing) {
   ASSERT_TRUE(blobs.saveImage("x", u"orphan.png"_s));
   clock.wall = std::chrono::system_clock::now() + std::chrono::hours(1);
   ClipFiles files(blobs, codec);
-  files.sweepOrphans(database);
+  files.sweepOrphans(database, {});
   files.finish();
   EXPECT_TRUE(blobs.loadImageData(u"orphan.png"_s));
 }

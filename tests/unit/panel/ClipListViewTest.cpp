@@ -13,7 +13,19 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-using ClipListViewTest = testing::PanelViewFixture;
+class ClipListViewTest : public testing::PanelViewFixture {
+ protected:
+  void hover(int row) {
+    QTest::mouseMove(list()->viewport(), list()->visualRect(model()->index(row)).center());
+    ASSERT_TRUE(QTest::qWaitFor([&] { return list()->hovered().row() == row; }));
+  }
+  void leave() {
+    // Whether or not it was there, which another test has decided.
+    hover(0);
+    QTest::mouseMove(field());
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !list()->hovered().isValid(); }));
+  }
+};
 
 TEST_F(ClipListViewTest, GivesImagesMoreRoom) {
   launch();
@@ -47,6 +59,7 @@ TEST_F(ClipListViewTest, KeepsTheSelectedRowInView) {
 
 TEST_F(ClipListViewTest, StaysWhereItIsWhenSomethingIsCopiedWhileItIsScrolled) {
   show(60);
+  leave();
   list()->verticalScrollBar()->setValue(500);
   const QModelIndex below = list()->indexAt({10, 10});
   const QPersistentModelIndex row(below);
@@ -89,14 +102,94 @@ TEST_F(ClipListViewTest, LaysATextOutOnceHoweverOftenItIsPainted) {
   EXPECT_EQ(delegate->layoutsMade(), made + 1);
 }
 
-TEST_F(ClipListViewTest, PaintsARowOnlyWithWhatIsInMemory) {
+TEST_F(ClipListViewTest, PaintsAPictureThatIsNotThereYetWhenItHasCome) {
   launch();
   copyImage("bild");
+  quit();
+  launch();
   open();
-  // The picture is there; what could be read again is not.
-  files.images.clear();
-  const QImage before = view->grab().toImage();
-  EXPECT_EQ(view->grab().toImage(), before);
+  const QRect icon(0, 0, 110, RowGeometry::kTall);
+  const QImage without = list()->viewport()->grab(icon).toImage();
+  // Painting has not read the file itself, but asked for it.
+  EXPECT_TRUE(QTest::qWaitFor([&] { return list()->viewport()->grab(icon).toImage() != without; }));
+}
+
+TEST_F(ClipListViewTest, TellsTheLengthOfALongTextOnceItHasBeenCounted) {
+  launch();
+  copyText(u"palabra "_s.repeated(100'000));
+  open();
+  view->grab();
+  EXPECT_TRUE(QTest::qWaitFor([this] { return model()->clipAt(0)->readyTraits() != nullptr; }));
+  const QImage counted = view->grab().toImage();
+  // What is known of a text stays known when the clip changes.
+  store().togglePin(clip(0).id);
+  EXPECT_TRUE(model()->clipAt(0)->readyTraits());
+  store().togglePin(clip(0).id);
+  EXPECT_EQ(view->grab().toImage(), counted);
+}
+
+TEST_F(ClipListViewTest, KeepsTheRowUnderThePointerWhereItIsWhateverHappensAboveIt) {
+  show(60);
+  hover(3);
+  const QPersistentModelIndex row = list()->hovered();
+  ASSERT_EQ(row.row(), 3);
+  const int top = list()->visualRect(row).top();
+  const auto stays = [&] { return list()->visualRect(row).top() == top && list()->hovered() == row; };
+  copyText(u"nuevo"_s);
+  EXPECT_TRUE(stays());
+  copyImage("bild");
+  EXPECT_TRUE(stays());
+  // From far below, and from just above.
+  copyText(u"40"_s);
+  EXPECT_TRUE(stays());
+  copyText(u"2"_s);
+  EXPECT_TRUE(stays());
+  store().removeClip(clip(1).id);
+  EXPECT_TRUE(stays());
+}
+
+TEST_F(ClipListViewTest, BringsTheNextRowUnderThePointerWhenOneIsDeletedThere) {
+  show(60);
+  hover(3);
+  const int top = list()->visualRect(list()->hovered()).top();
+  store().removeClip(clip(3).id);
+  EXPECT_EQ(list()->visualRect(model()->index(3)).top(), top);
+  EXPECT_EQ(list()->hovered().row(), 3);
+}
+
+TEST_F(ClipListViewTest, StaysWhereItIsWhenRowsMoveOrGoWhileItIsScrolled) {
+  show(60);
+  leave();
+  list()->verticalScrollBar()->setValue(20 * RowGeometry::kLow + 10);
+  const auto place = [this](const QString& text) {
+    for (int row = 0; row < rows(); ++row) {
+      if (model()->clipAt(row)->clip.text == text) return list()->visualRect(model()->index(row)).top();
+    }
+    return -1;
+  };
+  const int top = place(u"25"_s);
+  copyText(u"50"_s);
+  EXPECT_EQ(place(u"25"_s), top);
+  copyText(u"10"_s);
+  EXPECT_EQ(place(u"25"_s), top);
+  // The first to be seen is copied again: the next one comes in its place.
+  copyText(u"21"_s);
+  EXPECT_EQ(place(u"22"_s), 0);
+  const int second = place(u"23"_s);
+  store().removeClip(model()->clipAt(0)->clip.id);
+  EXPECT_EQ(place(u"23"_s), second);
+}
+
+TEST_F(ClipListViewTest, DragsTheClipThatWasPressed) {
+  show(5);
+  const QPoint at = list()->visualRect(model()->index(2)).center();
+  QTest::mousePress(list()->viewport(), Qt::LeftButton, {}, at);
+  EXPECT_EQ(selected(), u"3"_s);
+  copyText(u"nuevo"_s);
+  EXPECT_EQ(selected(), u"3"_s);
+  EXPECT_EQ(list()->currentIndex().row(), 3);
+  QTest::mouseRelease(list()->viewport(), Qt::LeftButton, {}, at);
+  EXPECT_EQ(selected(), u"3"_s);
 }
 
 }  // namespace

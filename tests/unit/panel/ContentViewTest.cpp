@@ -108,6 +108,22 @@ TEST_F(ContentViewTest, DeletesAndPinsTheSelectedClip) {
   EXPECT_EQ(selected(), u"2"_s);
 }
 
+TEST_F(ContentViewTest, DoesOnceWhatAHeldKeyMeansAndGoesOnThroughTheRows) {
+  show(5);
+  const auto hold = [this](int key, Qt::KeyboardModifiers modifiers) {
+    QKeyEvent held(QEvent::KeyPress, key, modifiers, QString(), true);
+    QCoreApplication::sendEvent(field(), &held);
+  };
+  press(Qt::Key_Down);
+  hold(Qt::Key_Down, Qt::NoModifier);
+  EXPECT_EQ(selected(), u"3"_s);
+  press(Qt::Key_Backspace, Qt::ControlModifier);
+  hold(Qt::Key_Backspace, Qt::ControlModifier);
+  EXPECT_EQ(rows(), 4);
+  hold(Qt::Key_Return, Qt::NoModifier);
+  EXPECT_TRUE(pasteboard.writes.isEmpty());
+}
+
 TEST_F(ContentViewTest, AsksToBeDismissedByEscape) {
   show(1);
   const QSignalSpy dismissals(view.get(), &ContentView::dismissRequested);

@@ -48,7 +48,7 @@ TEST(MatchRanges, SurviveBrokenSurrogates) {
 
 TEST(Excerpt, ShowsAMatchWithTheWordsAroundItInOneLine) {
   const QString text = QString(u"relleno "_s).repeated(100) + u"las\n«canciones populares» que"_s;
-  const Excerpt excerpt = excerptOf(text, terms(u"cancion"_s), 0);
+  const Excerpt excerpt = excerptOf(text, terms(u"cancion"_s));
   EXPECT_TRUE(excerpt.text.startsWith(u"… "_s));
   EXPECT_TRUE(excerpt.text.endsWith(u"las «canciones populares» que"_s)) << excerpt.text.toStdString();
   ASSERT_EQ(excerpt.matches.size(), 1);
@@ -56,15 +56,15 @@ TEST(Excerpt, ShowsAMatchWithTheWordsAroundItInOneLine) {
 }
 
 TEST(Excerpt, IsEmptyWithoutAMatchInWhatSearchSees) {
-  EXPECT_TRUE(excerptOf(u"hola"_s, terms(u"adiós"_s), 0).isEmpty());
+  EXPECT_TRUE(excerptOf(u"hola"_s, terms(u"adiós"_s)).isEmpty());
   const QString text = QString(50'000, u'a') + u" aguja"_s;
-  EXPECT_TRUE(excerptOf(text, terms(u"aguja"_s), 0).isEmpty());
+  EXPECT_TRUE(excerptOf(text, terms(u"aguja"_s)).isEmpty());
 }
 
 TEST(Excerpt, NeverCutsALetterInTwo) {
   const QString text =
       QString(u"👩‍👩‍👧"_s).repeated(60) + u"aguja"_s + QString(u"e\u0301"_s).repeated(60);
-  const Excerpt excerpt = excerptOf(text, terms(u"aguja"_s), 0);
+  const Excerpt excerpt = excerptOf(text, terms(u"aguja"_s));
   ASSERT_FALSE(excerpt.isEmpty());
   EXPECT_FALSE(excerpt.text.at(2).isLowSurrogate());
   EXPECT_FALSE(excerpt.text.back().isHighSurrogate());

@@ -93,6 +93,16 @@ TEST_F(PanelBanners, AskForTrust) {
   EXPECT_EQ(trust.requests, 1);
 }
 
+TEST_F(PanelBanners, SayWhatToDoWhereTrustCannotBeGiven) {
+  trust.trusted = false;
+  trust.hasSettings = false;
+  permission.recheck();
+  show(1);
+  button(u"untrustedBanner"_s)->click();
+  EXPECT_TRUE(find(u"noticeBar"_s)->isVisible());
+  EXPECT_TRUE(find(u"noticeBar"_s)->accessibleName().contains(u"Ctrl-V"));
+}
+
 TEST_F(PanelBanners, LeaveRoomForTheListHoweverManyThereAre) {
   trust.trusted = false;
   pasteboard.given = Pasteboard::Access::alwaysDeny;

@@ -272,6 +272,56 @@ TEST_F(PanelMenusTest, TheCollectionDialogForANewOneBeginsEmptyAndCanBeLeft) {
   EXPECT_TRUE(field()->hasFocus());
 }
 
+TEST_F(PanelMenusTest, TheCollectionDialogOffersTheCollectionsThatThereAre) {
+  show(4);
+  for (int row = 0; row < 3; ++row)
+    store().setCollection(clip(row).id, QStringList{u"Cocina"_s, u"Código & más"_s, u"Viajes"_s}.at(row));
+  press(Qt::Key_End);
+  press(Qt::Key_K, Qt::ControlModifier);
+  auto* const name = find<QLineEdit>(u"collectionName"_s);
+  EXPECT_TRUE(find(u"suggestion3"_s)->isVisible());
+  QTest::keyClicks(name, u"co"_s);
+  // Nothing is written that nobody typed.
+  EXPECT_EQ(name->text(), u"co"_s);
+  EXPECT_TRUE(find(u"suggestion1"_s)->isVisible());
+  EXPECT_EQ(find(u"suggestion2"_s)->accessibleName(), u"Colección Código & más"_s);
+  EXPECT_FALSE(find(u"suggestion3"_s)->isVisible());
+  click(u"suggestion2"_s);
+  EXPECT_EQ(clip(3).collection, u"Código & más"_s);
+}
+
+TEST_F(PanelMenusTest, TheCollectionDialogTakesWhatWasTypedAndKnowsACollectionInAnyCase) {
+  show(3);
+  store().setCollection(clip(0).id, u"Cocina"_s);
+  press(Qt::Key_End);
+  press(Qt::Key_K, Qt::ControlModifier);
+  QTest::keyClicks(find(u"collectionName"_s), u"Co"_s);
+  QTest::keyClick(find(u"collectionName"_s), Qt::Key_Return);
+  EXPECT_EQ(clip(2).collection, u"Co"_s);
+  bury();
+  press(Qt::Key_K, Qt::ControlModifier);
+  find<QLineEdit>(u"collectionName"_s)->setText(u" cocina "_s);
+  QTest::keyClick(find(u"collectionName"_s), Qt::Key_Return);
+  EXPECT_EQ(clip(2).collection, u"Cocina"_s);
+}
+
+TEST_F(PanelMenusTest, TheCollectionDialogKeepsALongNameWhole) {
+  show(1);
+  const QString name = u"Colección "_s.repeated(20).trimmed();
+  store().setCollection(clip(0).id, name);
+  press(Qt::Key_K, Qt::ControlModifier);
+  QTest::keyClick(find(u"collectionName"_s), Qt::Key_Return);
+  EXPECT_EQ(clip(0).collection, name);
+}
+
+TEST_F(PanelMenusTest, AKeyHeldDownAnswersNoDialog) {
+  show(1);
+  press(Qt::Key_K, Qt::ControlModifier);
+  QKeyEvent held(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, u"\r"_s, true);
+  QCoreApplication::sendEvent(find(u"collectionName"_s), &held);
+  EXPECT_TRUE(find(u"collectionSheet"_s)->isVisible());
+}
+
 TEST_F(PanelMenusTest, TheCollectionDialogKeepsTheKeyboardToItself) {
   show(2);
   press(Qt::Key_K, Qt::ControlModifier);

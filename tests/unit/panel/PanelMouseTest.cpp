@@ -121,13 +121,48 @@ TEST_F(PanelMouse, LetsADeletedClipGoWithThePanel) {
   EXPECT_FALSE(store().canUndoRemoval());
 }
 
+TEST_F(PanelMouse, KeepsTheWayBackWhileItSaysSomethingElse) {
+  show(2);
+  const ClipItem before = clip(0);
+  press(Qt::Key_Backspace, Qt::ControlModifier);
+  copySecret(u"sk-abcdef"_s);
+  press(Qt::Key_Home);
+  press(Qt::Key_Space);
+  EXPECT_EQ(notice(), u"Este elemento está oculto."_s);
+  EXPECT_EQ(find<QAbstractButton>(u"noticeButton"_s)->text(), u"Deshacer borrado"_s);
+  click(u"noticeButton"_s);
+  EXPECT_EQ(clip(1), before);
+}
+
+TEST_F(PanelMouse, OffersNoOtherClipBackOnceASecretIsGone) {
+  show(2);
+  copySecret(u"sk-abcdef"_s);
+  press(Qt::Key_Backspace, Qt::ControlModifier);
+  EXPECT_TRUE(store().canUndoRemoval());
+  press(Qt::Key_Home);
+  press(Qt::Key_Backspace, Qt::ControlModifier);
+  EXPECT_FALSE(store().canUndoRemoval());
+  EXPECT_FALSE(find(u"noticeButton"_s)->isVisible());
+}
+
+TEST_F(PanelMouse, GivesTheFieldTheKeyboardWhenItHasNothingToSayAnyMore) {
+  show(2);
+  press(Qt::Key_Backspace, Qt::ControlModifier);
+  find(u"noticeButton"_s)->setFocus(Qt::TabFocusReason);
+  store().undoRemoval();
+  QTest::keyClick(find(u"noticeButton"_s), Qt::Key_Escape);
+  view->panelDidHide();
+  EXPECT_TRUE(field()->hasFocus());
+}
+
 TEST_F(PanelMouse, OffersNoWayBackToASecret) {
   launch();
   copySecret(u"sk-abcdef"_s);
   open();
   press(Qt::Key_Backspace, Qt::ControlModifier);
   EXPECT_TRUE(texts().isEmpty());
-  EXPECT_TRUE(notice().isEmpty());
+  EXPECT_EQ(notice(), u"Elemento borrado"_s);
+  EXPECT_FALSE(find(u"noticeButton"_s)->isVisible());
   EXPECT_FALSE(store().canUndoRemoval());
 }
 

@@ -102,6 +102,21 @@ TEST_F(HistoryCipherTest, HasNoKeyWhenANewOneCannotBeStored) {
   EXPECT_EQ(cipher.seal("claro"), QByteArray("claro"));
 }
 
+TEST_F(HistoryCipherTest, TellsAKeyThatIsThereAndUnreadableFromNoKeyStoreAtAll) {
+  using KeyState = HistoryCipher::KeyState;
+  EXPECT_EQ(cipher.keyState(), KeyState::ready);
+  const auto stateWith = [this](const auto& prepare) {
+    testing::FakeSecretStore other;
+    prepare(other);
+    return HistoryCipher(other, random).keyState();
+  };
+  EXPECT_EQ(stateWith([](auto& store) { store.findStatus = -25308; }), KeyState::unreadable);
+  EXPECT_EQ(stateWith([](auto& store) { store.secrets.insert(kItem, QByteArray(16, 'k')); }),
+            KeyState::unreadable);
+  EXPECT_EQ(stateWith([](auto& store) { store.isThere = false; }), KeyState::unavailable);
+  EXPECT_EQ(stateWith([](auto& store) { store.addStatus = -25299; }), KeyState::unavailable);
+}
+
 TEST_F(HistoryCipherTest, WithoutAKeyOpensPlaintextButNoEnvelope) {
   const QByteArray sealed = *cipher.seal("secreto");
   testing::FakeSecretStore broken;
