@@ -7,7 +7,9 @@
 #include "capture/ClipFiles.h"
 #include "capture/ClipboardStore.h"
 #include "capture/DetectingTextGrader.h"
+#include "look/icons/InstalledIcons.h"
 #include "platform/AccessibilityTrust.h"
+#include "platform/ApplicationCatalog.h"
 #include "platform/KeyReader.h"
 #include "platform/Opener.h"
 #include "platform/PasteboardTypes.h"
@@ -60,6 +62,12 @@ class NoOpener final : public Opener {
   bool reveal(const QList<QUrl>&) override { return false; }
   bool openPrivacySettings() override { return false; }
   bool openKeyStore() override { return false; }
+};
+
+class NoApplications final : public ApplicationCatalog {
+ public:
+  [[nodiscard]] QList<InstalledApplication> applications() override { return {}; }
+  [[nodiscard]] QIcon icon(const InstalledApplication&) const override { return {}; }
 };
 
 class FullTrust final : public AccessibilityTrust {

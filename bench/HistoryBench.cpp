@@ -45,6 +45,8 @@ void typeKey(benchmark::State& state, const QString& query) {
   NoOpener opener;
   FullTrust trust;
   NoKeys keys;
+  NoApplications applications;
+  InstalledIcons icons(applications, kRowIconSize);
   PermissionState permission(trust, bench.pasteboard, opener);
   ContentView view({.store = *bench.store,
                     .permission = permission,
@@ -54,7 +56,7 @@ void typeKey(benchmark::State& state, const QString& query) {
                     .keys = keys,
                     .keyState = [] { return HistoryCipher::KeyState::ready; },
                     .authenticate = {},
-                    .icons = {}},
+                    .icons = icons},
                    nullptr);
   const auto settle = [&bench] {
     while (bench.store->backgroundSearch().isRunning())

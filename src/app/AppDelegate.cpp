@@ -36,7 +36,9 @@ AppDelegate::AppDelegate(Platform& platform, HistoryCipher& cipher, std::unique_
               .files = files_,
               .images = *platform.imageCodec,
               .imageTexts = imageTexts_,
-              .makeId = &QUuid::createUuid}) {}
+              .makeId = &QUuid::createUuid}),
+      icons_(*platform.applications, kRowIconSize),
+      background_(QStringLiteral("Nimbrel.applications")) {}
 
 AppDelegate::~AppDelegate() {
   applicationWillTerminate();
@@ -59,10 +61,11 @@ void AppDelegate::applicationDidFinishLaunching() {
                               .keys = *platform_.keys,
                               .keyState = [this] { return cipher_.keyState(); },
                               .authenticate = {},
-                              .icons = {}},
+                              .icons = icons_},
                  .keystrokes = *platform_.keystrokes,
                  .defaults = *platform_.defaults,
                  .makeWindow = platform_.makePanelWindow});
+  connect(&icons_, &InstalledIcons::unknownAskedFor, this, [this] { findApplications(); });
   refreshStatusItem();
   registerHotKeys();
   obeySettings();
@@ -107,6 +110,11 @@ void AppDelegate::obeySettings() {
   connect(&settings_, &AppSettings::maxUnpinnedChanged, &store_, &ClipboardStore::trimToCapacity);
   connect(&settings_, &AppSettings::ocrEnabledChanged, &store_, &ClipboardStore::recognitionSwitched);
   connect(&settings_, &AppSettings::richEnabledChanged, &store_, &ClipboardStore::formatsSwitched);
+}
+
+void AppDelegate::findApplications() {
+  background_.run([&catalog = *platform_.applications] { return catalog.applications(); },
+                  [this](const QList<InstalledApplication>& found) { icons_.setApplications(found); });
 }
 
 void AppDelegate::sweepOrphans() {

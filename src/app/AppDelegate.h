@@ -9,10 +9,12 @@
 #include "app/hotkeys/HotKey.h"
 #include "app/hotkeys/HotKeyDispatcher.h"
 #include "app/permission/PermissionState.h"
+#include "capture/Background.h"
 #include "capture/ClipFiles.h"
 #include "capture/ClipboardStore.h"
 #include "capture/DetectingTextGrader.h"
 #include "capture/ImageTextReader.h"
+#include "look/icons/InstalledIcons.h"
 #include "platform/Platform.h"
 #include "settings/model/AppSettings.h"
 #include "storage/BlobFiles.h"
@@ -60,6 +62,7 @@ class AppDelegate final : public QObject {
   void refreshStatusItem();
   void pasteNextQueued();
   void sweepOrphans();
+  void findApplications();
 
   Platform& platform_;
   HistoryCipher& cipher_;
@@ -74,6 +77,8 @@ class AppDelegate final : public QObject {
   DetectingTextGrader grader_;
   ImageTextReader imageTexts_;
   ClipboardStore store_;
+  InstalledIcons icons_;
+  Background background_;
   std::unique_ptr<StatusItem> statusItem_;
   std::unique_ptr<PanelController> panel_;
   std::unique_ptr<HotKeyDispatcher> dispatcher_;

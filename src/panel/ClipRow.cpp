@@ -137,13 +137,13 @@ QStringList marksOf(const ClipItem& clip, bool queued) {
 
 }  // namespace
 
-ClipRow::ClipRow(const ClipListModel& model, ClipboardStore& store, const Clock& clock,
-                 ApplicationIcons icons, QObject* parent)
+ClipRow::ClipRow(const ClipListModel& model, ClipboardStore& store, const Clock& clock, InstalledIcons& icons,
+                 QObject* parent)
     : QStyledItemDelegate(parent),
       model_(model),
       store_(store),
       clock_(clock),
-      icons_(std::move(icons)),
+      icons_(icons),
       contents_(kKeptContents) {
   connect(&store_, &ClipboardStore::clipsRemoved, this, [this](const auto&, const QList<ClipRef>& clips) {
     for (const ClipRef& clip : clips)
@@ -191,11 +191,12 @@ void ClipRow::drawIcon(QPainter& painter, const QRect& area, const ClipItem& cli
   const bool shows = clip.imageFile && secrecy != Secrecy::masked;
   const QImage picture = shows ? store_.thumbnails().thumbnail(*clip.imageFile) : QImage();
   if (!picture.isNull()) return drawPicture(painter, area, picture, theme);
-  QRect tile(0, 0, 28, 28);
+  QRect tile(QPoint(), kRowIconSize);
   tile.moveCenter(area.center());
-  const QPixmap icon = icons_ && clip.sourceBundleID ? icons_(*clip.sourceBundleID, tile.width()) : QPixmap();
+  const bool local = clip.sourceBundleID && !isRemoteSourceID(*clip.sourceBundleID);
+  const QIcon icon = local ? icons_.icon(*clip.sourceBundleID, {}) : QIcon();
   if (icon.isNull()) return drawTile(painter, tile, clip);
-  painter.drawPixmap(tile, icon);
+  icon.paint(&painter, tile);
 }
 
 void ClipRow::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const {

@@ -3,22 +3,23 @@
 #include <QCache>
 #include <QStyledItemDelegate>
 
+#include "look/icons/InstalledIcons.h"
 #include "panel/ClipListModel.h"
 #include "panel/RowContent.h"
 #include "platform/Clock.h"
 
 namespace nimbrel {
 
-/// Gives the icon of an application by its identifier; null when it has none, or none yet.
-using ApplicationIcons = std::function<QPixmap(const QString& identifier, int size)>;
+/// How large an application's icon, or the tile in its place, is in a row, in device-independent pixels.
+inline constexpr QSize kRowIconSize(28, 28);
 
-/// Draws one clip of the list: a tile for its source or its picture, a line of preview, small labels, its
-/// marks and its badge. Reads memory only; a picture that is not there yet is asked for and drawn when it has
-/// come.
+/// Draws one clip of the list: the icon of its source, or a tile for it, or its picture, a line of preview,
+/// small labels, its marks and its badge. Reads memory only; a picture that is not there yet is asked for and
+/// drawn when it has come.
 class ClipRow final : public QStyledItemDelegate {
  public:
-  /// Model, store and clock must outlive this.
-  ClipRow(const ClipListModel& model, ClipboardStore& store, const Clock& clock, ApplicationIcons icons,
+  /// Model, store, clock and icons must outlive this.
+  ClipRow(const ClipListModel& model, ClipboardStore& store, const Clock& clock, InstalledIcons& icons,
           QObject* parent);
 
   void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
@@ -38,7 +39,7 @@ class ClipRow final : public QStyledItemDelegate {
   const ClipListModel& model_;
   ClipboardStore& store_;
   const Clock& clock_;
-  ApplicationIcons icons_;
+  InstalledIcons& icons_;
   /// What is drawn of the clips that were drawn last, by id.
   mutable QCache<QUuid, RowContent> contents_;
   mutable qsizetype layoutsMade_ = 0;

@@ -149,6 +149,7 @@ void ContentView::followModel() {
   const auto repaint = qOverload<>(&QWidget::update);
   connect(&services_.store.thumbnails(), &Thumbnails::ready, list_->viewport(), repaint);
   connect(&services_.store.examiner(), &ClipExaminer::examined, list_->viewport(), repaint);
+  connect(&services_.icons, &InstalledIcons::iconsFound, list_->viewport(), repaint);
   connect(&services_.store, &ClipboardStore::queueChanged, this, [this] {
     list_->viewport()->update();
     rowActions_->refresh();

@@ -4,6 +4,7 @@
 
 #include "app/permission/PermissionState.h"
 #include "capture/ClipboardStore.h"
+#include "look/icons/InstalledIcons.h"
 #include "panel/ClipActions.h"
 #include "panel/ClipRow.h"
 #include "platform/Clock.h"
@@ -26,8 +27,8 @@ struct PanelServices final {
   std::function<HistoryCipher::KeyState()> keyState;
   /// Empty where nobody can ask the user for a proof.
   Authenticate authenticate;
-  /// Empty where applications have no icons.
-  ApplicationIcons icons;
+  /// Of the size `kRowIconSize`.
+  InstalledIcons& icons;
 };
 
 }  // namespace nimbrel

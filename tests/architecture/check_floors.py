@@ -12,6 +12,7 @@ ROOMS = {
     "platform/linux": (2, "linux"),
     "platform/macos": (2, "macos"),
     "look": (1, "look"),
+    "look/icons": (2, "icons"),
     "capture/detection": (2, "detection"),
     "capture/transforms": (2, "detection"),
     "storage": (2, "storage"),

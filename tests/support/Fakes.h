@@ -208,8 +208,11 @@ class FakeApplicationCatalog final : public ApplicationCatalog {
  public:
   [[nodiscard]] QList<InstalledApplication> applications() override { return installed; }
   [[nodiscard]] QIcon icon(const InstalledApplication& application) const override {
+    ++looked;
     return icons.value(application.icon);
   }
+  /// How many icons were looked for.
+  mutable int looked = 0;
   QList<InstalledApplication> installed;
   QHash<QString, QIcon> icons;
 };

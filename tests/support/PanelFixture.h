@@ -18,9 +18,11 @@ class PanelFixture : public StoreFixture {
             .keys = keys,
             .keyState = [this] { return keyState; },
             .authenticate = authenticate,
-            .icons = {}};
+            .icons = icons};
   }
 
+  FakeApplicationCatalog applications;
+  InstalledIcons icons{applications, kRowIconSize};
   FakeAccessibilityTrust trust;
   FakeOpener opener;
   FakeKeyReader keys;

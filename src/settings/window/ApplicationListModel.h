@@ -5,8 +5,8 @@
 #include <QStringList>
 #include <optional>
 
+#include "look/icons/InstalledIcons.h"
 #include "platform/ApplicationCatalog.h"
-#include "settings/window/InstalledIcons.h"
 
 namespace nimbrel {
 

@@ -3,7 +3,7 @@
 #include <QCheckBox>
 #include <QWidget>
 
-#include "settings/window/Background.h"
+#include "capture/Background.h"
 #include "settings/window/Picker.h"
 #include "settings/window/SettingsPage.h"
 #include "settings/window/SettingsParts.h"

@@ -24,7 +24,7 @@ IgnoredAppsSettingsTab::IgnoredAppsSettingsTab(const SettingsParts& parts, Backg
     : QWidget(parent),
       parts_(parts),
       background_(background),
-      icons_(parts.applications),
+      icons_(parts.applications, kApplicationIconSize),
       list_(new QListWidget(this)),
       add_(new QPushButton(tr("Añadir aplicación…"), this)),
       remove_(new QPushButton(tr("Quitar aplicación seleccionada"), this)) {

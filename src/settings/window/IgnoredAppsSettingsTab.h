@@ -6,8 +6,8 @@
 #include <functional>
 #include <optional>
 
-#include "settings/window/Background.h"
-#include "settings/window/InstalledIcons.h"
+#include "capture/Background.h"
+#include "look/icons/InstalledIcons.h"
 #include "settings/window/SettingsParts.h"
 
 namespace nimbrel {

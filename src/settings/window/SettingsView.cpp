@@ -18,7 +18,7 @@ constexpr QSize kSize(490, 390);
 }  // namespace
 
 SettingsView::SettingsView(const SettingsParts& parts, QWidget* parent)
-    : QWidget(parent), tabs_(new QTabWidget(this)) {
+    : QWidget(parent), tabs_(new QTabWidget(this)), background_(QStringLiteral("Nimbrel.settings")) {
   setFixedSize(kSize);
   auto* const column = new QVBoxLayout(this);
   column->setContentsMargins(0, 4, 0, 0);

@@ -3,7 +3,7 @@
 #include <QTabWidget>
 #include <QWidget>
 
-#include "settings/window/Background.h"
+#include "capture/Background.h"
 #include "settings/window/SettingsParts.h"
 
 namespace nimbrel {

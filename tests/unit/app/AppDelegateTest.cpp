@@ -126,6 +126,15 @@ TEST_F(AppDelegateTest, TheNextHotKeyPastesTheQueuedClipsOneAfterTheOther) {
   EXPECT_EQ(statusItem->state.title, QString());
 }
 
+TEST_F(AppDelegateTest, ThePanelKnowsTheIconsOfTheApplicationsItShows) {
+  applications->installed = {{u"org.kde.kate"_s, u"Kate"_s, u"kate"_s}};
+  applications->icons.insert(u"kate"_s, QIcon(QPixmap(32, 32)));
+  workspace->front = RunningApplication{u"org.kde.kate"_s, u"Kate"_s, 1};
+  copy(u"a"_s);
+  delegate->showPanel();
+  EXPECT_TRUE(QTest::qWaitFor([this] { return applications->looked > 0; }));
+}
+
 TEST_F(AppDelegateTest, TheNextHotKeyWithAnEmptyQueueDoesNothing) {
   copy(u"a"_s);
   pressNext();

@@ -114,6 +114,31 @@ TEST_F(ClipListViewTest, PaintsAPictureThatIsNotThereYetWhenItHasCome) {
   EXPECT_TRUE(QTest::qWaitFor([&] { return list()->viewport()->grab(icon).toImage() != without; }));
 }
 
+TEST_F(ClipListViewTest, ShowsTheIconOfTheSourceOnceItIsKnown) {
+  QPixmap red(32, 32);
+  red.fill(Qt::red);
+  applications.icons.insert(u"kate"_s, QIcon(red));
+  const QSignalSpy asked(&icons, &InstalledIcons::unknownAskedFor);
+  launch();
+  workspace.front = RunningApplication{u"org.kde.kate"_s, u"Kate"_s, 1};
+  copyText(u"hola"_s);
+  workspace.front.reset();
+  store().addRemoteText(u"de lejos"_s, RemoteDeviceType::iPhone);
+  open();
+  const auto colorAt = [this](int row) {
+    const QRect area = list()->visualRect(model()->index(row));
+    // Near the edge of the icon, beside any letter on a tile.
+    return list()->viewport()->grab().toImage().pixelColor(area.left() + 14, area.center().y() - 10);
+  };
+  EXPECT_NE(colorAt(1), QColor(Qt::red));
+  // Only what can be installed here is asked for, and only once.
+  view->grab();
+  EXPECT_EQ(asked.count(), 1);
+  icons.setApplications({{u"org.kde.kate"_s, u"Kate"_s, u"kate"_s}});
+  EXPECT_TRUE(QTest::qWaitFor([&] { return colorAt(1) == QColor(Qt::red); }));
+  EXPECT_NE(colorAt(0), QColor(Qt::red));
+}
+
 TEST_F(ClipListViewTest, TellsTheLengthOfALongTextOnceItHasBeenCounted) {
   launch();
   copyText(u"palabra "_s.repeated(100'000));

@@ -34,7 +34,7 @@ class ApplicationChooserTest : public ::testing::Test {
   }
 
   FakeApplicationCatalog catalog;
-  InstalledIcons icons{catalog};
+  InstalledIcons icons{catalog, kApplicationIconSize};
   ApplicationChooser dialog{std::nullopt, {u"known"_s}, icons, nullptr};
   QListView* list = dialog.findChild<QListView*>();
   QLineEdit* search = dialog.findChild<QLineEdit*>();
@@ -111,6 +111,19 @@ TEST_F(ApplicationChooserTest, LooksAnIconUpOnceAndNotWhileItPaints) {
   EXPECT_EQ(icons.icon(u"b"_s, generic).cacheKey(), generic.cacheKey());
   QTest::qWait(10);
   EXPECT_EQ(found.size(), 1);
+}
+
+TEST_F(ApplicationChooserTest, AnIconThatWasAskedForTooEarlyIsToldOfWhenItsApplicationIsKnown) {
+  InstalledIcons late(catalog, kApplicationIconSize);
+  const QSignalSpy asked(&late, &InstalledIcons::unknownAskedFor);
+  const QSignalSpy found(&late, &InstalledIcons::iconsFound);
+  for (int i = 0; i < 2; ++i)
+    EXPECT_TRUE(late.icon(u"a"_s, {}).isNull());
+  EXPECT_EQ(asked.count(), 1);
+  late.setApplications({{u"b"_s, u"B"_s, {}}});
+  EXPECT_EQ(found.count(), 0);
+  late.setApplications({{u"a"_s, u"A"_s, {}}});
+  EXPECT_EQ(found.count(), 1);
 }
 
 TEST_F(ApplicationChooserTest, EscapeChoosesNothing) {

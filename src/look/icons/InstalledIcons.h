@@ -4,6 +4,7 @@
 #include <QIcon>
 #include <QObject>
 #include <QPalette>
+#include <QSet>
 #include <QSize>
 #include <QStringList>
 #include <QTimer>
@@ -15,15 +16,16 @@ namespace nimbrel {
 /// How large an application's icon is in a list, in device-independent pixels.
 inline constexpr QSize kApplicationIconSize(22, 22);
 
-/// The icons of applications. Each is looked up once, after it was first asked for, and one at a time, so
-/// that nobody waits while a list is painted. Main thread.
+/// The icons of applications in one size. Each is looked up once, after it was first asked for, and one at a
+/// time, so that nobody waits while a list is painted. Main thread.
 class InstalledIcons final : public QObject {
   Q_OBJECT
 
  public:
-  /// The catalog must outlive this.
-  explicit InstalledIcons(const ApplicationCatalog& catalog, QObject* parent = nullptr);
+  /// The catalog must outlive this; the size is in device-independent pixels.
+  InstalledIcons(const ApplicationCatalog& catalog, const QSize& size, QObject* parent = nullptr);
 
+  /// Tells what is installed by now.
   void setApplications(const QList<InstalledApplication>& applications);
 
   /// The icon of an application, as far as it is known by now; the given one when it is not, or when the
@@ -33,14 +35,19 @@ class InstalledIcons final : public QObject {
  Q_SIGNALS:
   /// Icons that were asked for are known now.
   void iconsFound();
+  /// The icon of an application was asked for, for the first time, that is not among those installed as far
+  /// as this knows.
+  void unknownAskedFor();
 
  private:
   void findNext();
 
   const ApplicationCatalog& catalog_;
+  const QSize size_;
   QHash<QString, InstalledApplication> applications_;
   QHash<QString, QIcon> icons_;
   QStringList wanted_;
+  QSet<QString> unknown_;
   QTimer timer_;
 };
 

@@ -11,6 +11,9 @@ namespace nimbrel {
 /// Asks the system what takes time without making the user wait for the answer. Main thread.
 class Background final {
  public:
+  /// The name is that of its queue.
+  explicit Background(const QString& name) : queue_(name, SerialQueue::Priority::userInitiated) {}
+
   /// Runs a task elsewhere, after those that were given before, and hands its result over on the main thread;
   /// not any more once this is gone.
   template <typename Task, typename Done>
@@ -23,7 +26,7 @@ class Background final {
  private:
   MainThreadCalls calls_;
   // Last member, first to go: what it still runs posts to the calls.
-  SerialQueue queue_{QStringLiteral("Nimbrel.settings"), SerialQueue::Priority::userInitiated};
+  SerialQueue queue_;
 };
 
 }  // namespace nimbrel

@@ -1,13 +1,16 @@
-#include "settings/window/InstalledIcons.h"
+#include "look/icons/InstalledIcons.h"
 
+#include <QGuiApplication>
+#include <algorithm>
 #include <utility>
 
 #include "look/Symbols.h"
 #include "look/Tones.h"
 
 namespace nimbrel {
-InstalledIcons::InstalledIcons(const ApplicationCatalog& catalog, QObject* parent)
-    : QObject(parent), catalog_(catalog) {
+
+InstalledIcons::InstalledIcons(const ApplicationCatalog& catalog, const QSize& size, QObject* parent)
+    : QObject(parent), catalog_(catalog), size_(size) {
   connect(&timer_, &QTimer::timeout, this, &InstalledIcons::findNext);
 }
 
@@ -20,12 +23,19 @@ void InstalledIcons::setApplications(const QList<InstalledApplication>& applicat
   }
   icons_.removeIf(
       [this](QHash<QString, QIcon>::iterator icon) { return !applications_.contains(icon.key()); });
+  const bool foundSome = std::any_of(unknown_.cbegin(), unknown_.cend(),
+                                     [this](const QString& id) { return applications_.contains(id); });
+  if (foundSome) Q_EMIT iconsFound();
 }
 
 QIcon InstalledIcons::icon(const QString& identifier, const QIcon& generic) {
   const auto known = icons_.constFind(identifier);
   if (known != icons_.constEnd()) return known->isNull() ? generic : *known;
-  if (applications_.contains(identifier) && !wanted_.contains(identifier)) {
+  if (!applications_.contains(identifier)) {
+    const auto asked = unknown_.size();
+    unknown_.insert(identifier);
+    if (unknown_.size() > asked) Q_EMIT unknownAskedFor();
+  } else if (!wanted_.contains(identifier)) {
     wanted_.append(identifier);
     timer_.start(0);
   }
@@ -37,7 +47,7 @@ void InstalledIcons::findNext() {
     const QString identifier = wanted_.takeFirst();
     const QIcon found = catalog_.icon(applications_.value(identifier));
     // Read now, and not when it is painted.
-    const QPixmap pixmap = found.isNull() ? QPixmap() : found.pixmap(kApplicationIconSize);
+    const QPixmap pixmap = found.isNull() ? QPixmap() : found.pixmap(size_, qGuiApp->devicePixelRatio());
     icons_.insert(identifier, pixmap.isNull() ? QIcon() : QIcon(pixmap));
   }
   if (!wanted_.isEmpty()) return;
