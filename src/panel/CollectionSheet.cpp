@@ -15,7 +15,7 @@ namespace {
 constexpr qsizetype kMostCharacters = 80;
 /// As many as have room beside each other.
 constexpr int kMostSuggestions = 3;
-constexpr int kSuggestionWidth = 84;
+constexpr int kSuggestionGap = 6;
 
 QString fieldStyle(const PanelTheme& theme) {
   return QStringLiteral(
@@ -59,7 +59,7 @@ void CollectionSheet::addSuggestions() {
   if (known_.isEmpty()) return suggestions_->hide();
   auto* const row = new QHBoxLayout(suggestions_);
   row->setContentsMargins(0, 0, 0, 0);
-  row->setSpacing(6);
+  row->setSpacing(kSuggestionGap);
   for (int i = 0; i < kMostSuggestions; ++i) {
     auto* const button = new TextButton({}, TextButton::Tone::plain, suggestions_);
     button->setObjectName(QStringLiteral("suggestion%1").arg(i + 1));
@@ -80,17 +80,25 @@ void CollectionSheet::suggest() {
     if (name.contains(typed, Qt::CaseInsensitive)) suggested_.append(name);
   }
   const auto buttons = suggestions_->findChildren<TextButton*>();
+  const qsizetype shown = std::min(buttons.size(), suggested_.size());
+  // All have the same room; what the short ones leave is of no use to the others.
+  const int room =
+      shown == 0 ? 0 : (kContentWidth + kSuggestionGap) / static_cast<int>(shown) - kSuggestionGap;
   for (qsizetype i = 0; i < buttons.size(); ++i) {
-    TextButton* const button = buttons.at(i);
-    button->setVisible(i < suggested_.size());
-    if (i >= suggested_.size()) continue;
-    const QString& name = suggested_.at(i);
-    button->setText(button->fontMetrics().elidedText(name, Qt::ElideRight, kSuggestionWidth - 20));
-    // A name's "&" is part of it.
-    button->setShortcut({});
-    button->setAccessibleName(tr("Colección %1").arg(name));
-    button->setFixedWidth(std::min(kSuggestionWidth, button->sizeHint().width()));
+    buttons.at(i)->setVisible(i < shown);
+    if (i < shown) offer(*buttons.at(i), suggested_.at(i), room);
   }
+}
+
+void CollectionSheet::offer(TextButton& button, const QString& name, int room) {
+  button.setText(name);
+  // A name's "&" is part of it.
+  button.setShortcut({});
+  button.setAccessibleName(tr("Colección %1").arg(name));
+  const int beside = button.sizeHint().width() - button.fontMetrics().horizontalAdvance(name);
+  button.setText(button.fontMetrics().elidedText(name, Qt::ElideRight, room - beside));
+  button.setShortcut({});
+  button.setFixedWidth(button.sizeHint().width());
 }
 
 void CollectionSheet::assign(const QString& name) {

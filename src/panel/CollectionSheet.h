@@ -25,6 +25,8 @@ class CollectionSheet final : public PanelSheet {
   void addSuggestions();
   /// Offers the collections whose names hold what has been typed.
   void suggest();
+  /// Lets a button stand for a collection, no wider than there is room.
+  static void offer(TextButton& button, const QString& name, int room);
   void assign(const QString& name);
 
   QStringList known_;

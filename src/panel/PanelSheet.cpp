@@ -12,7 +12,6 @@
 namespace nimbrel {
 namespace {
 
-constexpr int kCardWidth = 300;
 constexpr int kMargin = 16;
 
 /// The surface of the question.
@@ -31,7 +30,7 @@ class Card final : public QWidget {
   }
 };
 
-QLabel* label(const QString& text, const QFont& font, const QColor& color, QWidget* parent) {
+QLabel* label(const QString& text, const QFont& font, const QColor& color, int width, QWidget* parent) {
   auto* const made = new QLabel(text, parent);
   made->setFont(font);
   made->setTextFormat(Qt::PlainText);
@@ -40,7 +39,7 @@ QLabel* label(const QString& text, const QFont& font, const QColor& color, QWidg
   colors.setColor(QPalette::WindowText, color);
   made->setPalette(colors);
   // The card is as high as what is in it; its layout would not ask how many lines that makes.
-  made->setMinimumHeight(made->heightForWidth(kCardWidth - 2 * kMargin));
+  made->setMinimumHeight(made->heightForWidth(width));
   return made;
 }
 
@@ -49,10 +48,11 @@ QLabel* label(const QString& text, const QFont& font, const QColor& color, QWidg
 PanelSheet::PanelSheet(const QString& title, QWidget* parent)
     : QWidget(parent), card_(new Card(this)), column_(new QVBoxLayout(card_)) {
   setAccessibleName(title);
-  card_->setFixedWidth(kCardWidth);
+  card_->setFixedWidth(kContentWidth + 2 * kMargin);
   column_->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
   column_->setSpacing(10);
-  column_->addWidget(label(title, panelFont(13, QFont::DemiBold), panelTheme(palette()).text, card_));
+  column_->addWidget(
+      label(title, panelFont(13, QFont::DemiBold), panelTheme(palette()).text, kContentWidth, card_));
   auto* const middle = new QVBoxLayout(this);
   middle->addStretch(2);
   middle->addWidget(card_, 0, Qt::AlignHCenter);
@@ -66,7 +66,7 @@ void PanelSheet::addContent(QWidget* content) {
 }
 
 void PanelSheet::addNote(const QString& text) {
-  column_->addWidget(label(text, panelFont(11), panelTheme(palette()).secondaryText, card_));
+  column_->addWidget(label(text, panelFont(11), panelTheme(palette()).secondaryText, kContentWidth, card_));
 }
 
 void PanelSheet::addButtons(const QString& no, TextButton* yes) {

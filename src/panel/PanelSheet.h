@@ -28,6 +28,9 @@ class PanelSheet : public QWidget {
   void closed();
 
  protected:
+  /// How wide what is between the title and the buttons is.
+  static constexpr int kContentWidth = 268;
+
   /// Puts something between the title and the buttons.
   void addContent(QWidget* content);
   void addNote(const QString& text);

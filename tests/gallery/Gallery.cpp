@@ -109,16 +109,20 @@ class Stage final : public testing::PanelFixture {
   /// The panel, and what has popped up over it.
   QImage take() {
     QTest::qWait(20);
+    QList<QMenu*> open = view->findChildren<QMenu*>();
+    open.removeIf([](const QMenu* menu) { return !menu->isVisible(); });
+    QRect shown(panel->pos(), panel->size());
+    for (const QMenu* const menu : open)
+      shown |= QRect(menu->pos(), menu->size()).marginsAdded({0, 0, kAround, 0});
     const qreal ratio = panel->devicePixelRatioF();
-    QImage image((panel->size() + QSize(2 * kAround, 2 * kAround)) * ratio, QImage::Format_RGB32);
+    QImage image((shown.size() + QSize(2 * kAround, 2 * kAround)) * ratio, QImage::Format_RGB32);
     image.setDevicePixelRatio(ratio);
     image.fill(dark ? QColor(0x3b, 0x46, 0x55) : QColor(0xc9, 0xd3, 0xe0));
     QPainter painter(&image);
-    const QPoint corner(kAround, kAround);
-    painter.drawPixmap(corner, panel->grab());
-    for (QMenu* const open : view->findChildren<QMenu*>()) {
-      if (open->isVisible()) painter.drawPixmap(open->pos() - panel->pos() + corner, open->grab());
-    }
+    const QPoint corner = QPoint(kAround, kAround) - shown.topLeft();
+    painter.drawPixmap(corner + panel->pos(), panel->grab());
+    for (QMenu* const menu : std::as_const(open))
+      painter.drawPixmap(corner + menu->pos(), menu->grab());
     return image;
   }
 
