@@ -168,7 +168,6 @@ std::optional<QUuid> ClipboardStore::undoRemoval() {
   // Its picture may not have been read when it went.
   if (parts_.settings.ocrEnabled) recognizeTexts({*id});
   if (queue_.ids() != queuedBefore) Q_EMIT queueChanged(queue_.ids().size());
-  trimToCapacity();
   return id;
 }
 

@@ -110,7 +110,8 @@ class ClipboardStore final : public QObject {
   bool removeClipForNow(const QUuid& id);
   /// Whether there is a clip to be had back.
   [[nodiscard]] bool canUndoRemoval() const { return !removed_.isEmpty(); }
-  /// Brings back the clip that was removed last, and gives its id.
+  /// Brings back the clip that was removed last, also into a full history, and gives its id. The next capture
+  /// trims what is too much.
   std::optional<QUuid> undoRemoval();
   /// What was removed is gone for good.
   void settleRemovals() { removed_.discard(); }

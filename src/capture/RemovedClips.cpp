@@ -1,5 +1,7 @@
 #include "capture/RemovedClips.h"
 
+#include <utility>
+
 #include "storage/ContentHash.h"
 
 namespace nimbrel {
@@ -39,12 +41,14 @@ std::optional<qsizetype> RemovedClips::rowOfTwin(const ClipItem& clip) const {
 }
 
 void RemovedClips::keepLike(qsizetype row, const ClipItem& other) {
-  if (!other.pinned) return;
-  ClipItem clip = history_.items().at(row)->clip;
-  clip.pinned = true;
-  clip.expiresAt.reset();
+  const ClipItem& before = history_.items().at(row)->clip;
+  ClipItem clip = before;
   if (!clip.collection) clip.collection = other.collection;
-  history_.change(row, clip, ClipHistory::Changed::everything);
+  if (other.pinned) {
+    clip.pinned = true;
+    clip.expiresAt.reset();
+  }
+  if (clip != before) history_.change(row, clip, ClipHistory::Changed::everything);
 }
 
 void RemovedClips::discard() {

@@ -51,7 +51,7 @@ void ClipActions::reveal(const ClipItem& clip) {
 }
 
 void ClipActions::remove(const ClipItem& clip) {
-  Q_EMIT removed(parts_.store.removeClipForNow(clip.id));
+  if (parts_.store.items().rowOf(clip.id)) Q_EMIT removed(parts_.store.removeClipForNow(clip.id));
 }
 
 void ClipActions::undoRemoval() {

@@ -2,6 +2,7 @@
 
 #include <QMimeData>
 #include <algorithm>
+#include <utility>
 
 namespace nimbrel {
 namespace {

@@ -1,8 +1,10 @@
 #include "panel/ClipListView.h"
 
+#include <QApplication>
 #include <QDrag>
 #include <QHoverEvent>
 #include <QMimeData>
+#include <QMouseEvent>
 #include <QPainter>
 #include <QScrollBar>
 #include <algorithm>
@@ -20,8 +22,9 @@ ClipListView::ClipListView(QWidget* parent) : QListView(parent) {
   setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   setSelectionMode(QAbstractItemView::SingleSelection);
   setEditTriggers(QAbstractItemView::NoEditTriggers);
-  setDragEnabled(true);
   setDragDropMode(QAbstractItemView::DragOnly);
+  // Where the list stands is decided by the keys and by what comes and goes, not by which row is current.
+  setAutoScroll(false);
   setFocusPolicy(Qt::TabFocus);
   setMouseTracking(true);
   viewport()->setAutoFillBackground(false);
@@ -31,7 +34,6 @@ ClipListView::ClipListView(QWidget* parent) : QListView(parent) {
 void ClipListView::setClips(ClipListModel* model) {
   clips_ = model;
   setModel(model);
-  connect(this, &QAbstractItemView::pressed, this, [this](const QModelIndex& index) { pressed_ = index; });
   followRows(*model);
   reset();
 }
@@ -64,6 +66,7 @@ void ClipListView::followRows(const ClipListModel& model) {
 void ClipListView::setEmptyText(const QString& text) {
   if (text == emptyText_) return;
   emptyText_ = text;
+  setAccessibleDescription(text);
   viewport()->update();
 }
 
@@ -245,17 +248,47 @@ void ClipListView::hoverAt(const QPoint& point) {
   Q_EMIT rowsShifted();
 }
 
-void ClipListView::startDrag(Qt::DropActions) {
-  const QModelIndex index = pressed_;
+void ClipListView::mousePressEvent(QMouseEvent* event) {
+  pressedAt_ = event->position().toPoint();
+  pressed_ = event->button() == Qt::LeftButton ? indexAt(pressedAt_) : QModelIndex();
+  QListView::mousePressEvent(event);
+}
+
+void ClipListView::mouseMoveEvent(QMouseEvent* event) {
+  // Qt would choose every row on the way.
+  const QPoint way = event->position().toPoint() - pressedAt_;
+  if (!(event->buttons() & Qt::LeftButton) || way.manhattanLength() < QApplication::startDragDistance())
+    return;
+  drag(std::exchange(pressed_, {}));
+}
+
+void ClipListView::mouseDoubleClickEvent(QMouseEvent* event) {
+  if (event->button() != Qt::LeftButton) return mousePressEvent(event);
+  QListView::mouseDoubleClickEvent(event);
+}
+
+void ClipListView::drag(const QModelIndex& index) {
   if (!index.isValid() || !(clips_->flags(index) & Qt::ItemIsDragEnabled)) return;
   std::unique_ptr<QMimeData> content(clips_->mimeData({index}));
   if (!content) return;
   auto* const drag = new QDrag(this);
   drag->setMimeData(content.release());
-  const QRect row = visualRect(index).intersected(viewport()->rect());
-  drag->setPixmap(viewport()->grab(row));
-  drag->setHotSpot(viewport()->mapFromGlobal(QCursor::pos()) - row.topLeft());
+  drag->setPixmap(pictureOf(index));
+  drag->setHotSpot(pressedAt_ - visualRect(index).topLeft());
   drag->exec(Qt::CopyAction);
+}
+
+QPixmap ClipListView::pictureOf(const QModelIndex& index) const {
+  QStyleOptionViewItem option;
+  initViewItemOption(&option);
+  option.rect = QRect(QPoint(), visualRect(index).size());
+  option.state = QStyle::State_Selected;
+  QPixmap picture(option.rect.size() * devicePixelRatioF());
+  picture.setDevicePixelRatio(devicePixelRatioF());
+  picture.fill(panelTheme(palette()).background);
+  QPainter painter(&picture);
+  itemDelegate()->paint(&painter, option, index);
+  return picture;
 }
 
 void ClipListView::keyPressEvent(QKeyEvent* event) {

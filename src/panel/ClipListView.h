@@ -43,7 +43,9 @@ class ClipListView final : public QListView {
   void scrollContentsBy(int dx, int dy) override;
   void updateGeometries() override;
   bool viewportEvent(QEvent* event) override;
-  void startDrag(Qt::DropActions actions) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void mouseDoubleClickEvent(QMouseEvent* event) override;
   /// The keys belong to the panel.
   void keyPressEvent(QKeyEvent* event) override;
   void focusInEvent(QFocusEvent* event) override;
@@ -70,14 +72,18 @@ class ClipListView final : public QListView {
   /// Rows are somewhere else now: puts the one that is to stay back where it was.
   void shift();
   void paintEmpty(QPainter& painter) const;
+  /// Lets the user drag a clip into another program; *waits* until that has ended.
+  void drag(const QModelIndex& index);
+  [[nodiscard]] QPixmap pictureOf(const QModelIndex& index) const;
   void hoverAt(const QPoint& point);
 
   ClipListModel* clips_ = nullptr;
   RowGeometry geometry_;
   QString emptyText_;
   QPersistentModelIndex hovered_;
-  /// Where the button of the mouse was pressed last.
+  /// Where the left button of the mouse was pressed last, from which a drag begins.
   QPersistentModelIndex pressed_;
+  QPoint pressedAt_;
   QPersistentModelIndex anchor_;
   /// Where the row that stays begins, from the upper edge of what is shown.
   int anchorTop_ = 0;

@@ -8,8 +8,6 @@
 #include "capture/model/ClipSource.h"
 #include "capture/model/TextRules.h"
 #include "look/Symbols.h"
-#include "panel/ClipRowLayout.h"
-#include "panel/RowGeometry.h"
 
 namespace nimbrel {
 namespace {
@@ -151,11 +149,6 @@ ClipRow::ClipRow(const ClipListModel& model, ClipboardStore& store, const Clock&
   });
 }
 
-QSize ClipRow::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const {
-  const bool tall = model_.clipAt(index.row())->clip.isImage();
-  return {option.rect.width(), tall ? RowGeometry::kTall : RowGeometry::kLow};
-}
-
 const RowContent& ClipRow::contentOf(int row, int previewWidth, const PanelTheme& theme) const {
   using std::chrono::floor;
   const RowContentKey key{.clip = model_.clipAt(row),
@@ -182,7 +175,13 @@ const RowContent& ClipRow::contentOf(int row, int previewWidth, const PanelTheme
 void ClipRow::forgetSecrets() {
   const auto ids = contents_.keys();
   for (const QUuid& id : ids) {
-    if (contents_.object(id)->key.secrecy != Secrecy::none) contents_.remove(id);
+    const RowContentKey& key = contents_.object(id)->key;
+    if (key.secrecy == Secrecy::revealed && key.clip->clip.imageFile)
+      store_.thumbnails().remove(*key.clip->clip.imageFile);
+    // What has turned out to be a secret since it was drawn is not drawn like that again.
+    const auto row = store_.items().rowOf(id);
+    const bool current = row && store_.items().at(*row) == key.clip;
+    if (key.secrecy != Secrecy::none || !current) contents_.remove(id);
   }
 }
 

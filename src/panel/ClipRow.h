@@ -5,13 +5,11 @@
 
 #include "look/icons/InstalledIcons.h"
 #include "panel/ClipListModel.h"
+#include "panel/ClipRowLayout.h"
 #include "panel/RowContent.h"
 #include "platform/Clock.h"
 
 namespace nimbrel {
-
-/// How large an application's icon, or the tile in its place, is in a row, in device-independent pixels.
-inline constexpr QSize kRowIconSize(28, 28);
 
 /// Draws one clip of the list: the icon of its source, or a tile for it, or its picture, a line of preview,
 /// small labels, its marks and its badge. Reads memory only; a picture that is not there yet is asked for and
@@ -23,7 +21,6 @@ class ClipRow final : public QStyledItemDelegate {
           QObject* parent);
 
   void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
-  [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
 
   /// Keeps nothing of what the masks hide.
   void forgetSecrets();

@@ -7,13 +7,12 @@ namespace nimbrel {
 ClipRowLayout layoutRow(const QSize& size, const ClipRowParts& parts) {
   constexpr int kPadding = 8;
   constexpr int kGap = 10;
-  constexpr QSize kTile(28, 28);
   constexpr QSize kPicture(64, 48);
   constexpr QSize kBadge(28, 18);
   ClipRowLayout layout;
   layout.background = QRect(0, 0, size.width(), size.height() - 1);
   const int middle = layout.background.height() / 2;
-  const QSize icon = parts.picture ? kPicture : kTile;
+  const QSize icon = parts.picture ? kPicture : kRowIconSize;
   layout.icon = QRect(QPoint(kPadding, middle - icon.height() / 2), icon);
   int right = size.width() - kPadding;
   if (parts.badge) {

@@ -30,6 +30,8 @@ struct ClipRowLayout final {
 };
 
 /// The side of a mark, and of the space before the next.
+/// How large an application's icon, or the tile in its place, is, in device-independent pixels.
+inline constexpr QSize kRowIconSize(28, 28);
 inline constexpr int kMarkSide = 14;
 inline constexpr int kMarkGap = 6;
 

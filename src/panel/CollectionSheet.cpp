@@ -1,7 +1,6 @@
 #include "panel/CollectionSheet.h"
 
 #include <QHBoxLayout>
-#include <QLineEdit>
 #include <algorithm>
 #include <utility>
 
@@ -29,10 +28,11 @@ QString fieldStyle(const PanelTheme& theme) {
 
 }  // namespace
 
-CollectionSheet::CollectionSheet(const QString& name, QStringList known, QWidget* parent)
+CollectionSheet::CollectionSheet(const QString& name, QStringList known, PasteboardText pasteboardText,
+                                 QWidget* parent)
     : PanelSheet(tr("Asignar a colección"), parent),
       known_(std::move(known)),
-      field_(new QLineEdit(this)),
+      field_(new PasteField(std::move(pasteboardText), this)),
       suggestions_(new QWidget(this)) {
   setObjectName(QStringLiteral("collectionSheet"));
   field_->setObjectName(QStringLiteral("collectionName"));
@@ -42,7 +42,6 @@ CollectionSheet::CollectionSheet(const QString& name, QStringList known, QWidget
   // A name that is longer already stays whole.
   field_->setMaxLength(static_cast<int>(std::max(kMostCharacters, name.size())));
   field_->setText(name);
-  field_->setContextMenuPolicy(Qt::NoContextMenu);
   field_->setStyleSheet(fieldStyle(panelTheme(palette())));
   field_->selectAll();
   addContent(field_);
@@ -51,8 +50,8 @@ CollectionSheet::CollectionSheet(const QString& name, QStringList known, QWidget
   auto* const yes = new TextButton(tr("Asignar"), TextButton::Tone::accent, this);
   setFirstFocus(field_);
   addButtons(tr("Cancelar"), yes);
-  connect(yes, &TextButton::clicked, this, [this] { assign(field_->text()); });
-  connect(field_, &QLineEdit::returnPressed, this, [this] { assign(field_->text()); });
+  connect(yes, &TextButton::clicked, this, &CollectionSheet::assignTyped);
+  connect(field_, &QLineEdit::returnPressed, this, &CollectionSheet::assignTyped);
 }
 
 void CollectionSheet::addSuggestions() {
@@ -101,12 +100,18 @@ void CollectionSheet::offer(TextButton& button, const QString& name, int room) {
   button.setFixedWidth(button.sizeHint().width());
 }
 
+void CollectionSheet::assignTyped() {
+  const QString name = field_->text().trimmed();
+  const auto same = std::find_if(known_.cbegin(), known_.cend(), [&](const QString& known) {
+    return known.compare(name, Qt::CaseInsensitive) == 0;
+  });
+  const bool means = !known_.contains(name) && same != known_.cend();
+  assign(means ? *same : name);
+}
+
 void CollectionSheet::assign(const QString& name) {
   if (isHidden()) return;
-  const auto same = std::find_if(known_.cbegin(), known_.cend(), [&](const QString& known) {
-    return known.compare(name.trimmed(), Qt::CaseInsensitive) == 0;
-  });
-  Q_EMIT assigned(same == known_.cend() ? name : *same);
+  Q_EMIT assigned(name);
   close();
 }
 

@@ -3,8 +3,7 @@
 #include <QStringList>
 
 #include "panel/PanelSheet.h"
-
-class QLineEdit;
+#include "panel/PasteField.h"
 
 namespace nimbrel {
 
@@ -14,11 +13,11 @@ class CollectionSheet final : public PanelSheet {
 
  public:
   /// The field holds `name` at first; `known` are the collections that there are.
-  CollectionSheet(const QString& name, QStringList known, QWidget* parent);
+  CollectionSheet(const QString& name, QStringList known, PasteboardText pasteboardText, QWidget* parent);
 
  Q_SIGNALS:
-  /// The clip is to be in this collection, one of those that there are when it differs from it in letter case
-  /// alone; a blank name means in none.
+  /// The clip is to be in this collection; one that was typed and differs from a known one in letter case
+  /// alone is that one. A blank name means in none.
   void assigned(const QString& name);
 
  private:
@@ -27,10 +26,11 @@ class CollectionSheet final : public PanelSheet {
   void suggest();
   /// Lets a button stand for a collection, no wider than there is room.
   static void offer(TextButton& button, const QString& name, int room);
+  void assignTyped();
   void assign(const QString& name);
 
   QStringList known_;
-  QLineEdit* field_;
+  PasteField* field_;
   QWidget* suggestions_;
   /// What the buttons stand for, in their order.
   QStringList suggested_;

@@ -49,13 +49,14 @@ void openUnder(const QWidget& button, QMenu& menu) {
 ContentView::ContentView(const PanelServices& services, QWidget* parent)
     : QWidget(parent),
       services_(services),
+      pasteboardText_([&store = services.store] { return store.pasteboardText(); }),
       model_(new ClipListModel(services.store, this)),
       actions_({.store = services.store,
                 .opener = services.opener,
                 .settings = services.settings,
                 .authenticate = services.authenticate}),
       // In the order in which Tab goes through them.
-      search_(new SearchField([&store = services.store] { return store.pasteboardText(); }, this)),
+      search_(new SearchField(pasteboardText_, this)),
       filterButton_(new SymbolButton(QStringLiteral("line.3.horizontal.decrease.circle"),
                                      tr("Filtrar por app o colección"), this)),
       gear_(new SymbolButton(QStringLiteral("gearshape"), tr("Opciones"), this)),
@@ -144,7 +145,10 @@ void ContentView::followModel() {
   for (const auto signal : {&QAbstractItemModel::rowsInserted, &QAbstractItemModel::rowsRemoved})
     connect(model_, signal, this, [this] { keepSelection(); });
   connect(model_, &QAbstractItemModel::rowsMoved, this, [this] { keepSelection(); });
-  connect(model_, &QAbstractItemModel::modelReset, this, [this] { keepSelection(); });
+  connect(model_, &QAbstractItemModel::modelReset, this, [this] {
+    keepSelection();
+    showSelection();
+  });
   connect(model_, &QAbstractItemModel::dataChanged, this, [this] { updateState(); });
   const auto repaint = qOverload<>(&QWidget::update);
   connect(&services_.store.thumbnails(), &Thumbnails::ready, list_->viewport(), repaint);
@@ -171,13 +175,13 @@ void ContentView::followActions() {
     else
       notice_->dismiss();
     if (const auto row = model_->rowOf(id)) select(*row);
+    showSelection();
   });
   connect(&actions_, &ClipActions::unlocked, this, [this](const QUuid& id) { model_->reveal(id); });
   connect(notice_, &NoticeBar::activated, &actions_, &ClipActions::undoRemoval);
-  connect(notice_, &NoticeBar::dismissed, this, [this](bool hadKeyboard) {
-    services_.store.settleRemovals();
-    if (hadKeyboard) search_->setFocus(Qt::OtherFocusReason);
-  });
+  connect(notice_, &NoticeBar::dismissed, this, [this] { services_.store.settleRemovals(); });
+  connect(notice_, &NoticeBar::keyboardReleased, this, [this] { search_->setFocus(Qt::OtherFocusReason); });
+  connect(notice_, &NoticeBar::said, this, &ContentView::placeNotice);
 }
 
 void ContentView::followMenus() {
@@ -259,8 +263,7 @@ void ContentView::select(int row) {
     list_->setCurrentIndex({});
   } else {
     selectedId_ = model_->clipAt(row)->clip.id;
-    // Setting the same row again would scroll back to it whenever something else in the list changes.
-    if (selectedRow() != row) list_->setCurrentIndex(model_->index(row));
+    list_->setCurrentIndex(model_->index(row));
   }
   updateState();
   if (!selectedId_ || selectedId_ == before) return;
@@ -277,6 +280,10 @@ void ContentView::select(int row) {
 void ContentView::keepSelection() {
   const auto row = selectedId_ ? model_->rowOf(*selectedId_) : std::nullopt;
   select(row.value_or(0));
+}
+
+void ContentView::showSelection() {
+  list_->scrollTo(list_->currentIndex());
 }
 
 void ContentView::step(int rows) {
@@ -323,7 +330,11 @@ bool ContentView::handleKey(const QKeyEvent& event) {
                             .canUndo = services_.store.canUndoRemoval()};
   const auto command = panelCommand(event, services_.keys, state);
   // A key that is held down moves on, and does everything else once.
-  if (command && (!event.isAutoRepeat() || command->movesOn())) run(*command);
+  if (command && (!event.isAutoRepeat() || command->movesOn())) {
+    run(*command);
+    // Whoever uses the keys looks at what is selected. Nothing else moves the list.
+    if (command->concernsRows()) showSelection();
+  }
   return command.has_value();
 }
 
@@ -400,7 +411,7 @@ void ContentView::preview(const ClipRef& clip) {
 }
 
 void ContentView::chooseCollection(const ClipRef& clip, const QString& name) {
-  auto* const sheet = new CollectionSheet(name, services_.store.collections(), this);
+  auto* const sheet = new CollectionSheet(name, services_.store.collections(), pasteboardText_, this);
   connect(sheet, &CollectionSheet::assigned, this,
           [this, clip](const QString& chosen) { actions_.setCollection(clip->clip, chosen); });
   openSheet(sheet);
@@ -443,8 +454,9 @@ void ContentView::explain(const QString& why) {
 }
 
 void ContentView::placeNotice() {
-  notice_->setGeometry(10, height() - hint_->height() - notice_->height() - 8, width() - 20,
-                       notice_->height());
+  const int across = width() - 20;
+  const int high = notice_->heightForWidth(across);
+  notice_->setGeometry(10, height() - hint_->height() - high - 8, across, high);
 }
 
 void ContentView::paintEvent(QPaintEvent*) {

@@ -7,6 +7,7 @@
 
 #include "panel/PanelCommand.h"
 #include "panel/PanelServices.h"
+#include "panel/PasteField.h"
 
 namespace nimbrel {
 
@@ -74,6 +75,7 @@ class ContentView final : public QWidget {
   void select(int row);
   void step(int rows);
   void keepSelection();
+  void showSelection();
   void updateState();
   [[nodiscard]] int selectedRow() const;
   [[nodiscard]] bool isMasked(const ClipRef& clip) const;
@@ -95,6 +97,7 @@ class ContentView final : public QWidget {
   void placeNotice();
 
   PanelServices services_;
+  PasteboardText pasteboardText_;
   ClipListModel* model_;
   ClipActions actions_;
   SearchField* search_;

@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QPainter>
+#include <QUrl>
 
 #include "capture/model/LinkText.h"
 #include "panel/PanelTheme.h"
@@ -28,13 +29,19 @@ QFont fittingFont(const QString& text, int width, const QPaintDevice* device) {
   return font;
 }
 
+/// Whether a clip refers to a file by what can be one's address.
+bool refersToFile(const ClipItem& clip) {
+  const QUrl url(clip.fileURLString.value_or(QString()).section(u'\n', 0, 0), QUrl::StrictMode);
+  return !url.isEmpty() && url.isValid();
+}
+
 }  // namespace
 
 QString hintFor(const ClipItem* selected) {
   if (selected && selected->isImage() && selected->ocrText && !selected->ocrText->isEmpty())
     return Texts::tr(
         "↑↓ elegir   ↩ pegar imagen   ⌘T pegar su texto   ⌘⌫ borrar   ⌘P fijar   ␣ vista rápida");
-  if (selected && selected->isFile())
+  if (selected && refersToFile(*selected))
     return Texts::tr("↑↓ elegir   ↩ pegar archivo   ⌘⌫ borrar   ⌘P fijar   ␣ vista rápida");
   if (selected && linkOf(*selected))
     return Texts::tr(

@@ -2,6 +2,7 @@
 
 #include <QChar>
 #include <algorithm>
+#include <optional>
 
 #include "capture/model/TextRules.h"
 
@@ -119,17 +120,14 @@ QList<TextRange> matchRanges(QStringView text, const QList<QByteArray>& terms) {
   return merged(ranges);
 }
 
-Excerpt excerptOf(const QString& text, const QList<QByteArray>& terms) {
+QString excerptOf(const QString& text, const QList<QByteArray>& terms) {
   const QStringView searched = firstCharacters(text, kSearchedCharacters);
   const auto first = firstMatch(searched, terms);
   if (!first) return {};
   const qsizetype start = cleanCut(text, std::max<qsizetype>(0, first->start - kBefore));
   const qsizetype end = cleanCut(text, std::min(searched.size(), first->end() + kAfter));
-  Excerpt excerpt;
-  if (start > 0) excerpt.text = QString(kEllipsis) + u' ';
-  excerpt.text += text.sliced(start, std::max(end, first->end()) - start).simplified();
-  excerpt.matches = matchRanges(excerpt.text, terms);
-  return excerpt;
+  const QString around = text.sliced(start, std::max(end, first->end()) - start).simplified();
+  return start > 0 ? kEllipsis + (u' ' + around) : around;
 }
 
 }  // namespace nimbrel

@@ -20,16 +20,8 @@ struct TextRange final {
 /// other, each with the marks that belong to its last letter. The terms are folded.
 [[nodiscard]] QList<TextRange> matchRanges(QStringView text, const QList<QByteArray>& terms);
 
-/// A match in the middle of a long text, with some words around it in one line.
-struct Excerpt final {
-  QString text;
-  /// The matches in it.
-  QList<TextRange> matches;
-
-  [[nodiscard]] bool isEmpty() const { return text.isEmpty(); }
-};
-
-/// The surroundings of the first match; empty when there is none in the part of the text that search sees.
-[[nodiscard]] Excerpt excerptOf(const QString& text, const QList<QByteArray>& terms);
+/// The first match in a text with some words around it, in one line; empty when there is none in the part of
+/// the text that search sees.
+[[nodiscard]] QString excerptOf(const QString& text, const QList<QByteArray>& terms);
 
 }  // namespace nimbrel

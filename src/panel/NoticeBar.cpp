@@ -1,8 +1,10 @@
 #include "panel/NoticeBar.h"
 
+#include <QAccessible>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPainter>
+#include <algorithm>
 
 #include "panel/PanelTheme.h"
 #include "panel/TextButton.h"
@@ -10,20 +12,22 @@
 namespace nimbrel {
 namespace {
 
-constexpr int kHeight = 36;
+constexpr int kLeastHeight = 36;
+constexpr int kMargin = 12;
+constexpr int kPadding = 6;
 
 }  // namespace
 
 NoticeBar::NoticeBar(QWidget* parent, std::chrono::milliseconds patience)
     : QWidget(parent), label_(new QLabel(this)), button_(new TextButton({}, TextButton::Tone::accent, this)) {
   setObjectName(QStringLiteral("noticeBar"));
-  setFixedHeight(kHeight);
   label_->setFont(panelFont(12));
   label_->setTextFormat(Qt::PlainText);
-  label_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+  label_->setWordWrap(true);
   button_->setObjectName(QStringLiteral("noticeButton"));
   auto* const row = new QHBoxLayout(this);
-  row->setContentsMargins(12, 0, 6, 0);
+  row->setContentsMargins(kMargin, 0, kPadding, 0);
+  row->setSpacing(kPadding);
   row->addWidget(label_, 1);
   row->addWidget(button_);
   timer_.setSingleShot(true);
@@ -36,20 +40,35 @@ NoticeBar::NoticeBar(QWidget* parent, std::chrono::milliseconds patience)
 void NoticeBar::say(const QString& text, const QString& button) {
   label_->setText(text);
   setAccessibleName(text);
-  button_->setText(button);
-  button_->setVisible(!button.isEmpty());
-  button_->setFixedWidth(button_->sizeHint().width());
   timer_.start();
   show();
   raise();
+  setButton(button);
+  Q_EMIT said();
+  QAccessibleEvent alert(this, QAccessible::Alert);
+  QAccessible::updateAccessibility(&alert);
+}
+
+void NoticeBar::setButton(const QString& text) {
+  const bool releases = text.isEmpty() && button_->hasFocus();
+  button_->setText(text);
+  button_->setFixedWidth(button_->sizeHint().width());
+  button_->setVisible(!text.isEmpty());
+  if (releases) Q_EMIT keyboardReleased();
 }
 
 void NoticeBar::dismiss() {
   if (isHidden()) return;
   timer_.stop();
-  const bool hadKeyboard = button_->hasFocus();
+  const bool releases = button_->hasFocus();
   hide();
-  Q_EMIT dismissed(hadKeyboard);
+  Q_EMIT dismissed();
+  if (releases) Q_EMIT keyboardReleased();
+}
+
+int NoticeBar::heightForWidth(int width) const {
+  const int beside = button_->isHidden() ? kPadding : button_->width() + 2 * kPadding;
+  return std::max(kLeastHeight, label_->heightForWidth(width - kMargin - beside) + 2 * kPadding);
 }
 
 void NoticeBar::paintEvent(QPaintEvent*) {

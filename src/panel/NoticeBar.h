@@ -27,16 +27,24 @@ class NoticeBar final : public QWidget {
   /// Ends what is being said.
   void dismiss();
 
+  /// How high it must be for what it says.
+  [[nodiscard]] int heightForWidth(int width) const override;
+
  Q_SIGNALS:
   void activated();
-  /// What was said is not to be seen any more, and its button, where the keyboard may have been, cannot be
-  /// pressed.
-  void dismissed(bool hadKeyboard);
+  /// Something is to be seen, which may need another height.
+  void said();
+  /// What was said is not to be seen any more, and its button cannot be pressed.
+  void dismissed();
+  /// The button has gone that had the keyboard.
+  void keyboardReleased();
 
  protected:
   void paintEvent(QPaintEvent* event) override;
 
  private:
+  void setButton(const QString& text);
+
   QLabel* label_;
   TextButton* button_;
   QTimer timer_;

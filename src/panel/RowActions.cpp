@@ -90,7 +90,10 @@ void RowActions::describe(const QModelIndex& index) {
   selected_ = index == list_.currentIndex();
   const bool masked = model_.secrecyOf(index.row()) == Secrecy::masked;
   const bool queued = model_.isQueued(index.row());
-  unlock_->setVisible(masked && actions_.canUnlock());
+  const bool unlockable = masked && actions_.canUnlock();
+  // Not to the next button, which pastes.
+  if (!unlockable && unlock_->hasFocus()) list_.setFocus(Qt::OtherFocusReason);
+  unlock_->setVisible(unlockable);
   unlock_->setSymbol(actions_.isLocked() ? QStringLiteral("touchid") : QStringLiteral("eye"));
   unlock_->setLabel(actions_.isLocked() ? tr("Desbloquear con Touch ID") : tr("Mostrar el contenido"));
   queue_->setSymbol(queued ? QStringLiteral("list.bullet.circle.fill")

@@ -15,8 +15,8 @@ Qt::TextElideMode elideModeOf(const ClipItem& clip) {
   return clip.isFile() && !clip.text.contains(u'\n') ? Qt::ElideMiddle : Qt::ElideRight;
 }
 
-Excerpt hiddenMatch(const ClipItem& clip, const QList<QByteArray>& terms) {
-  const Excerpt inText = excerptOf(clip.text, terms);
+QString hiddenMatch(const ClipItem& clip, const QList<QByteArray>& terms) {
+  const QString inText = excerptOf(clip.text, terms);
   return inText.isEmpty() && clip.ocrText ? excerptOf(*clip.ocrText, terms) : inText;
 }
 
@@ -65,9 +65,9 @@ RowContent::RowContent(const RowContentKey& madeFor)
   preview = FittingLine(previewText(clip, key.secrecy), panelFont(kPreviewSize), key.previewWidth,
                         elideModeOf(clip), terms, key.theme.accent);
   if (!terms.isEmpty() && !preview.showsMatch()) {
-    const Excerpt found = hiddenMatch(clip, terms);
+    const QString found = hiddenMatch(clip, terms);
     if (!found.isEmpty())
-      excerpt = FittingLine(found.text, panelFont(kDetailSize), key.detailsWidth, Qt::ElideRight, terms,
+      excerpt = FittingLine(found, panelFont(kDetailSize), key.detailsWidth, Qt::ElideRight, terms,
                             key.theme.accent);
   }
   const QDateTime now = QDateTime::fromSecsSinceEpoch(key.minute * 60);

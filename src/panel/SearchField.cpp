@@ -2,9 +2,9 @@
 
 #include <QCoreApplication>
 #include <QEvent>
-#include <QKeyEvent>
 #include <QPainter>
 #include <QToolButton>
+#include <utility>
 
 #include "look/Symbols.h"
 #include "panel/PanelTheme.h"
@@ -21,7 +21,7 @@ constexpr int kMaxQueryLength = 1000;
 }  // namespace
 
 SearchField::SearchField(PasteboardText pasteboardText, QWidget* parent)
-    : QLineEdit(parent), pasteboardText_(std::move(pasteboardText)), clear_(new QToolButton(this)) {
+    : PasteField(std::move(pasteboardText), parent), clear_(new QToolButton(this)) {
   setObjectName(QStringLiteral("searchField"));
   setFrame(false);
   setFixedHeight(kHeight);
@@ -30,8 +30,6 @@ SearchField::SearchField(PasteboardText pasteboardText, QWidget* parent)
   setPlaceholderText(QCoreApplication::translate("ContentView", "Buscar…"));
   setAccessibleName(QCoreApplication::translate("ContentView", "Buscar en el historial"));
   setAttribute(Qt::WA_MacShowFocusRect, false);
-  setContextMenuPolicy(Qt::NoContextMenu);
-  setAcceptDrops(false);
   setMaxLength(kMaxQueryLength);
   clear_->setObjectName(QStringLiteral("clearSearch"));
   clear_->setAutoRaise(true);
@@ -60,26 +58,12 @@ void SearchField::applyTheme() {
 }
 
 void SearchField::changeEvent(QEvent* event) {
-  QLineEdit::changeEvent(event);
+  PasteField::changeEvent(event);
   if (event->type() == QEvent::PaletteChange && clear_) applyTheme();
 }
 
-void SearchField::keyPressEvent(QKeyEvent* event) {
-  if (event->matches(QKeySequence::Paste)) return pasteText();
-  QLineEdit::keyPressEvent(event);
-}
-
-void SearchField::mouseReleaseEvent(QMouseEvent* event) {
-  if (event->button() == Qt::MiddleButton) return;
-  QLineEdit::mouseReleaseEvent(event);
-}
-
-void SearchField::pasteText() {
-  if (const auto text = pasteboardText_()) insert(text->left(kMaxQueryLength).simplified());
-}
-
 void SearchField::resizeEvent(QResizeEvent* event) {
-  QLineEdit::resizeEvent(event);
+  PasteField::resizeEvent(event);
   const int side = kSymbolSize + 4;
   clear_->setGeometry(width() - kMargin - side + 2, (height() - side) / 2, side, side);
 }
@@ -95,7 +79,7 @@ void SearchField::paintEvent(QPaintEvent* event) {
     const QRect symbol(kMargin, (height() - kSymbolSize) / 2, kSymbolSize, kSymbolSize);
     symbols::draw(painter, symbol, QStringLiteral("magnifyingglass"), theme.secondaryText);
   }
-  QLineEdit::paintEvent(event);
+  PasteField::paintEvent(event);
 }
 
 }  // namespace nimbrel

@@ -144,6 +144,9 @@ qint64 ClipDatabase::count() {
 void ClipDatabase::save(const ClipRef& clip) {
   diskQueue_.post([this, clip] {
     if (!disk_) return;
+    // A clip may come back before its row could be deleted.
+    for (Removal& removal : undeleted_)
+      removal.ids.removeAll(clip->clip.id);
     try {
       write(clip);
     } catch (const SQLError& error) {

@@ -12,6 +12,9 @@ namespace nimbrel {
 InstalledIcons::InstalledIcons(const ApplicationCatalog& catalog, const QSize& size, QObject* parent)
     : QObject(parent), catalog_(catalog), size_(size) {
   connect(&timer_, &QTimer::timeout, this, &InstalledIcons::findNext);
+  asking_.setSingleShot(true);
+  asking_.setInterval(0);
+  connect(&asking_, &QTimer::timeout, this, &InstalledIcons::unknownAskedFor);
 }
 
 void InstalledIcons::setApplications(const QList<InstalledApplication>& applications) {
@@ -34,7 +37,7 @@ QIcon InstalledIcons::icon(const QString& identifier, const QIcon& generic) {
   if (!applications_.contains(identifier)) {
     const auto asked = unknown_.size();
     unknown_.insert(identifier);
-    if (unknown_.size() > asked) Q_EMIT unknownAskedFor();
+    if (unknown_.size() > asked) asking_.start();
   } else if (!wanted_.contains(identifier)) {
     wanted_.append(identifier);
     timer_.start(0);

@@ -13,9 +13,6 @@
 
 namespace nimbrel {
 
-/// How large an application's icon is in a list, in device-independent pixels.
-inline constexpr QSize kApplicationIconSize(22, 22);
-
 /// The icons of applications in one size. Each is looked up once, after it was first asked for, and one at a
 /// time, so that nobody waits while a list is painted. Main thread.
 class InstalledIcons final : public QObject {
@@ -35,8 +32,8 @@ class InstalledIcons final : public QObject {
  Q_SIGNALS:
   /// Icons that were asked for are known now.
   void iconsFound();
-  /// The icon of an application was asked for, for the first time, that is not among those installed as far
-  /// as this knows.
+  /// Icons of applications were asked for, for the first time, that are not installed as far as this knows;
+  /// told once for all that are asked for at once.
   void unknownAskedFor();
 
  private:
@@ -49,6 +46,7 @@ class InstalledIcons final : public QObject {
   QStringList wanted_;
   QSet<QString> unknown_;
   QTimer timer_;
+  QTimer asking_;
 };
 
 /// What stands for an application that has no icon.

@@ -7,6 +7,7 @@
 
 #include "look/PlainText.h"
 #include "look/Tones.h"
+#include "settings/window/ApplicationListModel.h"
 
 namespace nimbrel {
 namespace {

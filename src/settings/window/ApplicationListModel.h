@@ -10,6 +10,9 @@
 
 namespace nimbrel {
 
+/// How large an application's icon is in the settings' lists, in device-independent pixels.
+inline constexpr QSize kApplicationIconSize(22, 22);
+
 /// The installed applications that match a search, in alphabetical order. Main thread.
 class ApplicationListModel final : public QAbstractListModel {
   Q_OBJECT

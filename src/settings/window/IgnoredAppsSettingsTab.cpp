@@ -10,6 +10,7 @@
 #include "look/PlainText.h"
 #include "look/Symbols.h"
 #include "settings/window/ApplicationChooser.h"
+#include "settings/window/ApplicationListModel.h"
 #include "settings/window/SettingsPage.h"
 
 namespace nimbrel {

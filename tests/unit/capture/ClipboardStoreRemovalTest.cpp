@@ -123,15 +123,29 @@ TEST_F(Removal, OfEverythingIncludesWhatCouldHaveComeBack) {
   EXPECT_TRUE(files.images.isEmpty());
 }
 
-TEST_F(Removal, UndoneNeverLeavesMoreThanTheHistoryMayHold) {
+TEST_F(Removal, UndoneBringsTheClipBackIntoAFullHistoryUntilTheNextCapture) {
   settings.maxUnpinned = 2;
   launch();
   copyText(u"uno"_s);
   copyText(u"dos"_s);
-  store().removeClipForNow(clip(0).id);
+  store().removeClipForNow(clip(1).id);
   copyText(u"tres"_s);
   ASSERT_TRUE(store().undoRemoval());
-  EXPECT_EQ(texts(), (QStringList{u"tres"_s, u"dos"_s}));
+  EXPECT_EQ(texts(), (QStringList{u"tres"_s, u"dos"_s, u"uno"_s}));
+  copyText(u"cuatro"_s);
+  EXPECT_EQ(texts(), (QStringList{u"cuatro"_s, u"tres"_s}));
+}
+
+TEST_F(Removal, UndoneAfterTheSameWasCopiedAgainKeepsACollectionWithoutAPin) {
+  launch();
+  copyText(u"uno"_s);
+  store().setCollection(clip(0).id, u"Recetas"_s);
+  store().togglePin(clip(0).id);
+  store().removeClipForNow(clip(0).id);
+  copyText(u"uno"_s);
+  ASSERT_TRUE(store().undoRemoval());
+  EXPECT_EQ(clip(0).collection, u"Recetas"_s);
+  EXPECT_FALSE(clip(0).pinned);
 }
 
 TEST_F(Removal, UndoneReadsAPictureThatHadNotBeenRead) {

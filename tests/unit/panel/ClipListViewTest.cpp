@@ -19,9 +19,9 @@ class ClipListViewTest : public testing::PanelViewFixture {
     QTest::mouseMove(list()->viewport(), list()->visualRect(model()->index(row)).center());
     ASSERT_TRUE(QTest::qWaitFor([&] { return list()->hovered().row() == row; }));
   }
-  void leave() {
+  void leave(int row = 0) {
     // Whether or not it was there, which another test has decided.
-    hover(0);
+    hover(row);
     QTest::mouseMove(field());
     ASSERT_TRUE(QTest::qWaitFor([this] { return !list()->hovered().isValid(); }));
   }
@@ -133,6 +133,7 @@ TEST_F(ClipListViewTest, ShowsTheIconOfTheSourceOnceItIsKnown) {
   EXPECT_NE(colorAt(1), QColor(Qt::red));
   // Only what can be installed here is asked for, and only once.
   view->grab();
+  QTest::qWait(1);
   EXPECT_EQ(asked.count(), 1);
   icons.setApplications({{u"org.kde.kate"_s, u"Kate"_s, u"kate"_s}});
   EXPECT_TRUE(QTest::qWaitFor([&] { return colorAt(1) == QColor(Qt::red); }));
@@ -205,16 +206,50 @@ TEST_F(ClipListViewTest, StaysWhereItIsWhenRowsMoveOrGoWhileItIsScrolled) {
   EXPECT_EQ(place(u"23"_s), second);
 }
 
-TEST_F(ClipListViewTest, DragsTheClipThatWasPressed) {
+TEST_F(ClipListViewTest, ChoosesNothingElseWhileThePointerIsDrawnOverOtherRows) {
   show(5);
-  const QPoint at = list()->visualRect(model()->index(2)).center();
-  QTest::mousePress(list()->viewport(), Qt::LeftButton, {}, at);
-  EXPECT_EQ(selected(), u"3"_s);
+  copySecret(u"sk-abcdef"_s);
+  const auto middle = [this](int row) { return list()->visualRect(model()->index(row)).center(); };
+  QTest::mousePress(list()->viewport(), Qt::LeftButton, {}, middle(0));
+  for (const int row : {1, 2, 3}) {
+    QMouseEvent move(QEvent::MouseMove, middle(row), list()->viewport()->mapToGlobal(middle(row)),
+                     Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(list()->viewport(), &move);
+  }
+  EXPECT_EQ(list()->currentIndex().row(), 0);
   copyText(u"nuevo"_s);
-  EXPECT_EQ(selected(), u"3"_s);
-  EXPECT_EQ(list()->currentIndex().row(), 3);
-  QTest::mouseRelease(list()->viewport(), Qt::LeftButton, {}, at);
-  EXPECT_EQ(selected(), u"3"_s);
+  EXPECT_EQ(list()->currentIndex().row(), 1);
+  QTest::mouseRelease(list()->viewport(), Qt::LeftButton, {}, middle(3));
+  EXPECT_EQ(selected(), u"sk-abcdef"_s);
+}
+
+TEST_F(ClipListViewTest, StaysWhereItIsWhenTheSelectedClipGoes) {
+  show(60);
+  for (const bool withPointer : {true, false}) {
+    list()->verticalScrollBar()->setValue(30 * RowGeometry::kLow);
+    const QModelIndex clicked = list()->indexAt({10, 100});
+    QTest::mouseClick(list()->viewport(), Qt::LeftButton, {}, list()->visualRect(clicked).center());
+    withPointer ? hover(clicked.row() + 1) : leave(clicked.row());
+    const int offset = list()->verticalScrollBar()->value();
+    store().removeClip(view->selectedClip()->clip.id);
+    EXPECT_EQ(selected(), u"1"_s);
+    EXPECT_EQ(list()->verticalScrollBar()->value(), offset - (withPointer ? RowGeometry::kLow : 0));
+  }
+  // Keys lead to what is selected.
+  press(Qt::Key_Down);
+  EXPECT_EQ(selected(), u"2"_s);
+  EXPECT_EQ(list()->verticalScrollBar()->value(), RowGeometry::kLow);
+}
+
+TEST_F(ClipListViewTest, ShowsWhatIsSelectedOnceAKeyHasDeletedAClip) {
+  show(60);
+  press(Qt::Key_End);
+  press(Qt::Key_Backspace, Qt::ControlModifier);
+  EXPECT_EQ(selected(), u"1"_s);
+  EXPECT_EQ(list()->verticalScrollBar()->value(), 0);
+  press(Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_EQ(selected(), u"60"_s);
+  EXPECT_EQ(list()->verticalScrollBar()->value(), list()->verticalScrollBar()->maximum());
 }
 
 }  // namespace

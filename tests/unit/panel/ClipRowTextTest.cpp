@@ -111,6 +111,10 @@ TEST(Hint, FollowsTheSelectedClip) {
       u"↑↓ elegir   ↩ pegar   ⌘O abrir enlace   ⌘↩ sin formato   ⌘⌫ borrar   ⌘P fijar   ␣ vista rápida"_s);
   clip.fileURLString = u"file:///a"_s;
   EXPECT_EQ(hintFor(&clip), u"↑↓ elegir   ↩ pegar archivo   ⌘⌫ borrar   ⌘P fijar   ␣ vista rápida"_s);
+  clip.fileURLString = u"file:///a\nfile:///b"_s;
+  EXPECT_TRUE(hintFor(&clip).contains(u"pegar archivo"));
+  clip.fileURLString = QString();
+  EXPECT_FALSE(hintFor(&clip).contains(u"pegar archivo"));
   clip.fileURLString.reset();
   clip.imageFile = u"a.png"_s;
   EXPECT_EQ(hintFor(&clip), other);

@@ -161,6 +161,41 @@ TEST_F(ContentViewTest, HintsAtWhatTheSelectedClipCanDo) {
   EXPECT_TRUE(hint->accessibleName().contains(u"⌘1–9 directo"));
 }
 
+TEST_F(ContentViewTest, HintsAtAnImageWithTextAndThenAtAFile) {
+  launch();
+  copyFile(u"/tmp/a.txt"_s);
+  copyReadImage("bild", u"Factura"_s);
+  copyImage("ohne");
+  open();
+  EXPECT_TRUE(hint().contains(u"⌘1–9 directo"));
+  press(Qt::Key_Down);
+  EXPECT_TRUE(hint().contains(u"↩ pegar imagen   ⌘T pegar su texto"));
+  press(Qt::Key_Down);
+  EXPECT_TRUE(hint().contains(u"↩ pegar archivo"));
+}
+
+TEST_F(ContentViewTest, PastesTheTextOfAnImageAndOpensALinkOnlyWhereThereIsOne) {
+  launch();
+  copyReadImage("bild", u"Factura"_s);
+  copyImage("ohne");
+  copyText(u"https://example.org"_s);
+  open();
+  const QSignalSpy pastes(view.get(), &ContentView::pasteRequested);
+  press(Qt::Key_T, Qt::ControlModifier);
+  EXPECT_EQ(pastes.count(), 0);
+  press(Qt::Key_O, Qt::ControlModifier);
+  EXPECT_EQ(opener.opened, QStringList{u"https://example.org"_s});
+  press(Qt::Key_Down);
+  press(Qt::Key_T, Qt::ControlModifier);
+  press(Qt::Key_O, Qt::ControlModifier);
+  EXPECT_EQ(pastes.count(), 0);
+  EXPECT_EQ(opener.opened.size(), 1);
+  press(Qt::Key_Down);
+  press(Qt::Key_T, Qt::ControlModifier);
+  EXPECT_EQ(pasted(), u"Factura"_s);
+  EXPECT_EQ(pastes.count(), 1);
+}
+
 TEST_F(ContentViewTest, KeepsTheSelectionWhileItsClipIsVisible) {
   show(12);
   press(Qt::Key_Down);

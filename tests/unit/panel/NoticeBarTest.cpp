@@ -58,18 +58,31 @@ TEST_F(NoticeBarTest, SaysTheNextThingWithoutHavingGone) {
   EXPECT_EQ(dismissals.count(), 1);
 }
 
-TEST_F(NoticeBarTest, TellsWhetherItHadTheKeyboard) {
+TEST_F(NoticeBarTest, TellsWhenItsButtonGoesThatHasTheKeyboard) {
   NoticeBar bar(&window);
-  QSignalSpy dismissals(&bar, &NoticeBar::dismissed);
+  const QSignalSpy released(&bar, &NoticeBar::keyboardReleased);
   window.activateWindow();
   ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
   bar.say(u"Elemento borrado"_s, u"Deshacer"_s);
   bar.dismiss();
-  EXPECT_FALSE(dismissals.takeFirst().first().toBool());
+  EXPECT_EQ(released.count(), 0);
   bar.say(u"Elemento borrado"_s, u"Deshacer"_s);
   button(bar)->setFocus();
   bar.dismiss();
-  EXPECT_TRUE(dismissals.takeFirst().first().toBool());
+  EXPECT_EQ(released.count(), 1);
+  bar.say(u"Elemento borrado"_s, u"Deshacer"_s);
+  button(bar)->setFocus();
+  bar.say(u"No se puede"_s);
+  EXPECT_EQ(released.count(), 2);
+}
+
+TEST_F(NoticeBarTest, GrowsUntilAllCanBeRead) {
+  NoticeBar bar(&window);
+  bar.say(u"No"_s);
+  const int low = bar.heightForWidth(280);
+  bar.say(u"palabra "_s.repeated(30), u"Deshacer"_s);
+  EXPECT_GT(bar.heightForWidth(280), low);
+  EXPECT_GT(bar.heightForWidth(200), bar.heightForWidth(400));
 }
 
 }  // namespace

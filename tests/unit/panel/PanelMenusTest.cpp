@@ -305,6 +305,33 @@ TEST_F(PanelMenusTest, TheCollectionDialogTakesWhatWasTypedAndKnowsACollectionIn
   EXPECT_EQ(clip(2).collection, u"Cocina"_s);
 }
 
+TEST_F(PanelMenusTest, TheCollectionDialogTellsTwoCollectionsApartThatDifferInCase) {
+  show(3);
+  store().setCollection(clip(0).id, u"Cocina"_s);
+  store().setCollection(clip(1).id, u"cocina"_s);
+  const QString second = store().collections().last();
+  press(Qt::Key_End);
+  press(Qt::Key_K, Qt::ControlModifier);
+  click(u"suggestion2"_s);
+  EXPECT_EQ(clip(2).collection, second);
+  bury();
+  press(Qt::Key_K, Qt::ControlModifier);
+  QTest::keyClick(find(u"collectionName"_s), Qt::Key_Return);
+  EXPECT_EQ(clip(2).collection, second);
+}
+
+TEST_F(PanelMenusTest, TheCollectionDialogPastesWithoutAskingTheOwner) {
+  show(1);
+  pasteboard.copyText(u"dos\npalabras"_s);
+  press(Qt::Key_K, Qt::ControlModifier);
+  auto* const name = find<QLineEdit>(u"collectionName"_s);
+  QTest::keyClick(name, Qt::Key_V, Qt::ControlModifier);
+  EXPECT_EQ(name->text(), u"dos palabras"_s);
+  EXPECT_FALSE(name->acceptDrops());
+  QTest::mouseClick(name, Qt::MiddleButton);
+  EXPECT_EQ(name->text(), u"dos palabras"_s);
+}
+
 TEST_F(PanelMenusTest, TheCollectionDialogKeepsALongNameWhole) {
   show(1);
   const QString name = u"Colección "_s.repeated(20).trimmed();

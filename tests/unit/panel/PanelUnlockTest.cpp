@@ -70,6 +70,15 @@ TEST_F(PanelUnlock, AProofThatComesAfterThePanelHasGoneShowsNothing) {
   EXPECT_EQ(secrecy(), Secrecy::masked);
 }
 
+TEST_F(PanelUnlock, AfterTheKeyboardHasUnlockedItDoesNotStandOnTheButtonThatPastes) {
+  open();
+  SymbolButton* const unlock = unlockButton();
+  unlock->setFocus(Qt::TabFocusReason);
+  QTest::keyClick(unlock, Qt::Key_Return);
+  EXPECT_EQ(secrecy(), Secrecy::revealed);
+  EXPECT_TRUE(list()->hasFocus());
+}
+
 TEST_F(PanelUnlock, WithALockThatNothingOpensThereIsNoButton) {
   settings.lockMode = LockMode::sensitiveOnly;
   open();

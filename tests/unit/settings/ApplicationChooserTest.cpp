@@ -5,6 +5,7 @@
 #include <QSignalSpy>
 #include <QTest>
 
+#include "settings/window/ApplicationListModel.h"
 #include "support/Fakes.h"
 
 namespace nimbrel {
@@ -117,10 +118,15 @@ TEST_F(ApplicationChooserTest, AnIconThatWasAskedForTooEarlyIsToldOfWhenItsAppli
   InstalledIcons late(catalog, kApplicationIconSize);
   const QSignalSpy asked(&late, &InstalledIcons::unknownAskedFor);
   const QSignalSpy found(&late, &InstalledIcons::iconsFound);
-  for (int i = 0; i < 2; ++i)
-    EXPECT_TRUE(late.icon(u"a"_s, {}).isNull());
+  for (const QString& id : {u"a"_s, u"b"_s, u"c"_s, u"a"_s})
+    EXPECT_TRUE(late.icon(id, {}).isNull());
+  EXPECT_EQ(asked.count(), 0);
+  QTest::qWait(1);
   EXPECT_EQ(asked.count(), 1);
-  late.setApplications({{u"b"_s, u"B"_s, {}}});
+  EXPECT_TRUE(late.icon(u"c"_s, {}).isNull());
+  QTest::qWait(1);
+  EXPECT_EQ(asked.count(), 1);
+  late.setApplications({{u"d"_s, u"D"_s, {}}});
   EXPECT_EQ(found.count(), 0);
   late.setApplications({{u"a"_s, u"A"_s, {}}});
   EXPECT_EQ(found.count(), 1);

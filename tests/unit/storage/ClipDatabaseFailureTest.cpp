@@ -198,6 +198,26 @@ TEST_F(ClipDatabaseFailure, OfAClipThatWasRemovedMeanwhileIsForgotten) {
   EXPECT_EQ(database->count(), 0);
 }
 
+TEST_F(ClipDatabaseFailure, ToRemoveAClipIsForgottenWhenItComesBack) {
+  open();
+  const ClipItem clip = textClip(u"de vuelta"_s);
+  const ClipItem other = textClip(u"otro"_s);
+  database->save(indexed(clip));
+  database->save(indexed(other));
+  database->flush();
+  disk.failWrites = true;
+  bool gone = false;
+  database->remove({clip.id, other.id}, ClipDatabase::Traces::mayLinger, [&gone] { gone = true; });
+  database->save(indexed(clip));
+  database->flush();
+  disk.failWrites = false;
+  database->retryFailedWrites();
+  const auto clips = database->loadAll().clips;
+  ASSERT_EQ(clips.size(), 1);
+  EXPECT_EQ(clips.first()->clip, clip);
+  EXPECT_TRUE(gone);
+}
+
 TEST_F(ClipDatabaseFailure, IsMadeGoodAtTheLatestWhenTheProgramEnds) {
   open();
   disk.failWrites = true;
