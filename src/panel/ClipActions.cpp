@@ -8,21 +8,30 @@ namespace nimbrel {
 
 ClipActions::ClipActions(const ClipActionParts& parts) : parts_(parts) {}
 
+bool ClipActions::isThere(const ClipItem& clip) {
+  if (parts_.store.items().rowOf(clip.id)) return true;
+  Q_EMIT failed(tr("Este elemento ya no está en el historial."));
+  return false;
+}
+
 void ClipActions::paste(const ClipItem& clip) {
+  if (!isThere(clip)) return;
   parts_.store.copyToPasteboard(clip, false);
   Q_EMIT pasteRequested();
 }
 
 void ClipActions::pastePlain(const ClipItem& clip) {
+  if (!isThere(clip)) return;
   parts_.store.copyToPasteboard(clip, true);
   Q_EMIT pasteRequested();
 }
 
 void ClipActions::pasteRecognizedText(const ClipItem& clip) {
-  if (parts_.store.copyRecognizedText(clip)) Q_EMIT pasteRequested();
+  if (isThere(clip) && parts_.store.copyRecognizedText(clip)) Q_EMIT pasteRequested();
 }
 
 void ClipActions::pasteTransformed(const ClipItem& clip, TextTransform transform) {
+  if (!isThere(clip)) return;
   const auto text = parts_.store.transformedText(clip, transform);
   if (!text) {
     Q_EMIT failed(tr("«%1» no se puede aplicar a este texto.").arg(label(transform)));
@@ -34,7 +43,7 @@ void ClipActions::pasteTransformed(const ClipItem& clip, TextTransform transform
 
 void ClipActions::openLink(const ClipItem& clip) {
   const auto link = linkOf(clip);
-  if (!link) return;
+  if (!link || !isThere(clip)) return;
   if (parts_.opener.openUrl(*link))
     Q_EMIT leaveRequested();
   else
@@ -42,7 +51,7 @@ void ClipActions::openLink(const ClipItem& clip) {
 }
 
 void ClipActions::reveal(const ClipItem& clip) {
-  if (!clip.isFile()) return;
+  if (!clip.isFile() || !isThere(clip)) return;
   const QList<QUrl> files = parts_.store.contentOf(clip).fileUrls;
   if (!files.isEmpty() && parts_.opener.reveal(files))
     Q_EMIT leaveRequested();
@@ -51,7 +60,7 @@ void ClipActions::reveal(const ClipItem& clip) {
 }
 
 void ClipActions::remove(const ClipItem& clip) {
-  if (parts_.store.items().rowOf(clip.id)) Q_EMIT removed(parts_.store.removeClipForNow(clip.id));
+  if (isThere(clip)) Q_EMIT removed(parts_.store.removeClipForNow(clip.id));
 }
 
 void ClipActions::undoRemoval() {
@@ -59,10 +68,11 @@ void ClipActions::undoRemoval() {
 }
 
 void ClipActions::togglePin(const ClipItem& clip) {
-  parts_.store.togglePin(clip.id);
+  if (isThere(clip)) parts_.store.togglePin(clip.id);
 }
 
 void ClipActions::toggleQueue(const ClipItem& clip) {
+  if (!isThere(clip)) return;
   if (parts_.store.isQueued(clip.id))
     parts_.store.removeFromQueue(clip.id);
   else
@@ -70,7 +80,7 @@ void ClipActions::toggleQueue(const ClipItem& clip) {
 }
 
 void ClipActions::setCollection(const ClipItem& clip, const QString& name) {
-  parts_.store.setCollection(clip.id, name);
+  if (isThere(clip)) parts_.store.setCollection(clip.id, name);
 }
 
 bool ClipActions::canUnlock() const {
@@ -78,7 +88,7 @@ bool ClipActions::canUnlock() const {
 }
 
 void ClipActions::unlock(const ClipItem& clip) {
-  if (!clip.isSensitive() || !canUnlock()) return;
+  if (!clip.isSensitive() || !canUnlock() || !isThere(clip)) return;
   if (!isLocked()) {
     Q_EMIT unlocked(clip.id);
     return;

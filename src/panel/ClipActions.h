@@ -21,7 +21,8 @@ struct ClipActionParts final {
 };
 
 /// What can be done with a clip, whoever asks for it: a key, a row's button, a menu. What does not apply to
-/// the clip does nothing. Main thread.
+/// the clip does nothing, and neither does anything that is asked for a clip which has gone meanwhile. Main
+/// thread.
 class ClipActions final : public QObject {
   Q_OBJECT
 
@@ -64,6 +65,9 @@ class ClipActions final : public QObject {
   void unlocked(const QUuid& id);
 
  private:
+  /// Whether a clip is still in the history; says so when it is not.
+  bool isThere(const ClipItem& clip);
+
   ClipActionParts parts_;
   /// Which use of the panel a proof belongs to.
   int use_ = 0;

@@ -8,6 +8,7 @@
 #include <QPainter>
 #include <QScrollBar>
 #include <algorithm>
+#include <climits>
 #include <memory>
 #include <utility>
 
@@ -15,6 +16,13 @@
 #include "panel/PanelTheme.h"
 
 namespace nimbrel {
+namespace {
+
+constexpr int kDragWidth = 220;
+/// Where the pointer holds what is dragged, from its left edge.
+constexpr int kDragInset = 12;
+
+}  // namespace
 
 ClipListView::ClipListView(QWidget* parent) : QListView(parent) {
   setFrameShape(QFrame::NoFrame);
@@ -52,6 +60,8 @@ void ClipListView::followRows(const ClipListModel& model) {
   connect(&model, &QAbstractItemModel::rowsRemoved, this, [this](const QModelIndex&, int first, int last) {
     geometry_.remove(first, last);
     shift();
+    // What has gone, a secret whose time is over perhaps, is not to arrive anywhere.
+    if (isDragging_ && !dragged_.isValid()) QDrag::cancel();
   });
   connect(&model, &QAbstractItemModel::rowsAboutToBeMoved, this, [this](const QModelIndex&, int from) {
     dropAnchor({from, from});
@@ -274,14 +284,18 @@ void ClipListView::drag(const QModelIndex& index) {
   auto* const drag = new QDrag(this);
   drag->setMimeData(content.release());
   drag->setPixmap(pictureOf(index));
-  drag->setHotSpot(pressedAt_ - visualRect(index).topLeft());
+  drag->setHotSpot({kDragInset, drag->pixmap().height() / 2});
+  dragged_ = index;
+  isDragging_ = true;
   drag->exec(Qt::CopyAction);
+  isDragging_ = false;
 }
 
 QPixmap ClipListView::pictureOf(const QModelIndex& index) const {
   QStyleOptionViewItem option;
   initViewItemOption(&option);
-  option.rect = QRect(QPoint(), visualRect(index).size());
+  // Enough to know it by, and not so much that it hides where it is dropped.
+  option.rect = QRect(QPoint(), visualRect(index).size().boundedTo({kDragWidth, INT_MAX}));
   option.state = QStyle::State_Selected;
   QPixmap picture(option.rect.size() * devicePixelRatioF());
   picture.setDevicePixelRatio(devicePixelRatioF());

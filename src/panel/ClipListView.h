@@ -84,6 +84,8 @@ class ClipListView final : public QListView {
   /// Where the left button of the mouse was pressed last, from which a drag begins.
   QPersistentModelIndex pressed_;
   QPoint pressedAt_;
+  QPersistentModelIndex dragged_;
+  bool isDragging_ = false;
   QPersistentModelIndex anchor_;
   /// Where the row that stays begins, from the upper edge of what is shown.
   int anchorTop_ = 0;

@@ -97,7 +97,7 @@ QList<RowDetail> rowDetails(const IndexedClip& indexed, Secrecy secrecy, const Q
   if (clip.isFile()) add(QStringLiteral("folder"), {});
   if (clip.isImage() && clip.ocrText && !clip.ocrText->isEmpty()) add(QStringLiteral("text.viewfinder"), {});
   if (traits.isTemplate) details.append({QStringLiteral("curlybraces"), Texts::tr("Plantilla"), true});
-  if (clip.collection) add(QStringLiteral("tray"), *clip.collection);
+  if (clip.collection) add(QStringLiteral("tray"), clip.collection->simplified());
   add({}, sourceLabel(clip));
   add({}, lengthLabel(indexed, secrecy, locale));
   if (clip.expiresAt) add(QStringLiteral("timer"), Texts::tr("Se borrará automáticamente"));

@@ -310,12 +310,12 @@ bool ContentView::eventFilter(QObject* watched, QEvent* event) {
 bool ContentView::handleKeyBesideField(QKeyEvent& event) {
   const bool plain = !(event.modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier));
   auto* const button = qobject_cast<QAbstractButton*>(focusWidget());
-  const bool presses = event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+  const bool presses =
+      event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter || event.key() == Qt::Key_Space;
   if (button && plain && presses) {
-    if (!event.isAutoRepeat()) button->click();
+    if (!event.isAutoRepeat()) press(*button);
     return true;
   }
-  if (event.key() == Qt::Key_Space && focusWidget() != list_) return false;
   if (handleKey(event)) return true;
   // Whatever is typed is looked for.
   const QString text = event.text();
@@ -323,6 +323,14 @@ bool ContentView::handleKeyBesideField(QKeyEvent& event) {
   search_->setFocus(Qt::OtherFocusReason);
   search_->insert(text);
   return true;
+}
+
+void ContentView::press(QAbstractButton& button) {
+  const QPointer<QAbstractButton> pressed(&button);
+  const bool ofRow = rowActions_->isAncestorOf(&button);
+  button.click();
+  // One that has done its work and gone leaves the keyboard to the field, and not to whatever comes next.
+  if (!ofRow && !sheet_ && pressed && !pressed->isVisible()) search_->setFocus(Qt::OtherFocusReason);
 }
 
 bool ContentView::handleKey(const QKeyEvent& event) {
@@ -417,12 +425,18 @@ void ContentView::chooseCollection(const ClipRef& clip, const QString& name) {
   openSheet(sheet);
 }
 
-void ContentView::confirmClearing() {
+QString ContentView::whatClearingDeletes() const {
   const int count = static_cast<int>(services_.store.items().unpinnedCount());
-  auto* const sheet = new ConfirmSheet(
-      tr("¿Borrar el historial?"),
-      tr("Se borrarán %n elemento(s). Los fijados se conservan. No se puede deshacer.", nullptr, count),
-      tr("Borrar"), this);
+  return tr("Se borrarán %n elemento(s). Los fijados se conservan. No se puede deshacer.", nullptr, count);
+}
+
+void ContentView::confirmClearing() {
+  auto* const sheet =
+      new ConfirmSheet(tr("¿Borrar el historial?"), whatClearingDeletes(), tr("Borrar"), this);
+  // What is copied while the question stands goes too, and nobody is to be surprised by that.
+  const auto recount = [this, sheet] { sheet->setNote(whatClearingDeletes()); };
+  connect(&services_.store, &ClipboardStore::clipInserted, sheet, recount);
+  connect(&services_.store, &ClipboardStore::clipsRemoved, sheet, recount);
   connect(sheet, &ConfirmSheet::confirmed, this, [this] {
     notice_->dismiss();
     services_.store.clearHistory();

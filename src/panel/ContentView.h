@@ -9,6 +9,8 @@
 #include "panel/PanelServices.h"
 #include "panel/PasteField.h"
 
+class QAbstractButton;
+
 namespace nimbrel {
 
 class ClipListView;
@@ -82,11 +84,13 @@ class ContentView final : public QWidget {
 
   [[nodiscard]] bool handleKey(const QKeyEvent& event);
   [[nodiscard]] bool handleKeyBesideField(QKeyEvent& event);
+  void press(QAbstractButton& button);
   void run(const PanelCommand& command);
   void runOnClip(PanelCommand::Kind kind, const ClipRef& clip);
 
   void preview(const ClipRef& clip);
   void chooseCollection(const ClipRef& clip, const QString& name);
+  [[nodiscard]] QString whatClearingDeletes() const;
   void confirmClearing();
   void openSheet(PanelSheet* sheet);
   void showClipMenu(int row, const QPoint& position);

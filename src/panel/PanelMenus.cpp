@@ -45,6 +45,14 @@ QAction* addChoice(QMenu& menu, const QString& text, bool chosen) {
   return action;
 }
 
+void disableAll(QMenu& menu) {
+  const auto actions = menu.actions();
+  for (QAction* const action : actions) {
+    action->setEnabled(false);
+    if (QMenu* const more = action->menu()) disableAll(*more);
+  }
+}
+
 }  // namespace
 
 PanelMenus::PanelMenus(ClipboardStore& store, ClipActions& actions, QWidget& panel)
@@ -64,6 +72,11 @@ QAction* PanelMenus::put(QMenu& menu, const QString& symbol, const QString& text
 QMenu* PanelMenus::clipMenu(const ClipRef& clip, Secrecy secrecy) {
   QMenu* const menu = makeMenu();
   menu->setObjectName(QStringLiteral("clipMenu"));
+  // A clip that goes, a secret whose time is over perhaps, takes what could be done with it along. The menu
+  // stays: the key that was meant for it would act on another clip.
+  connect(&store_, &ClipboardStore::clipsRemoved, menu, [this, menu, id = clip->clip.id] {
+    if (!store_.items().rowOf(id)) disableAll(*menu);
+  });
   addPasting(*menu, clip, secrecy);
   addOpening(*menu, clip);
   menu->addSeparator();

@@ -65,8 +65,10 @@ void PanelSheet::addContent(QWidget* content) {
   content->installEventFilter(this);
 }
 
-void PanelSheet::addNote(const QString& text) {
-  column_->addWidget(label(text, panelFont(11), panelTheme(palette()).secondaryText, kContentWidth, card_));
+QLabel* PanelSheet::addNote(const QString& text) {
+  QLabel* const note = label(text, panelFont(11), panelTheme(palette()).secondaryText, kContentWidth, card_);
+  column_->addWidget(note);
+  return note;
 }
 
 void PanelSheet::addButtons(const QString& no, TextButton* yes) {

@@ -33,7 +33,7 @@ class PanelSheet : public QWidget {
 
   /// Puts something between the title and the buttons.
   void addContent(QWidget* content);
-  void addNote(const QString& text);
+  QLabel* addNote(const QString& text);
   /// The buttons, in their order; the second does what the sheet is about.
   void addButtons(const QString& no, TextButton* yes);
   /// What has the keyboard first.

@@ -1,5 +1,6 @@
 #include "panel/RowActions.h"
 
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QPainter>
 #include <utility>
@@ -52,6 +53,7 @@ SymbolButton* RowActions::makeButton(const QString& name, const QString& symbol,
   auto* const button = new SymbolButton(symbol, label, this, kButton);
   button->setObjectName(name);
   layout()->addWidget(button);
+  button->installEventFilter(this);
   connect(button, &SymbolButton::pressed, this, [this] { pressed_ = clip_ ? clip_->clip.id : QUuid(); });
   connect(button, &SymbolButton::clicked, this, [this, action = std::move(action)] {
     // The list may have moved on between the press and the release.
@@ -59,6 +61,13 @@ SymbolButton* RowActions::makeButton(const QString& name, const QString& symbol,
     if (clip && clip->clip.id == std::exchange(pressed_, {})) action(clip->clip);
   });
   return button;
+}
+
+bool RowActions::eventFilter(QObject* watched, QEvent* event) {
+  // Once it is known where the keyboard goes.
+  if (event->type() == QEvent::FocusOut)
+    QMetaObject::invokeMethod(this, &RowActions::refresh, Qt::QueuedConnection);
+  return QWidget::eventFilter(watched, event);
 }
 
 bool RowActions::hasFocusInside() const {

@@ -23,6 +23,7 @@ class RowActions final : public QWidget {
   void refresh();
 
  protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
 
  private:

@@ -399,6 +399,10 @@ base64Decode, formatJSON, compactJSON.
         <source>No se puede mostrar este archivo.</source>
         <translation>This file cannot be shown.</translation>
     </message>
+    <message>
+        <source>Este elemento ya no está en el historial.</source>
+        <translation>This item is no longer in the history.</translation>
+    </message>
 </context>
 <context>
     <name>nimbrel::CollectionSheet</name>

@@ -40,6 +40,17 @@ TEST_F(PanelBanners, ShowAtOnceThatCaptureIsPausedAndResumeIt) {
   EXPECT_TRUE(shown().isEmpty());
 }
 
+TEST_F(PanelBanners, LeaveTheKeyboardToTheFieldWhenTheirButtonHasDoneItsWork) {
+  show(1);
+  for (const auto key : {Qt::Key_Return, Qt::Key_Space}) {
+    store().setPaused(true);
+    button(u"pausedBanner"_s)->setFocus(Qt::TabFocusReason);
+    QTest::keyClick(button(u"pausedBanner"_s), key);
+    EXPECT_FALSE(store().isPaused());
+    EXPECT_TRUE(field()->hasFocus());
+  }
+}
+
 TEST_F(PanelBanners, SayThatThePasteboardIsBlockedAndOpenTheSettings) {
   show(1);
   pasteboard.given = Pasteboard::Access::alwaysDeny;

@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include <QLabel>
 #include <QPushButton>
 #include <QSignalSpy>
 
@@ -330,6 +331,52 @@ TEST_F(PanelMenusTest, TheCollectionDialogPastesWithoutAskingTheOwner) {
   EXPECT_FALSE(name->acceptDrops());
   QTest::mouseClick(name, Qt::MiddleButton);
   EXPECT_EQ(name->text(), u"dos palabras"_s);
+}
+
+TEST_F(PanelMenusTest, OfAClipCanDoNothingAnyMoreOnceItHasGone) {
+  show(2);
+  copySecret(u"sk-abcdef"_s);
+  press(Qt::Key_Home);
+  QMenu* const menu = clipMenu();
+  store().removeClip(clip(0).id);
+  EXPECT_TRUE(menu->isVisible());
+  for (const QMenu* const each : menu->findChildren<QMenu*>() + QList<QMenu*>{menu}) {
+    for (const QAction* const action : each->actions())
+      EXPECT_FALSE(action->isEnabled()) << action->text().toStdString();
+  }
+  QTest::keyClick(menu, Qt::Key_Down);
+  QTest::keyClick(menu, Qt::Key_Return);
+  EXPECT_TRUE(pasteboard.writes.isEmpty());
+}
+
+TEST_F(PanelMenusTest, TheCollectionDialogSaysWhenItsClipHasGone) {
+  show(2);
+  press(Qt::Key_K, Qt::ControlModifier);
+  QTest::keyClicks(find(u"collectionName"_s), u"Uno"_s);
+  store().removeClip(clip(0).id);
+  QTest::keyClick(find(u"collectionName"_s), Qt::Key_Return);
+  EXPECT_EQ(find(u"noticeBar"_s)->accessibleName(), u"Este elemento ya no está en el historial."_s);
+  EXPECT_TRUE(store().collections().isEmpty());
+}
+
+TEST_F(PanelMenusTest, OfAClipStayAsTheyAreWhenAnotherGoes) {
+  show(2);
+  QMenu* const menu = clipMenu();
+  store().removeClip(clip(1).id);
+  EXPECT_TRUE(entry(*menu, u"Fijar"_s)->isEnabled());
+}
+
+TEST_F(PanelMenusTest, TheQuestionBeforeClearingCountsWhatIsCopiedMeanwhile) {
+  show(2);
+  choose(openMenu(u"gear"_s, u"gearMenu"_s), u"Borrar historial"_s);
+  const auto says = [this](const QString& text) {
+    const auto labels = find(u"confirmSheet"_s)->findChildren<QLabel*>();
+    return std::any_of(labels.begin(), labels.end(),
+                       [&](const QLabel* l) { return l->text().contains(text); });
+  };
+  EXPECT_TRUE(says(u"Se borrarán 2 elemento"_s));
+  copyText(u"llega ahora"_s);
+  EXPECT_TRUE(says(u"Se borrarán 3 elemento"_s));
 }
 
 TEST_F(PanelMenusTest, TheCollectionDialogKeepsALongNameWhole) {

@@ -77,6 +77,16 @@ TEST_F(PanelMouse, ActsOnARowByItsButtons) {
   EXPECT_EQ(texts(), (QStringList{u"1"_s, u"3"_s}));
 }
 
+TEST_F(PanelMouse, TakesTheButtonsOfARowAwayWithTheKeyboard) {
+  show(3);
+  QTest::mouseMove(field());
+  chooseRow(0);
+  find(u"rowRemove"_s)->setFocus(Qt::TabFocusReason);
+  EXPECT_TRUE(find(u"rowActions"_s)->isVisible());
+  field()->setFocus(Qt::TabFocusReason);
+  EXPECT_TRUE(QTest::qWaitFor([this] { return !find(u"rowActions"_s)->isVisible(); }));
+}
+
 TEST_F(PanelMouse, NeverActsOnAnotherClipThanTheOnePressed) {
   show(2);
   chooseRow(0);
