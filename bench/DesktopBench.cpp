@@ -262,7 +262,8 @@ void keyToPainted(benchmark::State& state) {
     observer.drain();
     const auto pressed = Clock::now();
     observer.tap({kC});
-    // The list is painted in one go with the field; the blinking cursor comes half a second later.
+    // The field is painted at once, the list when its answer has come; the blinking cursor half a second
+    // later.
     state.SetIterationTime(seconds(observer.lastPaint(opening.panel, pressed) - pressed));
     xcb_damage_destroy(observer.x.get(), damage);
     closePanel(observer);
