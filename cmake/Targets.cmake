@@ -6,6 +6,10 @@ function(nimbrel_library name)
   target_link_libraries(${name} PUBLIC ${ARG_LINKS} PRIVATE nimbrel_options ${ARG_PRIVATE_LINKS})
 endfunction()
 
+# What a sanitizer's run needs, and no more: the tests of a label.
+add_custom_target(unit_tests)
+add_custom_target(threads_tests)
+
 # nimbrel_test(NAME SOURCES … LINKS … [LABELS …] [DESKTOP]): one GoogleTest program.
 # DESKTOP runs it inside a private virtual desktop with a key store and a window manager.
 function(nimbrel_test name)
@@ -23,5 +27,9 @@ function(nimbrel_test name)
     add_test(NAME ${name} COMMAND ${name})
     set_tests_properties(${name} PROPERTIES LABELS "${ARG_LABELS};unit" TIMEOUT ${ARG_TIMEOUT}
       ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
+    add_dependencies(unit_tests ${name})
+  endif()
+  if("threads" IN_LIST ARG_LABELS)
+    add_dependencies(threads_tests ${name})
   endif()
 endfunction()

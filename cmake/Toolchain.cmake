@@ -24,7 +24,7 @@ if(NIMBREL_WERROR)
   target_compile_options(nimbrel_options INTERFACE -Werror)
 endif()
 if(NIMBREL_SANITIZE)
-  target_compile_options(nimbrel_options INTERFACE -fsanitize=${NIMBREL_SANITIZE} -fno-omit-frame-pointer -g)
+  target_compile_options(nimbrel_options INTERFACE -fsanitize=${NIMBREL_SANITIZE} -fno-omit-frame-pointer -g1)
   # Clang minds that RapidJSON adds to the null pointer of an empty stack, before it allocates one.
   if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang" AND NIMBREL_SANITIZE MATCHES "undefined")
     target_compile_options(nimbrel_options INTERFACE -fno-sanitize=pointer-overflow)
