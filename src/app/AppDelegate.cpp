@@ -65,7 +65,7 @@ void AppDelegate::applicationDidFinishLaunching() {
                  .keystrokes = *platform_.keystrokes,
                  .defaults = *platform_.defaults,
                  .makeWindow = platform_.makePanelWindow});
-  connect(&icons_, &InstalledIcons::unknownAskedFor, this, [this] { findApplications(); });
+  connect(&icons_, &InstalledIcons::unknownAskedFor, this, &AppDelegate::findApplications);
   refreshStatusItem();
   registerHotKeys();
   obeySettings();

@@ -29,9 +29,9 @@ struct ClipRowLayout final {
   bool operator==(const ClipRowLayout&) const = default;
 };
 
-/// The side of a mark, and of the space before the next.
 /// How large an application's icon, or the tile in its place, is, in device-independent pixels.
 inline constexpr QSize kRowIconSize(28, 28);
+/// The side of a mark, and of the space before the next.
 inline constexpr int kMarkSide = 14;
 inline constexpr int kMarkGap = 6;
 

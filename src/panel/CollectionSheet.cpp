@@ -90,12 +90,11 @@ void CollectionSheet::suggest() {
 }
 
 void CollectionSheet::offer(TextButton& button, const QString& name, int room) {
-  button.setText(name);
-  // A name's "&" is part of it.
-  button.setShortcut({});
   button.setAccessibleName(tr("Colección %1").arg(name));
-  const int beside = button.sizeHint().width() - button.fontMetrics().horizontalAdvance(name);
+  button.setText({});
+  const int beside = button.sizeHint().width();
   button.setText(button.fontMetrics().elidedText(name, Qt::ElideRight, room - beside));
+  // A name's "&" is part of it.
   button.setShortcut({});
   button.setFixedWidth(button.sizeHint().width());
 }
