@@ -1,6 +1,7 @@
 #include "app/AppDelegate.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QPalette>
 
 #include "app/StatusItemState.h"
@@ -37,6 +38,8 @@ AppDelegate::AppDelegate(Platform& platform, HistoryCipher& cipher, std::unique_
               .images = *platform.imageCodec,
               .imageTexts = imageTexts_,
               .makeId = &QUuid::createUuid}),
+      remoteTexts_(store_, clock_),
+      lock_(*platform.authenticator, clock_),
       icons_(*platform.applications, kRowIconSize),
       background_(QStringLiteral("Nimbrel.applications")) {}
 
@@ -45,30 +48,61 @@ AppDelegate::~AppDelegate() {
 }
 
 void AppDelegate::applicationDidFinishLaunching() {
-  const auto drawSymbol = [](const QString& name) {
-    return symbols::icon(name, QApplication::palette().color(QPalette::WindowText));
-  };
-  statusItem_ = platform_.makeStatusItem(drawSymbol);
-  statusItem_->setActivationHandler([this] { panel_->togglePanel(); });
+  putUpStatusItem();
   connect(&store_, &ClipboardStore::pauseChanged, this, [this] { refreshStatusItem(); });
   connect(&store_, &ClipboardStore::queueChanged, this, [this] { refreshStatusItem(); });
-  panel_ = std::make_unique<PanelController>(
-      PanelParts{.services = {.store = store_,
-                              .permission = permission_,
-                              .opener = *platform_.opener,
-                              .settings = settings_.values(),
-                              .clock = clock_,
-                              .keys = *platform_.keys,
-                              .keyState = [this] { return cipher_.keyState(); },
-                              .authenticate = {},
-                              .icons = icons_},
-                 .keystrokes = *platform_.keystrokes,
-                 .defaults = *platform_.defaults,
-                 .makeWindow = platform_.makePanelWindow});
-  connect(&icons_, &InstalledIcons::unknownAskedFor, this, &AppDelegate::findApplications);
-  refreshStatusItem();
+  makePanel();
+  lock_.setAfterAuthentication([this] { panel_->refocusPanel(); });
   registerHotKeys();
   obeySettings();
+  makeSettingsWindow();
+  connect(&icons_, &InstalledIcons::unknownAskedFor, this, &AppDelegate::findApplications);
+  resumeRecognition();
+  // The first seconds belong to the user.
+  sweepTimer_.setSingleShot(true);
+  connect(&sweepTimer_, &QTimer::timeout, this, [this] { sweepOrphans(); });
+  sweepTimer_.start(kSweepDelay);
+}
+
+void AppDelegate::putUpStatusItem() {
+  statusItem_ = platform_.makeStatusItem([](const QString& name) {
+    return symbols::icon(name, QApplication::palette().color(QPalette::WindowText));
+  });
+  statusItem_->show(statusItemState(false, 0));
+  statusItem_->setActivationHandler([this] {
+    if (panel_) panel_->togglePanel();
+  });
+}
+
+PanelServices AppDelegate::panelServices() {
+  return {
+      .store = store_,
+      .permission = permission_,
+      .opener = *platform_.opener,
+      .settings = settings_.values(),
+      .clock = clock_,
+      .keys = *platform_.keys,
+      .keyState = [this] { return cipher_.keyState(); },
+      .authenticate =
+          [this](std::function<void(bool)> done) { lock_.authenticate(Lock::Reason::clip, std::move(done)); },
+      .icons = icons_};
+}
+
+void AppDelegate::makePanel() {
+  panel_ = std::make_unique<PanelController>(
+      PanelParts{.services = panelServices(),
+                 .keystrokes = *platform_.keystrokes,
+                 .defaults = *platform_.defaults,
+                 .makeWindow = platform_.makePanelWindow,
+                 .preview = *platform_.preview,
+                 .sideFiles = files_,
+                 .previewFolder = QDir(platform_.temporaryFolder).filePath(QStringLiteral("nimbrel-preview")),
+                 .lock = lock_});
+  connect(panel_.get(), &PanelController::settingsRequested, this, &AppDelegate::openSettings);
+  connect(panel_.get(), &PanelController::quitRequested, qApp, &QApplication::quit);
+}
+
+void AppDelegate::makeSettingsWindow() {
   settingsWindow_ =
       std::make_unique<SettingsWindow>(SettingsParts{.settings = settings_,
                                                      .keys = *platform_.keys,
@@ -78,32 +112,31 @@ void AppDelegate::applicationDidFinishLaunching() {
                                                      .workspace = *platform_.workspace,
                                                      .isEncrypted = [this] { return cipher_.hasKey(); },
                                                      .chooseApplication = platform_.chooseApplication});
-  connect(panel_.get(), &PanelController::settingsRequested, this, &AppDelegate::openSettings);
-  connect(panel_.get(), &PanelController::quitRequested, qApp, &QApplication::quit);
+}
+
+void AppDelegate::resumeRecognition() {
   const auto interrupted = blobs_.loadPendingTexts();
   imageTexts_.setPendingHandler([this](const auto& ids) { files_.rememberPendingTexts(ids); });
   if (settings_.values().ocrEnabled) store_.recognizeTexts(interrupted);
-  // The first seconds belong to the user.
-  sweepTimer_.setSingleShot(true);
-  connect(&sweepTimer_, &QTimer::timeout, this, [this] { sweepOrphans(); });
-  sweepTimer_.start(kSweepDelay);
 }
 
 void AppDelegate::registerHotKeys() {
   dispatcher_ = std::make_unique<HotKeyDispatcher>(*platform_.hotKeys);
   hotKey_ = std::make_unique<HotKey>(*dispatcher_, [this] { panel_->togglePanel(); });
   registerHotKey(*hotKey_, settings_.values().hotKey);
+  settings_.setHotKeyApplier(applier(*hotKey_, &SettingsValues::hotKey));
   nextHotKey_ = std::make_unique<HotKey>(*dispatcher_, [this] { pasteNextQueued(); });
   registerHotKey(*nextHotKey_, settings_.values().nextHotKey);
-  const auto applier = [this](HotKey& hotKey, HotKeyCombo SettingsValues::*chosen) {
-    return [this, &hotKey, chosen](const HotKeyCombo& combo) {
-      if (hotKey.registerCombo(combo)) return true;
-      registerHotKey(hotKey, settings_.values().*chosen);
-      return false;
-    };
+  settings_.setNextHotKeyApplier(applier(*nextHotKey_, &SettingsValues::nextHotKey));
+}
+
+std::function<bool(const HotKeyCombo&)> AppDelegate::applier(HotKey& hotKey,
+                                                             HotKeyCombo SettingsValues::*chosen) {
+  return [this, &hotKey, chosen](const HotKeyCombo& combo) {
+    if (hotKey.registerCombo(combo)) return true;
+    registerHotKey(hotKey, settings_.values().*chosen);
+    return false;
   };
-  settings_.setHotKeyAppliers(applier(*hotKey_, &SettingsValues::hotKey),
-                              applier(*nextHotKey_, &SettingsValues::nextHotKey));
 }
 
 void AppDelegate::obeySettings() {
@@ -153,6 +186,7 @@ void AppDelegate::applicationWillTerminate() {
   grader_.finish();
   files_.finish();
   database_->checkpoint();
+  if (panel_) panel_->finishPreview();
 }
 
 void AppDelegate::openSettings() {

@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "app/PanelController.h"
+#include "app/RemoteTexts.h"
 #include "app/SettingsWindow.h"
 #include "app/hotkeys/HotKey.h"
 #include "app/hotkeys/HotKeyDispatcher.h"
@@ -55,9 +56,19 @@ class AppDelegate final : public QObject {
   /// Shows the panel, for a second start of the program.
   void showPanel();
 
+  /// Takes in the texts of the program's own URLs.
+  void openUrls(const QStringList& urls) { remoteTexts_.openUrls(urls); }
+
  private:
+  void putUpStatusItem();
+  void makePanel();
+  [[nodiscard]] PanelServices panelServices();
   void registerHotKeys();
   void registerHotKey(HotKey& hotKey, const HotKeyCombo& combo);
+  [[nodiscard]] std::function<bool(const HotKeyCombo&)> applier(HotKey& hotKey,
+                                                                HotKeyCombo SettingsValues::*chosen);
+  void makeSettingsWindow();
+  void resumeRecognition();
   void obeySettings();
   void refreshStatusItem();
   void pasteNextQueued();
@@ -77,6 +88,8 @@ class AppDelegate final : public QObject {
   DetectingTextGrader grader_;
   ImageTextReader imageTexts_;
   ClipboardStore store_;
+  RemoteTexts remoteTexts_;
+  Lock lock_;
   InstalledIcons icons_;
   Background background_;
   std::unique_ptr<StatusItem> statusItem_;

@@ -13,12 +13,15 @@ struct Texts {
 QString helpText() {
   return Texts::tr(
       "Uso: nimbrel [OPCIÓN]\n"
+      "     nimbrel nimbrel://add?text=TEXTO[&source=iphone|ipad|mac]…\n"
       "     nimbrel classify [--source ID] [--no-codes] [--multiline] [--lines] [ARCHIVO]\n"
       "     nimbrel transform TRANSFORMACIÓN [ARCHIVO]\n"
       "\n"
       "Nimbrel guarda lo que copias, cifrado, y lo pega donde estés: ⇧⌘V, u otro atajo de\n"
       "los ajustes, abre el panel (la tecla ⌘ es Súper). Si ya está en marcha, otro\n"
       "arranque muestra su panel.\n"
+      "\n"
+      "Una dirección nimbrel://add añade al historial un texto de otro dispositivo.\n"
       "\n"
       "  -h, --help     muestra esta ayuda y termina\n"
       "  -v, --version  muestra la versión y termina\n"
@@ -44,6 +47,10 @@ bool asksForHelp(const QStringList& arguments) {
   return std::any_of(arguments.begin(), end, isHelp);
 }
 
+bool isUrl(const QString& argument) {
+  return argument.startsWith(u"nimbrel:", Qt::CaseInsensitive);
+}
+
 PrintCommand misuse(const QString& message) {
   return {Texts::tr("nimbrel: %1\n«nimbrel --help» muestra la ayuda.\n").arg(message), 2};
 }
@@ -51,7 +58,7 @@ PrintCommand misuse(const QString& message) {
 }  // namespace
 
 CommandLine parseCommandLine(const QStringList& arguments, const QString& version) {
-  if (arguments.isEmpty()) return RunCommand{};
+  if (std::all_of(arguments.begin(), arguments.end(), isUrl)) return RunCommand{arguments};
   const QString& first = arguments.first();
   if (asksForHelp(arguments)) return PrintCommand{helpText(), 0};
   if (first == u"--version" || first == u"-v")

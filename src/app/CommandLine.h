@@ -10,6 +10,9 @@ namespace nimbrel {
 
 /// Run the application.
 struct RunCommand final {
+  /// What to open, as it was given.
+  QStringList urls;
+
   bool operator==(const RunCommand&) const = default;
 };
 
@@ -24,8 +27,8 @@ struct PrintCommand final {
 /// What the program was started for.
 using CommandLine = std::variant<RunCommand, PrintCommand, TextCommand>;
 
-/// Reads the arguments after the program's name: none, "--help", "--version", "classify …" or "transform …";
-/// anything else is answered with a message and status 2.
+/// Reads the arguments after the program's name: none, URLs of the program's scheme, "--help", "--version",
+/// "classify …" or "transform …"; anything else is answered with a message and status 2.
 [[nodiscard]] CommandLine parseCommandLine(const QStringList& arguments, const QString& version);
 
 }  // namespace nimbrel

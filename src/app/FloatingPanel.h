@@ -26,6 +26,8 @@ class FloatingPanel final : public QWidget {
 
   /// The panel without its shadow.
   [[nodiscard]] QSize panelSize() const;
+  /// Where on the screen it is.
+  [[nodiscard]] QRect panelArea() const { return panelRect().translated(geometry().topLeft()); }
   void resizePanel(const QSize& size);
   void movePanel(const QPoint& topLeft);
 

@@ -24,18 +24,38 @@ PanelController::PanelController(const PanelParts& parts)
     : parts_(parts), content_(new ContentView(parts.services, &panel_)) {
   panel_.setContent(content_);
   window_ = parts_.makeWindow(panel_);
-  window_->setResignHandler([this] { hidePanel(Focus::leave); });
+  window_->setResignHandler([this] { resignKey(); });
   pasteTimer_.setSingleShot(true);
   pasteTimer_.setInterval(kPasteDelay);
   pasteTimer_.setTimerType(Qt::PreciseTimer);
   connect(&pasteTimer_, &QTimer::timeout, this, &PanelController::pasteNow);
-  connect(content_, &ContentView::pasteRequested, this, &PanelController::hideAndPaste);
-  connect(content_, &ContentView::settingsRequested, this, &PanelController::settingsRequested);
-  connect(content_, &ContentView::quitRequested, this, &PanelController::quitRequested);
   panel_.resizePanel(storedPanelSize(parts_.defaults, FloatingPanel::kSize));
   connect(&panel_, &FloatingPanel::resizedByUser, this,
           [this] { storePanelSize(parts_.defaults, panel_.panelSize()); });
-  connect(content_, &ContentView::dismissRequested, this, [this] { hidePanel(Focus::giveBack); });
+  connectContent();
+  connectPreview();
+}
+
+void PanelController::connectContent() {
+  connect(content_, &ContentView::pasteRequested, this, &PanelController::hideAndPaste);
+  connect(content_, &ContentView::settingsRequested, this, &PanelController::settingsRequested);
+  connect(content_, &ContentView::quitRequested, this, &PanelController::quitRequested);
+  connect(content_, &ContentView::dismissRequested, this, &PanelController::dismiss);
+  connect(&parts_.lock, &Lock::promptOpens, this, [this] { window_->stepBack(); });
+  connect(&parts_.lock, &Lock::unavailable, content_, &ContentView::tellLockUnavailable);
+}
+
+void PanelController::connectPreview() {
+  quickLook_ = std::make_unique<QuickLook>(parts_.preview, parts_.sideFiles, parts_.previewFolder,
+                                           [this] { return panel_.panelArea(); });
+  quickLook_->setClosedHandler([this] { refocusPanel(); });
+  connect(content_, &ContentView::quickLookRequested, quickLook_.get(), &QuickLook::toggle);
+  connect(content_, &ContentView::quickLookSelectionChanged, quickLook_.get(), &QuickLook::update);
+  connect(&parts_.services.store, &ClipboardStore::clipsRemoved, quickLook_.get(),
+          [this](const auto&, const QList<ClipRef>& clips) {
+            for (const ClipRef& gone : clips)
+              quickLook_->forget(gone->clip.id);
+          });
 }
 
 PanelController::~PanelController() {
@@ -63,10 +83,27 @@ void PanelController::showPanel() {
   content_->panelDidShow();
 }
 
+void PanelController::resignKey() {
+  // The system's prompt takes the keyboard; whoever looks at the preview may turn elsewhere meanwhile.
+  if (!parts_.lock.isAuthenticating() && !isPreviewing()) hidePanel(Focus::leave);
+}
+
+void PanelController::refocusPanel() {
+  if (isVisible()) window_->comeForward();
+}
+
+void PanelController::dismiss() {
+  if (isPreviewing())
+    quickLook_->close();
+  else
+    hidePanel(Focus::giveBack);
+}
+
 void PanelController::hidePanel(Focus focus) {
   if (!isVisible()) return;
   lastHide_ = parts_.services.clock.steadyNow();
   window_->dismiss(focus == Focus::giveBack);
+  quickLook_->close();
   content_->panelDidHide();
 }
 

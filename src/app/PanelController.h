@@ -8,7 +8,9 @@
 #include <optional>
 
 #include "app/FloatingPanel.h"
+#include "app/QuickLook.h"
 #include "panel/ContentView.h"
+#include "panel/lock/Lock.h"
 #include "platform/KeystrokePoster.h"
 #include "platform/PanelWindow.h"
 #include "platform/UserDefaults.h"
@@ -21,6 +23,11 @@ struct PanelParts final {
   KeystrokePoster& keystrokes;
   UserDefaults& defaults;
   std::function<std::unique_ptr<PanelWindow>(QWidget&)> makeWindow;
+  PreviewPanel& preview;
+  SideFiles& sideFiles;
+  /// Where the preview may write, for as long as it is open.
+  QString previewFolder;
+  Lock& lock;
 };
 
 /// Shows and hides the panel at the pointer, and pastes into the application that the user was in. Main
@@ -42,7 +49,14 @@ class PanelController final : public QObject {
   /// Hides the panel for a window of the program's own, which takes the keyboard.
   void makeWay() { hidePanel(Focus::leave); }
 
+  /// Makes the visible panel the one that has the keyboard again.
+  void refocusPanel();
+
+  /// Closes the preview and *waits* until none of its files is left. For the end of the program.
+  void finishPreview() { quickLook_->finish(); }
+
   [[nodiscard]] bool isVisible() const { return panel_.isVisible(); }
+  [[nodiscard]] bool isPreviewing() const { return quickLook_->isVisible(); }
   [[nodiscard]] ContentView& content() { return *content_; }
   [[nodiscard]] FloatingPanel& panel() { return panel_; }
 
@@ -55,6 +69,10 @@ class PanelController final : public QObject {
  private:
   enum class Focus { giveBack, leave };
 
+  void connectContent();
+  void connectPreview();
+  void resignKey();
+  void dismiss();
   void hidePanel(Focus focus);
   void hideAndPaste();
   void pasteNow();
@@ -65,6 +83,7 @@ class PanelController final : public QObject {
   std::unique_ptr<PanelWindow> window_;
   std::optional<std::chrono::steady_clock::time_point> lastHide_;
   QTimer pasteTimer_;
+  std::unique_ptr<QuickLook> quickLook_;
 };
 
 }  // namespace nimbrel

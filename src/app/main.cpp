@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QEventLoop>
 #include <QLocale>
+#include <QSessionManager>
 #include <QThread>
 #include <algorithm>
 #include <functional>
@@ -74,26 +75,37 @@ bool inBackground(TerminationSignal& termination, const std::function<void()>& t
   return !ended;
 }
 
-/// Does what the arguments say without a desktop; nothing when they ask for the application itself.
-std::optional<int> runCommand(const QStringList& arguments, int argc, char** argv) {
-  if (arguments.isEmpty()) return std::nullopt;
+/// Does what the arguments say without a desktop, or tells that they ask for the application itself.
+std::variant<int, RunCommand> runCommand(const QStringList& arguments, int argc, char** argv) {
+  if (arguments.isEmpty()) return RunCommand{};
   const QCoreApplication application(argc, argv);
   const Localization localization(interfaceLanguage(QLocale::system().uiLanguages()));
   const CommandLine command = parseCommandLine(arguments, QStringLiteral(NIMBREL_VERSION));
   if (const auto* const print = std::get_if<PrintCommand>(&command)) return execute(*print);
   if (const auto* const text = std::get_if<TextCommand>(&command)) return execute(*text);
-  return std::nullopt;
+  return std::get<RunCommand>(command);
 }
 
-int runApplication(int argc, char** argv) {
+/// The desktop starts the program with the session; a session that is restored must not start it once more,
+/// with arguments of its own.
+void leaveRestartToTheDesktop(QGuiApplication& application) {
+  const auto refuse = [](QSessionManager& manager) { manager.setRestartHint(QSessionManager::RestartNever); };
+  QObject::connect(&application, &QGuiApplication::saveStateRequest, &application, refuse,
+                   Qt::DirectConnection);
+  QObject::connect(&application, &QGuiApplication::commitDataRequest, &application, refuse,
+                   Qt::DirectConnection);
+}
+
+int runApplication(int argc, char** argv, const RunCommand& command) {
   preparePlatform();
   QApplication application(argc, argv);
   QApplication::setApplicationName(QStringLiteral("Nimbrel"));
   QApplication::setDesktopFileName(QStringLiteral("app.nimbrel.Nimbrel"));
   QApplication::setQuitOnLastWindowClosed(false);
+  leaveRestartToTheDesktop(application);
   const Localization localization(interfaceLanguage(QLocale::system().uiLanguages()));
   Platform platform = makePlatform();
-  switch (platform.instance->claim()) {
+  switch (platform.instance->claim(command.urls)) {
     case InstanceHost::Claim::handedOver:
       return 0;
     case InstanceHost::Claim::unanswered:
@@ -116,12 +128,18 @@ int runApplication(int argc, char** argv) {
   if (!opened) return 0;
   AppDelegate delegate(platform, cipher, std::move(database), directory);
   platform.termination->setHandler([] { QApplication::quit(); });
+  platform.termination->setLastHandler([&delegate] { delegate.applicationWillTerminate(); });
   QObject::connect(&application, &QCoreApplication::aboutToQuit, &delegate,
                    &AppDelegate::applicationWillTerminate);
   delegate.applicationDidFinishLaunching();
-  platform.instance->setShowHandler([&delegate] { delegate.showPanel(); });
+  delegate.openUrls(command.urls);
+  platform.instance->setRequests(
+      {.show = [&delegate] { delegate.showPanel(); },
+       .openUrls = [&delegate](const QStringList& urls) { delegate.openUrls(urls); },
+       .quit = [] { QApplication::quit(); }});
   const int status = QApplication::exec();
-  platform.instance->setShowHandler({});
+  platform.instance->setRequests({});
+  platform.termination->setLastHandler({});
   return status;
 }
 
@@ -130,7 +148,8 @@ int runApplication(int argc, char** argv) {
 
 int main(int argc, char** argv) {
   using namespace nimbrel;
-  const QStringList arguments = argumentsOf(argc, argv);
-  if (const auto status = runCommand(arguments, argc, argv)) return *status;
-  return runApplication(argc, argv);
+  protectProcess();
+  const auto outcome = runCommand(argumentsOf(argc, argv), argc, argv);
+  if (const auto* const status = std::get_if<int>(&outcome)) return *status;
+  return runApplication(argc, argv, std::get<RunCommand>(outcome));
 }

@@ -23,6 +23,11 @@ class Background final {
     });
   }
 
+  /// *Waits* until all that was given has run; what came of it is handed over later.
+  void wait() {
+    queue_.runAndWait([] {});
+  }
+
  private:
   MainThreadCalls calls_;
   // Last member, first to go: what it still runs posts to the calls.

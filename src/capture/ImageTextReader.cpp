@@ -3,15 +3,17 @@
 #include <algorithm>
 
 #include "capture/model/Log.h"
+#include "memory/Wipe.h"
 
 namespace nimbrel {
 namespace {
 
 std::optional<QString> recognizeText(SideFiles& files, TextRecognizer& recognizer, const QString& imageFile,
                                      const std::stop_token& stop) {
-  const auto data = files.loadImage(imageFile);
+  auto data = files.loadImage(imageFile);
   if (!data) return std::nullopt;
-  auto outcome = recognizer.recognizeText(*data, stop);
+  const WipedBytes picture(std::move(*data));
+  auto outcome = recognizer.recognizeText(picture.bytes(), stop);
   if (const auto* const error = std::get_if<ImageError>(&outcome)) {
     if (!stop.stop_requested()) logFailure("OCR", error->description);
     return std::nullopt;

@@ -10,6 +10,7 @@
 #include "capture/SecretClips.h"
 #include "capture/detection/SensitiveDetector.h"
 #include "capture/model/Log.h"
+#include "memory/Wipe.h"
 
 namespace nimbrel {
 namespace {
@@ -66,8 +67,9 @@ void LegacyImport::run() {
 }
 
 void LegacyImport::importFile(const QByteArray& data) {
-  const auto opened = parts_.cipher.open(data);
+  auto opened = parts_.cipher.open(data);
   const auto clips = opened ? clipsFromJson(*opened) : std::nullopt;
+  if (opened) wipe(*opened);
   if (!clips) return setAside();
   if (store(*clips)) retireFile(data);
 }

@@ -1,5 +1,7 @@
 #include "capture/Thumbnails.h"
 
+#include "memory/Wipe.h"
+
 #include <algorithm>
 
 #include "capture/ClipFiles.h"
@@ -34,9 +36,10 @@ void Thumbnails::make(const QString& file) {
   asked_.insert(file);
   queue_.post([this, file, stop = stop_.get_token()] {
     if (stop.stop_requested()) return;
-    const auto data = files_.loadImage(file);
+    auto data = files_.loadImage(file);
     if (!data) return;
-    const auto outcome = codec_.thumbnail(*data, kThumbnailPixels, stop);
+    const WipedBytes picture(std::move(*data));
+    const auto outcome = codec_.thumbnail(picture.bytes(), kThumbnailPixels, stop);
     const auto* const image = std::get_if<QImage>(&outcome);
     if (!image || image->isNull()) return;
     calls_.post([this, file, made = *image] {

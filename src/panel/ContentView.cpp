@@ -177,7 +177,10 @@ void ContentView::followActions() {
     if (const auto row = model_->rowOf(id)) select(*row);
     showSelection();
   });
-  connect(&actions_, &ClipActions::unlocked, this, [this](const QUuid& id) { model_->reveal(id); });
+  connect(&actions_, &ClipActions::unlocked, this, [this](const QUuid& id) {
+    model_->reveal(id);
+    if (id == selectedId_) tellOfSelection(selectedRow());
+  });
   connect(notice_, &NoticeBar::activated, &actions_, &ClipActions::undoRemoval);
   connect(notice_, &NoticeBar::dismissed, this, [this] { services_.store.settleRemovals(); });
   connect(notice_, &NoticeBar::keyboardReleased, this, [this] { search_->setFocus(Qt::OtherFocusReason); });
@@ -273,6 +276,10 @@ void ContentView::select(int row) {
     focus.setChild(row);
     QAccessible::updateAccessibility(&focus);
   }
+  tellOfSelection(row);
+}
+
+void ContentView::tellOfSelection(int row) {
   const bool masked = model_->secrecyOf(row) == Secrecy::masked;
   Q_EMIT quickLookSelectionChanged(masked ? ClipRef() : model_->clipAt(row));
 }
@@ -461,6 +468,10 @@ void ContentView::tellOfRemoval(bool canUndo) {
   // What went before must not be taken for what has just gone for good.
   if (!canUndo) services_.store.settleRemovals();
   notice_->say(tr("Elemento borrado"), canUndo ? tr("Deshacer") : QString());
+}
+
+void ContentView::tellLockUnavailable() {
+  explain(tr("No se puede pedir la contraseña en este escritorio: el elemento sigue oculto."));
 }
 
 void ContentView::explain(const QString& why) {

@@ -45,6 +45,9 @@ class ContentView final : public QWidget {
   /// The selected clip; null when there is none.
   [[nodiscard]] ClipRef selectedClip() const;
 
+  /// Says that a clip stays hidden because the user could not be asked to prove who they are.
+  void tellLockUnavailable();
+
  Q_SIGNALS:
   /// A clip has been put on the pasteboard to be pasted.
   void pasteRequested();
@@ -96,6 +99,7 @@ class ContentView final : public QWidget {
   void showClipMenu(int row, const QPoint& position);
   /// Says that a clip was deleted, and offers to bring it back.
   void tellOfRemoval(bool canUndo);
+  void tellOfSelection(int row);
   /// Says why something was not done. What can be undone stays so.
   void explain(const QString& why);
   void placeNotice();

@@ -1,8 +1,17 @@
 #pragma once
 
+#include <QStringList>
 #include <functional>
 
 namespace nimbrel {
+
+/// What other processes ask of the running instance; every handler is called on the main thread.
+struct InstanceRequests final {
+  std::function<void()> show;
+  /// URLs as they were given, encoded, unchecked and as long as anybody likes.
+  std::function<void(const QStringList&)> openUrls;
+  std::function<void()> quit;
+};
 
 /// Keeps the program to one running instance per session. Main thread.
 class InstanceHost {
@@ -10,7 +19,7 @@ class InstanceHost {
   enum class Claim {
     /// This process is the instance.
     first,
-    /// Another process is; it has been asked to show its panel.
+    /// Another process is; it has been given the URLs, or without any been asked to show its panel.
     handedOver,
     /// Another process is, and does not answer; this one must not run beside it.
     unanswered,
@@ -20,10 +29,10 @@ class InstanceHost {
 
   virtual ~InstanceHost() = default;
 
-  [[nodiscard]] virtual Claim claim() = 0;
+  [[nodiscard]] virtual Claim claim(const QStringList& urls) = 0;
 
-  /// Called on the main thread when another start asks this instance to show its panel.
-  virtual void setShowHandler(std::function<void()> handler) = 0;
+  /// Who answers from now on; what was asked before that is answered at once.
+  virtual void setRequests(const InstanceRequests& requests) = 0;
 };
 
 }  // namespace nimbrel

@@ -26,8 +26,16 @@ class PanelWindow {
   /// again, or with false when it has not got it within 300 ms.
   virtual void whenFocusReturned(std::function<void(bool)> done) = 0;
 
+  /// Lets a window of the system's that is about to come up have the keyboard, and stand above the panel. The
+  /// panel stays on the screen; what is typed until then goes nowhere else.
+  virtual void stepBack() = 0;
+
+  /// Takes the keyboard again, and stands above all; nothing for a panel that is not on the screen.
+  virtual void comeForward() = 0;
+
   /// Called on the main thread when the panel loses the keyboard to another window or the user clicks outside
-  /// it.
+  /// it. A panel that stays on the screen all the same is without the keyboard until it comes forward, or is
+  /// clicked.
   virtual void setResignHandler(std::function<void()> handler) = 0;
 };
 

@@ -5,6 +5,7 @@
 
 #include "platform/AccessibilityTrust.h"
 #include "platform/ApplicationCatalog.h"
+#include "platform/DeviceAuthenticator.h"
 #include "platform/HotKeyRegistrar.h"
 #include "platform/ImageCodec.h"
 #include "platform/InstanceHost.h"
@@ -14,6 +15,7 @@
 #include "platform/Opener.h"
 #include "platform/PanelWindow.h"
 #include "platform/Pasteboard.h"
+#include "platform/PreviewPanel.h"
 #include "platform/SecretStore.h"
 #include "platform/StatusItem.h"
 #include "platform/TerminationSignal.h"
@@ -44,6 +46,10 @@ struct Platform final {
   std::unique_ptr<UserDefaults> defaults;
   std::unique_ptr<LoginItem> loginItem;
   std::unique_ptr<ApplicationCatalog> applications;
+  std::unique_ptr<DeviceAuthenticator> authenticator;
+  std::unique_ptr<PreviewPanel> preview;
+  /// A folder for what is written for a moment only, the user's own, and in memory where the system has that.
+  QString temporaryFolder;
 
   /// Makes the panel window around a top-level widget that has not been shown yet.
   std::function<std::unique_ptr<PanelWindow>(QWidget&)> makePanelWindow;
@@ -61,5 +67,9 @@ struct Platform final {
 
 /// The settings that must be made before the application object exists; called once, first thing in `main`.
 void preparePlatform();
+
+/// Keeps what the process has in memory from others: no core dumps, and no debugger, but the administrator's.
+/// Does nothing in builds that are there to be debugged. Called once, before anything else.
+void protectProcess();
 
 }  // namespace nimbrel

@@ -3,6 +3,7 @@
 #include <sqlite3.h>
 
 #include "capture/model/ClipPayload.h"
+#include "memory/Wipe.h"
 
 namespace nimbrel {
 namespace {
@@ -31,7 +32,8 @@ QByteArray bytes(sqlite3_stmt* row, int column) {
 }  // namespace
 
 std::optional<std::vector<SQLValue>> rowOf(const ClipItem& clip, HistoryCipher& cipher) {
-  auto sealed = cipher.seal(encodePayload(payloadOf(clip)));
+  const WipedBytes json(encodePayload(payloadOf(clip)));
+  auto sealed = cipher.seal(json.bytes());
   if (!sealed) return std::nullopt;
   return std::vector<SQLValue>{
       sqlText(clipIdText(clip.id)),
@@ -49,9 +51,10 @@ std::optional<std::vector<SQLValue>> rowOf(const ClipItem& clip, HistoryCipher& 
 std::optional<ClipItem> clipOf(sqlite3_stmt* row, HistoryCipher& cipher) {
   const auto uuid = clipIdFromText(text(row, Column::id));
   if (!uuid) return std::nullopt;
-  const auto opened = cipher.open(bytes(row, Column::payload));
+  auto opened = cipher.open(bytes(row, Column::payload));
   if (!opened) return std::nullopt;
-  auto decoded = decodePayload(*opened);
+  WipedBytes json(std::move(*opened));
+  auto decoded = decodePayloadInPlace(json.bytes());
   if (!decoded) return std::nullopt;
   ClipItem clip;
   clip.id = *uuid;

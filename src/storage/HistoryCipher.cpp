@@ -1,9 +1,9 @@
 #include "storage/HistoryCipher.h"
 
-#include <openssl/crypto.h>
 #include <openssl/evp.h>
 
 #include "capture/model/Log.h"
+#include "memory/Wipe.h"
 
 namespace nimbrel {
 namespace {
@@ -33,10 +33,6 @@ unsigned char* unsignedBytes(char* bytes) {
   return reinterpret_cast<unsigned char*>(bytes);
 }
 
-void wipe(QByteArray& bytes) {
-  OPENSSL_cleanse(bytes.data(), static_cast<std::size_t>(bytes.size()));
-}
-
 }  // namespace
 
 /// The key's bytes, wiped when they go, and the algorithm, fetched once because fetching costs more than a
@@ -44,11 +40,8 @@ void wipe(QByteArray& bytes) {
 struct HistoryCipher::Key {
   explicit Key(QByteArray keyBytes)
       : bytes(std::move(keyBytes)), algorithm(EVP_CIPHER_fetch(nullptr, "AES-256-GCM", nullptr)) {}
-  ~Key() { wipe(bytes); }
-  Key(const Key&) = delete;
-  Key& operator=(const Key&) = delete;
 
-  QByteArray bytes;
+  WipedBytes bytes;
   std::unique_ptr<EVP_CIPHER, CipherDeleter> algorithm;
 };
 
@@ -70,8 +63,9 @@ std::optional<QByteArray> HistoryCipher::seal(const QByteArray& data) {
   int written = 0;
   const bool sealed =
       context &&
-      EVP_EncryptInit_ex2(context.get(), used->algorithm.get(), unsignedBytes(used->bytes.constData()),
-                          unsignedBytes(nonce->constData()), nullptr) == 1 &&
+      EVP_EncryptInit_ex2(context.get(), used->algorithm.get(),
+                          unsignedBytes(used->bytes.bytes().constData()), unsignedBytes(nonce->constData()),
+                          nullptr) == 1 &&
       EVP_EncryptUpdate(context.get(), ciphertext, &written, unsignedBytes(data.constData()),
                         static_cast<int>(data.size())) == 1 &&
       EVP_EncryptFinal_ex(context.get(), ciphertext + written, &written) == 1 &&
@@ -93,8 +87,9 @@ std::optional<QByteArray> HistoryCipher::open(const QByteArray& data) {
   int written = 0;
   const bool opened =
       context &&
-      EVP_DecryptInit_ex2(context.get(), used->algorithm.get(), unsignedBytes(used->bytes.constData()),
-                          unsignedBytes(nonce), nullptr) == 1 &&
+      EVP_DecryptInit_ex2(context.get(), used->algorithm.get(),
+                          unsignedBytes(used->bytes.bytes().constData()), unsignedBytes(nonce),
+                          nullptr) == 1 &&
       EVP_DecryptUpdate(context.get(), unsignedBytes(plain.data()), &written, unsignedBytes(ciphertext),
                         static_cast<int>(length)) == 1 &&
       EVP_CIPHER_CTX_ctrl(context.get(), EVP_CTRL_AEAD_SET_TAG, kTagBytes, tag.data()) == 1 &&
@@ -130,7 +125,7 @@ QByteArray HistoryCipher::loadOrCreateKey() {
   SecretLookup lookup = secrets_.find(historyKeyItem());
   if (lookup.outcome == SecretLookup::Outcome::notFound) return createKey();
   if (lookup.outcome == SecretLookup::Outcome::found && lookup.secret.size() == kKeyBytes)
-    return lookup.secret;
+    return std::move(lookup.secret);
   wipe(lookup.secret);
   if (lookup.outcome != SecretLookup::Outcome::unavailable) keyState_ = KeyState::unreadable;
   qCCritical(clipboardLog, "Llavero: no se pudo leer la clave (OSStatus %d)", lookup.status);
@@ -141,7 +136,7 @@ QByteArray HistoryCipher::createKey() {
   auto bytes = random_.bytes(kKeyBytes);
   // A key that the key store did not take would seal a history that nobody can open again.
   const int status = bytes ? secrets_.add(historyKeyItem(), *bytes) : -1;
-  if (status == 0) return *bytes;
+  if (status == 0) return std::move(*bytes);
   if (bytes) wipe(*bytes);
   qCCritical(clipboardLog, "Llavero: no se pudo guardar la clave (OSStatus %d)", status);
   return {};

@@ -7,6 +7,7 @@ import sys
 
 # Folder → (floor, room). The longest matching folder decides.
 ROOMS = {
+    "memory": (0, "memory"),
     "capture/model": (1, "clips"),
     "platform": (1, "ports"),
     "platform/linux": (2, "linux"),
@@ -26,8 +27,8 @@ ROOMS = {
     "intents": (5, "intents"),
     "app": (6, "nimbrel"),
 }
-# The adapters know the ports and the system, nothing else of the house.
-ADAPTERS_MAY_USE = {"ports"}
+# The adapters know the ports, how memory is wiped, and the system, nothing else of the house.
+ADAPTERS_MAY_USE = {"ports", "memory"}
 SYSTEM_TEST = re.compile(r"\b(Q_OS_\w+|__APPLE__|__linux__|__unix__|_WIN32)\b")
 INCLUDE = re.compile(r'^\s*#\s*include\s+"([^"]+)"')
 

@@ -21,26 +21,26 @@ int askToShow() {
 
 TEST(DBusInstanceHost, IsTheFirstAndShowsWhenAsked) {
   DBusInstanceHost host;
-  ASSERT_EQ(host.claim(), InstanceHost::Claim::first);
+  ASSERT_EQ(host.claim({}), InstanceHost::Claim::first);
   int shown = 0;
-  host.setShowHandler([&] { ++shown; });
+  host.setRequests({.show = [&] { ++shown; }});
   EXPECT_EQ(askToShow(), 0);
   EXPECT_TRUE(QTest::qWaitFor([&] { return shown == 1; }));
 }
 
 TEST(DBusInstanceHost, KeepsARequestThatComesTooEarly) {
   DBusInstanceHost host;
-  ASSERT_EQ(host.claim(), InstanceHost::Claim::first);
+  ASSERT_EQ(host.claim({}), InstanceHost::Claim::first);
   EXPECT_EQ(askToShow(), 0);
   int shown = 0;
-  host.setShowHandler([&] { ++shown; });
+  host.setRequests({.show = [&] { ++shown; }});
   EXPECT_EQ(shown, 1);
 }
 
 TEST(DBusInstanceHost, GivesTheNameBackWhenItGoes) {
   {
     DBusInstanceHost host;
-    ASSERT_EQ(host.claim(), InstanceHost::Claim::first);
+    ASSERT_EQ(host.claim({}), InstanceHost::Claim::first);
   }
   EXPECT_NE(askToShow(), 0);
 }

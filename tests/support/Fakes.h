@@ -13,6 +13,7 @@
 #include "platform/AccessibilityTrust.h"
 #include "platform/ApplicationCatalog.h"
 #include "platform/Clock.h"
+#include "platform/DeviceAuthenticator.h"
 #include "platform/HotKeyRegistrar.h"
 #include "platform/ImageCodec.h"
 #include "platform/KeyReader.h"
@@ -21,6 +22,7 @@
 #include "platform/Opener.h"
 #include "platform/PanelWindow.h"
 #include "platform/Pasteboard.h"
+#include "platform/PreviewPanel.h"
 #include "platform/SecretStore.h"
 #include "platform/StatusItem.h"
 #include "platform/TextRecognizer.h"
@@ -233,12 +235,54 @@ class FakePanelWindow final : public PanelWindow {
   void whenFocusReturned(std::function<void(bool)> done) override { focusHandler = std::move(done); }
   void setResignHandler(std::function<void()> handler) override { resign = std::move(handler); }
 
+  void stepBack() override { ++stepsBack; }
+  void comeForward() override { ++stepsForward; }
+
   std::function<void()> resign;
   std::function<void(bool)> focusHandler;
+  int stepsBack = 0;
+  int stepsForward = 0;
   QList<bool> dismissals;
 
  private:
   QWidget& widget_;
+};
+
+/// Asks nobody: the test answers.
+class FakeDeviceAuthenticator final : public DeviceAuthenticator {
+ public:
+  void canAuthenticate(std::function<void(std::optional<QString>)> done) override { done(obstacle); }
+  void authenticate(const AuthenticationReason& reason,
+                    std::function<void(AuthenticationReply)> done) override {
+    asked.append(reason.text);
+    answer = std::move(done);
+  }
+  void reply(AuthenticationReply::Outcome outcome, const QString& detail = {}) {
+    std::exchange(answer, {})({outcome, detail});
+  }
+
+  std::optional<QString> obstacle;
+  /// The reasons given, in order.
+  QStringList asked;
+  std::function<void(AuthenticationReply)> answer;
+};
+
+/// A window that nobody sees.
+class FakePreviewPanel final : public PreviewPanel {
+ public:
+  [[nodiscard]] bool isVisible() const override { return visible; }
+  void orderFront(const QRect&) override { visible = true; }
+  void reload(const std::optional<QUrl>& wanted) override { item = wanted; }
+  void close() override {
+    visible = false;
+    item.reset();
+    if (closeHandler) closeHandler();
+  }
+  void setCloseHandler(std::function<void()> handler) override { closeHandler = std::move(handler); }
+
+  bool visible = false;
+  std::optional<QUrl> item;
+  std::function<void()> closeHandler;
 };
 
 /// Grades by exact text.

@@ -172,12 +172,15 @@
     </message>
     <message>
         <source>Uso: nimbrel [OPCIÓN]
+     nimbrel nimbrel://add?text=TEXTO[&amp;source=iphone|ipad|mac]…
      nimbrel classify [--source ID] [--no-codes] [--multiline] [--lines] [ARCHIVO]
      nimbrel transform TRANSFORMACIÓN [ARCHIVO]
 
 Nimbrel guarda lo que copias, cifrado, y lo pega donde estés: ⇧⌘V, u otro atajo de
 los ajustes, abre el panel (la tecla ⌘ es Súper). Si ya está en marcha, otro
 arranque muestra su panel.
+
+Una dirección nimbrel://add añade al historial un texto de otro dispositivo.
 
   -h, --help     muestra esta ayuda y termina
   -v, --version  muestra la versión y termina
@@ -196,12 +199,15 @@ titleCase, trimWhitespace, removeLineBreaks, urlEncode, urlDecode, base64Encode,
 base64Decode, formatJSON, compactJSON.
 </source>
         <translation>Usage: nimbrel [OPTION]
+       nimbrel nimbrel://add?text=TEXT[&amp;source=iphone|ipad|mac]…
        nimbrel classify [--source ID] [--no-codes] [--multiline] [--lines] [FILE]
        nimbrel transform TRANSFORMATION [FILE]
 
 Nimbrel keeps what you copy, encrypted, and pastes it wherever you are: ⇧⌘V, or
 another shortcut of the settings, opens the panel (the key ⌘ is Super). When it runs
 already, another start shows its panel.
+
+A nimbrel://add address adds a text of another device to the history.
 
   -h, --help     shows this help and ends
   -v, --version  shows the version and ends
@@ -284,6 +290,32 @@ base64Decode, formatJSON, compactJSON.
     <message>
         <source>Acceso a Llaveros</source>
         <translation>Keychain Access</translation>
+    </message>
+</context>
+<context>
+    <name>PreviewWindow</name>
+    <message>
+        <source>Vista rápida</source>
+        <translation>Quick look</translation>
+    </message>
+    <message>
+        <source>Cerrar</source>
+        <translation>Close</translation>
+    </message>
+    <message>
+        <source>Nada que mostrar</source>
+        <translation>Nothing to show</translation>
+    </message>
+    <message>
+        <source>Se muestra el principio del texto.</source>
+        <translation>The beginning of the text is shown.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n elemento(s)</source>
+        <translation>
+            <numerusform>%n item</numerusform>
+            <numerusform>%n items</numerusform>
+        </translation>
     </message>
 </context>
 <context>
@@ -491,6 +523,10 @@ base64Decode, formatJSON, compactJSON.
         <source>Deshacer borrado</source>
         <translation>Undo Delete</translation>
     </message>
+    <message>
+        <source>No se puede pedir la contraseña en este escritorio: el elemento sigue oculto.</source>
+        <translation>This desktop cannot ask for the password: the item stays hidden.</translation>
+    </message>
 </context>
 <context>
     <name>nimbrel::FilterChips</name>
@@ -616,6 +652,17 @@ base64Decode, formatJSON, compactJSON.
     <message>
         <source>Fijados</source>
         <translation>Pinned</translation>
+    </message>
+</context>
+<context>
+    <name>nimbrel::Lock</name>
+    <message>
+        <source>ver la credencial guardada en Nimbrel</source>
+        <translation>see the secret kept in Nimbrel</translation>
+    </message>
+    <message>
+        <source>ver el historial del portapapeles</source>
+        <translation>see the clipboard history</translation>
     </message>
 </context>
 <context>

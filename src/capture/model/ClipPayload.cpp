@@ -80,11 +80,17 @@ QByteArray encodePayload(const ClipPayload& payload) {
   return {buffer.GetString(), static_cast<qsizetype>(buffer.GetSize())};
 }
 
-std::optional<ClipPayload> decodePayload(const QByteArray& json) {
+std::optional<ClipPayload> decodePayload(QByteArray json) {
+  return decodePayloadInPlace(json);
+}
+
+std::optional<ClipPayload> decodePayloadInPlace(QByteArray& json) {
   // Iterative parsing: the bytes may come from a damaged file, and nesting must not eat the stack.
   constexpr unsigned kFlags = rapidjson::kParseIterativeFlag | rapidjson::kParseValidateEncodingFlag;
   rapidjson::Document document;
-  document.Parse<kFlags>(json.constData(), static_cast<std::size_t>(json.size()));
+  // A string that ends in the middle of the bytes must not be taken for the end of what is there.
+  if (json.contains('\0')) return std::nullopt;
+  document.ParseInsitu<kFlags>(json.data());
   if (document.HasParseError() || !document.IsObject()) return std::nullopt;
   ClipPayload payload;
   if (readField(document, "text", payload.text) != FieldState::present) return std::nullopt;

@@ -33,6 +33,10 @@ void applyPayload(ClipPayload payload, ClipItem& clip);
 
 /// Accepts any key order and ignores unknown keys. Nothing when the bytes are no JSON object in valid UTF-8,
 /// when "text" is missing, or when a known key holds something other than a string (a null counts as absent).
-[[nodiscard]] std::optional<ClipPayload> decodePayload(const QByteArray& json);
+[[nodiscard]] std::optional<ClipPayload> decodePayload(QByteArray json);
+
+/// The same, working in the bytes themselves, so that nothing of them is left anywhere else; what they hold
+/// afterwards is good for nothing but to be wiped.
+[[nodiscard]] std::optional<ClipPayload> decodePayloadInPlace(QByteArray& json);
 
 }  // namespace nimbrel

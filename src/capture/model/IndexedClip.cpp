@@ -3,6 +3,7 @@
 #include "capture/model/LinkText.h"
 #include "capture/model/SnippetPlaceholders.h"
 #include "capture/model/TextRules.h"
+#include "memory/Wipe.h"
 
 namespace nimbrel {
 namespace {
@@ -31,7 +32,13 @@ std::optional<QByteArray> searchBody(const ClipItem& clip) {
   return body;
 }
 
-IndexedClip::IndexedClip(ClipItem value, const IndexedClip& before) : clip(std::move(value)) {
+IndexedClip::~IndexedClip() {
+  if (!value_.isSensitive()) return;
+  wipe(value_.text);
+  if (value_.ocrText) wipe(*value_.ocrText);
+}
+
+IndexedClip::IndexedClip(ClipItem value, const IndexedClip& before) : value_(std::move(value)) {
   if (!sharesText(clip, before.clip)) return;
   if (before.hasTraits_) {
     std::call_once(examined_, [&] {

@@ -26,9 +26,13 @@ struct ClipTraits final {
 /// first.
 class IndexedClip final {
  public:
-  explicit IndexedClip(ClipItem value) : clip(std::move(value)) {}
+  explicit IndexedClip(ClipItem value) : value_(std::move(value)) {}
   /// The same clip with another value: what was derived from a text that is still the same is taken over.
   IndexedClip(ClipItem value, const IndexedClip& before);
+  /// A secret is overwritten in memory when nobody holds it any more.
+  ~IndexedClip();
+  IndexedClip(const IndexedClip&) = delete;
+  IndexedClip& operator=(const IndexedClip&) = delete;
 
   /// Any thread.
   [[nodiscard]] const std::optional<QByteArray>& body() const;
@@ -45,9 +49,10 @@ class IndexedClip final {
   void fetch() const;
   void fetchBody() const;
 
-  const ClipItem clip;
+  const ClipItem& clip = value_;
 
  private:
+  ClipItem value_;
   mutable std::once_flag folded_;
   mutable std::optional<QByteArray> body_;
   mutable std::once_flag examined_;

@@ -16,6 +16,10 @@ constexpr int kCallTimeoutMilliseconds = 2000;
 constexpr int kAttempts = 10;
 constexpr unsigned long kAttemptPause = 100;
 
+/// What is kept for later of URLs that come faster than they are answered, in UTF-16 units: more than any
+/// that is not refused.
+constexpr qsizetype kMaxWaitingCharacters = 8'000'000;
+
 }  // namespace
 
 DBusInstanceHost::~DBusInstanceHost() {
@@ -25,14 +29,14 @@ DBusInstanceHost::~DBusInstanceHost() {
   bus.unregisterService(QLatin1String(kService));
 }
 
-InstanceHost::Claim DBusInstanceHost::claim() {
+InstanceHost::Claim DBusInstanceHost::claim(const QStringList& urls) {
   QDBusConnection bus = QDBusConnection::sessionBus();
   if (!bus.isConnected()) return Claim::unavailable;
   // The object comes first: whoever finds the name taken must find somebody behind it.
   bus.registerObject(QLatin1String(kPath), this, QDBusConnection::ExportScriptableSlots);
   if (bus.registerService(QLatin1String(kService))) return Claim::first;
   for (int attempt = 0; attempt < kAttempts; ++attempt) {
-    if (askToShow()) {
+    if (handOver(urls)) {
       bus.unregisterObject(QLatin1String(kPath));
       return Claim::handedOver;
     }
@@ -43,26 +47,47 @@ InstanceHost::Claim DBusInstanceHost::claim() {
   return Claim::unanswered;
 }
 
-bool DBusInstanceHost::askToShow() {
-  const QDBusMessage call = QDBusMessage::createMethodCall(QLatin1String(kService), QLatin1String(kPath),
-                                                           QLatin1String(kService), QStringLiteral("Show"));
+bool DBusInstanceHost::handOver(const QStringList& urls) {
+  const QString method = urls.isEmpty() ? QStringLiteral("Show") : QStringLiteral("OpenUrls");
+  QDBusMessage call = QDBusMessage::createMethodCall(QLatin1String(kService), QLatin1String(kPath),
+                                                     QLatin1String(kService), method);
+  if (!urls.isEmpty()) call << urls;
   const QDBusMessage answer =
       QDBusConnection::sessionBus().call(call, QDBus::Block, kCallTimeoutMilliseconds);
   return answer.type() == QDBusMessage::ReplyMessage;
 }
 
-void DBusInstanceHost::setShowHandler(std::function<void()> handler) {
-  showHandler_ = std::move(handler);
-  if (showHandler_ && std::exchange(showRequested_, false)) showHandler_();
+void DBusInstanceHost::setRequests(const InstanceRequests& requests) {
+  requests_ = requests;
+  deliver();
 }
 
 void DBusInstanceHost::Show() {
-  if (!showHandler_) {
-    showRequested_ = true;
-    return;
+  showRequested_ = true;
+  QMetaObject::invokeMethod(this, &DBusInstanceHost::deliver, Qt::QueuedConnection);
+}
+
+void DBusInstanceHost::OpenUrls(const QStringList& urls) {
+  for (const QString& url : urls) {
+    if (urlCharacters_ + url.size() > kMaxWaitingCharacters) break;
+    urlCharacters_ += url.size();
+    urls_.append(url);
   }
-  // After the answer is on its way: the caller need not wait for the panel.
-  QMetaObject::invokeMethod(this, showHandler_, Qt::QueuedConnection);
+  QMetaObject::invokeMethod(this, &DBusInstanceHost::deliver, Qt::QueuedConnection);
+}
+
+void DBusInstanceHost::Quit() {
+  quitRequested_ = true;
+  QMetaObject::invokeMethod(this, &DBusInstanceHost::deliver, Qt::QueuedConnection);
+}
+
+void DBusInstanceHost::deliver() {
+  if (requests_.openUrls && !urls_.isEmpty()) {
+    urlCharacters_ = 0;
+    requests_.openUrls(std::exchange(urls_, {}));
+  }
+  if (requests_.show && std::exchange(showRequested_, false)) requests_.show();
+  if (requests_.quit && std::exchange(quitRequested_, false)) requests_.quit();
 }
 
 }  // namespace nimbrel

@@ -1,12 +1,13 @@
 #pragma once
 
 #include <QObject>
+#include <QStringList>
 
 #include "platform/InstanceHost.h"
 
 namespace nimbrel {
 
-/// The instance that owns the session bus name "app.nimbrel.Nimbrel"; others ask it to show its panel.
+/// The instance that owns the session bus name "app.nimbrel.Nimbrel"; others talk to it there.
 class DBusInstanceHost final : public QObject, public InstanceHost {
   Q_OBJECT
   Q_CLASSINFO("D-Bus Interface", "app.nimbrel.Nimbrel")
@@ -14,19 +15,25 @@ class DBusInstanceHost final : public QObject, public InstanceHost {
  public:
   ~DBusInstanceHost() override;
 
-  [[nodiscard]] Claim claim() override;
-  void setShowHandler(std::function<void()> handler) override;
+  [[nodiscard]] Claim claim(const QStringList& urls) override;
+  void setRequests(const InstanceRequests& requests) override;
 
  public Q_SLOTS:
-  /// The D-Bus method.
+  // The D-Bus methods. Each answers before it does what it was asked for: nobody need wait for that.
   Q_SCRIPTABLE void Show();
+  Q_SCRIPTABLE void OpenUrls(const QStringList& urls);
+  Q_SCRIPTABLE void Quit();
 
  private:
-  [[nodiscard]] static bool askToShow();
+  [[nodiscard]] static bool handOver(const QStringList& urls);
+  void deliver();
 
-  std::function<void()> showHandler_;
-  /// A request that came before anybody could answer it.
+  InstanceRequests requests_;
+  // What was asked for and nobody has answered yet.
   bool showRequested_ = false;
+  QStringList urls_;
+  qsizetype urlCharacters_ = 0;
+  bool quitRequested_ = false;
 };
 
 }  // namespace nimbrel

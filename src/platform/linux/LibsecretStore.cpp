@@ -6,6 +6,8 @@
 
 #include <memory>
 
+#include "memory/Wipe.h"
+
 namespace nimbrel {
 namespace {
 
@@ -67,8 +69,8 @@ SecretLookup failed(const Error& error) {
 /// The bytes that were stored: what is no Base64 text was not stored by this program and is given back as it
 /// is.
 QByteArray decoded(const QByteArray& stored) {
-  const auto result = QByteArray::fromBase64Encoding(stored, QByteArray::AbortOnBase64DecodingErrors);
-  return result ? *result : stored;
+  auto result = QByteArray::fromBase64Encoding(stored, QByteArray::AbortOnBase64DecodingErrors);
+  return result ? std::move(*result) : stored;
 }
 
 /// Makes the item readable, which may ask the user, and reads it.
@@ -87,9 +89,8 @@ SecretLookup readStored(SecretService* service, ::SecretItem* item) {
   if (!value) return failed(error);
   gsize length = 0;
   const gchar* const bytes = secret_value_get(value.get(), &length);
-  return {.outcome = SecretLookup::Outcome::found,
-          .secret = decoded(QByteArray(bytes, static_cast<qsizetype>(length))),
-          .status = 0};
+  const WipedBytes stored(QByteArray(bytes, static_cast<qsizetype>(length)));
+  return {.outcome = SecretLookup::Outcome::found, .secret = decoded(stored.bytes()), .status = 0};
 }
 
 }  // namespace
@@ -112,16 +113,17 @@ SecretLookup LibsecretStore::find(const SecretItem& item) {
 
 int LibsecretStore::add(const SecretItem& item, const QByteArray& secret) {
   GError* raw = nullptr;
-  const QByteArray text = secret.toBase64();
-  const Value value(secret_value_new(text.constData(), text.size(), "text/plain"));
+  const WipedBytes text(secret.toBase64());
+  const Value value(secret_value_new(text.bytes().constData(), text.bytes().size(), "text/plain"));
   const Attributes attributes = attributesOf(item);
   const bool stored = secret_password_storev_binary_sync(
       schema(), attributes.get(), SECRET_COLLECTION_DEFAULT, "Nimbrel", value.get(), nullptr, &raw);
   const Error error(raw);
   if (!stored) return statusOf(error);
   // Believed only when it can be read back.
-  const SecretLookup check = find(item);
-  return check.outcome == SecretLookup::Outcome::found && check.secret == secret ? 0 : -1;
+  SecretLookup check = find(item);
+  const WipedBytes readBack(std::move(check.secret));
+  return check.outcome == SecretLookup::Outcome::found && readBack.bytes() == secret ? 0 : -1;
 }
 
 }  // namespace nimbrel

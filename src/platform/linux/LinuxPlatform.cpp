@@ -1,11 +1,13 @@
 #include <QGuiApplication>
 #include <QIcon>
+#include <QStandardPaths>
 #include <QWidget>
 
 #include "platform/Platform.h"
 #include "platform/linux/DBusInstanceHost.h"
 #include "platform/linux/JsonUserDefaults.h"
 #include "platform/linux/LibsecretStore.h"
+#include "platform/linux/PolkitAuthenticator.h"
 #include "platform/linux/TrayStatusItem.h"
 #include "platform/linux/UnixTerminationSignal.h"
 #include "platform/linux/X11HotKeyRegistrar.h"
@@ -18,6 +20,7 @@
 #include "platform/linux/XdgAutostart.h"
 #include "platform/linux/XdgOpener.h"
 #include "platform/linux/imaging/ConfinedImaging.h"
+#include "platform/linux/preview/FilePreview.h"
 
 namespace nimbrel {
 namespace {
@@ -72,6 +75,10 @@ Platform makePlatform() {
   platform.defaults = std::make_unique<JsonUserDefaults>(userDefaultsPath());
   platform.loginItem = std::make_unique<XdgAutostart>(sessionAutostart());
   platform.applications = std::make_unique<XdgApplicationCatalog>(desktop->entries);
+  platform.authenticator = std::make_unique<PolkitAuthenticator>();
+  platform.preview = std::make_unique<FilePreview>(*platform.imageCodec);
+  // In memory, and gone with the session.
+  platform.temporaryFolder = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
   platform.makePanelWindow = [desktop](QWidget& widget) {
     return std::make_unique<X11PanelWindow>(widget, desktop->session);
   };

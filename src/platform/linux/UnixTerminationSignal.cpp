@@ -7,6 +7,8 @@
 #include <array>
 #include <atomic>
 #include <cerrno>
+#include <cstdlib>
+#include <utility>
 
 namespace nimbrel {
 namespace {
@@ -15,6 +17,16 @@ constexpr std::array kSignals{SIGTERM, SIGINT, SIGHUP};
 
 // A signal handler has no other way to reach an object than through something with static life.
 std::atomic<int> pipeEnd = -1;
+
+/// Neither has what runs when the process ends from within a library.
+std::function<void()>& lastHandler() {
+  static std::function<void()> handler;
+  return handler;
+}
+
+void callLastHandler() {
+  if (const auto handler = std::exchange(lastHandler(), {})) handler();
+}
 
 void writeToPipe(int) {
   const int savedError = errno;
@@ -43,10 +55,18 @@ UnixTerminationSignal::UnixTerminationSignal() {
 }
 
 UnixTerminationSignal::~UnixTerminationSignal() {
+  lastHandler() = {};
   if (!notifier_) return;
   setSignalAction(SIG_DFL);
   close(static_cast<int>(notifier_->socket()));
   close(pipeEnd.exchange(-1));
+}
+
+void UnixTerminationSignal::setLastHandler(std::function<void()> handler) {
+  // The variable comes first, and so outlives what is registered here.
+  const bool first = !std::exchange(lastHandlerRegistered_, true);
+  lastHandler() = std::move(handler);
+  if (first) static_cast<void>(std::atexit(callLastHandler));
 }
 
 void UnixTerminationSignal::readSignals() {

@@ -21,6 +21,8 @@ constexpr auto kFocusTimeout = 300ms;
 constexpr auto kGrabRetryInterval = 10ms;
 constexpr int kGrabAttempts = 10;
 constexpr auto kGrabIdleTimeout = 30s;
+/// How soon a window that comes up is seen to have come.
+constexpr auto kStackingInterval = 50ms;
 
 /// Buttons 4 to 7 are the wheel.
 bool isClick(std::uint32_t button) {
@@ -47,6 +49,8 @@ X11PanelWindow::X11PanelWindow(QWidget& widget, X11Session& session)
   idleTimer_.setSingleShot(true);
   idleTimer_.setInterval(kGrabIdleTimeout);
   connect(&idleTimer_, &QTimer::timeout, this, &X11PanelWindow::borrowFocus);
+  stackingTimer_.setInterval(kStackingInterval);
+  connect(&stackingTimer_, &QTimer::timeout, this, &X11PanelWindow::stayBelowFocus);
   if (!session_.isConnected()) return;
   superMask_ = X11Keyboard(session_).modifiers().super;
   session_.addEventHandler(this, [this](const xcb_generic_event_t& event) { handle(event); });
@@ -77,6 +81,7 @@ void X11PanelWindow::present() {
   if (focus && focus->focus != window()) {
     previousFocus_ = focus->focus;
     previousRevertTo_ = focus->revert_to;
+    watchPreviousFocus();
   }
   presented_ = true;
   widget_.show();
@@ -142,6 +147,7 @@ void X11PanelWindow::pretendFocus(bool focused) {
 void X11PanelWindow::dismiss(bool returnFocus) {
   presented_ = false;
   idleTimer_.stop();
+  stackingTimer_.stop();
   session_.watchRawEvents(XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS, false);
   const Loan loan = std::exchange(loan_, Loan::none);
   if (loan == Loan::keyboard) {
@@ -155,6 +161,63 @@ void X11PanelWindow::dismiss(bool returnFocus) {
     session_.flush();
   }
   widget_.hide();
+}
+
+void X11PanelWindow::stepBack() {
+  if (!presented_ || !session_.isConnected()) return;
+  idleTimer_.stop();
+  borrowFocus();
+  stackingTimer_.start();
+}
+
+void X11PanelWindow::comeForward() {
+  if (!presented_ || !session_.isConnected()) return;
+  stackingTimer_.stop();
+  widget_.raise();
+  if (loan_ == Loan::keyboard) return;
+  // Whoever had the keyboard before gets it back from the panel that has borrowed it, so that the panel need
+  // not.
+  if (std::exchange(loan_, Loan::none) == Loan::focus && session_.focusWindow() == window()) {
+    xcb_set_input_focus(session_.connection(), previousRevertTo_, previousFocus_, XCB_CURRENT_TIME);
+    session_.flush();
+  }
+  takeKeyboard(kGrabAttempts);
+}
+
+void X11PanelWindow::letGo() {
+  idleTimer_.stop();
+  if (std::exchange(loan_, Loan::none) != Loan::keyboard) return;
+  pretendFocus(false);
+  xcb_ungrab_keyboard(qt_, XCB_CURRENT_TIME);
+  xcb_flush(qt_);
+}
+
+xcb_window_t X11PanelWindow::topLevelOf(xcb_window_t window) {
+  constexpr int kMaxDepth = 16;
+  for (int depth = 0; depth < kMaxDepth && window > XCB_INPUT_FOCUS_POINTER_ROOT; ++depth) {
+    const auto tree = session_.reply(xcb_query_tree_reply, xcb_query_tree(session_.connection(), window));
+    if (!tree) break;
+    if (tree->parent == session_.root()) return window;
+    window = tree->parent;
+  }
+  return XCB_WINDOW_NONE;
+}
+
+void X11PanelWindow::stayBelowFocus() {
+  const xcb_window_t top = topLevelOf(session_.focusWindow());
+  if (top == XCB_WINDOW_NONE || top == window() || top == topLevelOf(previousFocus_)) return;
+  constexpr std::uint16_t kMask = XCB_CONFIG_WINDOW_SIBLING | XCB_CONFIG_WINDOW_STACK_MODE;
+  const std::uint32_t values[] = {top, XCB_STACK_MODE_BELOW};
+  xcb_configure_window(session_.connection(), window(), kMask, values);
+  session_.flush();
+}
+
+void X11PanelWindow::watchPreviousFocus() {
+  // The window manager and the panel's own connection watch the root for other things.
+  if (previousFocus_ <= XCB_INPUT_FOCUS_POINTER_ROOT || previousFocus_ == session_.root()) return;
+  const std::uint32_t events = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
+  xcb_change_window_attributes(session_.connection(), previousFocus_, XCB_CW_EVENT_MASK, &events);
+  session_.flush();
 }
 
 void X11PanelWindow::whenFocusReturned(std::function<void(bool)> done) {
@@ -190,6 +253,10 @@ bool X11PanelWindow::focusIsBack() {
 }
 
 bool X11PanelWindow::eventFilter(QObject* watched, QEvent* event) {
+  // A click on the panel that has lost the keyboard asks for it again.
+  const bool clicked = event->type() == QEvent::MouseButtonPress && watched->isWidgetType() &&
+                       (watched == &widget_ || widget_.isAncestorOf(static_cast<QWidget*>(watched)));
+  if (clicked && presented_ && loan_ == Loan::none) comeForward();
   if (watched == &widget_ && event->type() == QEvent::WindowDeactivate && loan_ == Loan::focus) resign();
   // A menu of the panel grabs the keyboard for itself and lets go of it when it closes.
   const bool menuClosed = event->type() == QEvent::Hide && watched != &widget_ && watched->isWidgetType() &&
@@ -214,6 +281,10 @@ bool X11PanelWindow::nativeEventFilter(const QByteArray& type, void* message, qi
 }
 
 void X11PanelWindow::handle(const xcb_generic_event_t& event) {
+  // Its number may come to mean another window.
+  if (eventType(event) == XCB_DESTROY_NOTIFY &&
+      eventAs<xcb_destroy_notify_event_t>(event).window == previousFocus_)
+    previousFocus_ = XCB_WINDOW_NONE;
   if (!presented_ || session_.rawEventType(event) != XCB_INPUT_RAW_BUTTON_PRESS) return;
   const auto& press = eventAs<xcb_input_raw_button_press_event_t>(event);
   // The click itself goes where it was meant; the panel only learns that it was not meant for it.
@@ -221,7 +292,9 @@ void X11PanelWindow::handle(const xcb_generic_event_t& event) {
 }
 
 void X11PanelWindow::resign() {
-  if (presented_ && !QApplication::activePopupWidget() && resignHandler_) resignHandler_();
+  if (!presented_ || QApplication::activePopupWidget() || !resignHandler_) return;
+  resignHandler_();
+  if (presented_) letGo();
 }
 
 }  // namespace nimbrel

@@ -25,6 +25,8 @@ class X11PanelWindow final : public QObject, public PanelWindow, private QAbstra
   void present() override;
   void dismiss(bool returnFocus) override;
   void whenFocusReturned(std::function<void(bool)> done) override;
+  void stepBack() override;
+  void comeForward() override;
   void setResignHandler(std::function<void()> handler) override { resignHandler_ = std::move(handler); }
 
   bool eventFilter(QObject* watched, QEvent* event) override;
@@ -40,6 +42,10 @@ class X11PanelWindow final : public QObject, public PanelWindow, private QAbstra
   void pretendFocus(bool focused);
   void handle(const xcb_generic_event_t& event);
   void resign();
+  void letGo();
+  void stayBelowFocus();
+  [[nodiscard]] xcb_window_t topLevelOf(xcb_window_t window);
+  void watchPreviousFocus();
   void checkFocus();
   [[nodiscard]] bool focusIsBack();
   [[nodiscard]] xcb_window_t window() const;
@@ -58,6 +64,8 @@ class X11PanelWindow final : public QObject, public PanelWindow, private QAbstra
   QTimer focusTimer_;
   int focusChecksLeft_ = 0;
   QTimer idleTimer_;
+  /// Runs while another window may come up that belongs above the panel.
+  QTimer stackingTimer_;
 };
 
 }  // namespace nimbrel

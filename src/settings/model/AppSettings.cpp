@@ -148,11 +148,6 @@ void AppSettings::setNextHotKey(const HotKeyCombo& combo) {
   assign(&SettingsValues::nextHotKey, combo, &AppSettings::nextHotKeyChanged);
 }
 
-void AppSettings::setHotKeyAppliers(HotKeyApplier hotKey, HotKeyApplier nextHotKey) {
-  applyHotKey_ = std::move(hotKey);
-  applyNextHotKey_ = std::move(nextHotKey);
-}
-
 bool AppSettings::applyHotKey(const HotKeyCombo& combo) {
   if (applyHotKey_ && !applyHotKey_(combo)) return false;
   setHotKey(combo);

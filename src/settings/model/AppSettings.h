@@ -40,7 +40,8 @@ class AppSettings final : public QObject {
   void setNextHotKey(const HotKeyCombo& combo);
 
   /// Who registers the two hot keys.
-  void setHotKeyAppliers(HotKeyApplier hotKey, HotKeyApplier nextHotKey);
+  void setHotKeyApplier(HotKeyApplier applier) { applyHotKey_ = std::move(applier); }
+  void setNextHotKeyApplier(HotKeyApplier applier) { applyNextHotKey_ = std::move(applier); }
 
   /// Registers a combination in place of the chosen one and, when it is accepted, chooses it. False when it
   /// is refused.

@@ -40,6 +40,9 @@ class AppDelegateTest : public ::testing::Test {
     keep(platform.defaults, defaults);
     keep(platform.imageCodec, codec);
     keep(platform.textRecognizer, recognizer);
+    keep(platform.authenticator, authenticator);
+    keep(platform.preview, preview);
+    platform.temporaryFolder = home.filePath(u"run"_s);
     platform.makePanelWindow = [](QWidget& widget) { return std::make_unique<FakePanelWindow>(widget); };
     platform.makeStatusItem = [this](const auto&) {
       auto made = std::make_unique<FakeStatusItem>();
@@ -97,6 +100,8 @@ class AppDelegateTest : public ::testing::Test {
   FakeUserDefaults* defaults = nullptr;
   FakeImageCodec* codec = nullptr;
   FakeTextRecognizer* recognizer = nullptr;
+  FakeDeviceAuthenticator* authenticator = nullptr;
+  FakePreviewPanel* preview = nullptr;
   FakeStatusItem* statusItem = nullptr;
   std::unique_ptr<HistoryCipher> cipher;
   std::unique_ptr<AppDelegate> delegate;

@@ -2,9 +2,12 @@
 
 #include <gmock/gmock.h>
 
+#include <QLabel>
 #include <QLineEdit>
+#include <QTemporaryDir>
 #include <QTest>
 
+#include "panel/NoticeBar.h"
 #include "support/PanelFixture.h"
 
 namespace nimbrel {
@@ -18,16 +21,20 @@ class PanelControllerTest : public testing::PanelFixture {
   PanelControllerTest() {
     launch();
     copyText(u"hola"_s);
-    controller =
-        std::make_unique<PanelController>(PanelParts{.services = services(),
-                                                     .keystrokes = keystrokes,
-                                                     .defaults = defaults,
-                                                     .makeWindow = [this](QWidget& widget) {
-                                                       auto made =
-                                                           std::make_unique<testing::FakePanelWindow>(widget);
-                                                       window = made.get();
-                                                       return made;
-                                                     }});
+    controller = std::make_unique<PanelController>(
+        PanelParts{.services = services(),
+                   .keystrokes = keystrokes,
+                   .defaults = defaults,
+                   .makeWindow =
+                       [this](QWidget& widget) {
+                         auto made = std::make_unique<testing::FakePanelWindow>(widget);
+                         window = made.get();
+                         return made;
+                       },
+                   .preview = preview,
+                   .sideFiles = files,
+                   .previewFolder = temporary.filePath(u"preview"_s),
+                   .lock = lock});
   }
   ~PanelControllerTest() override { controller.reset(); }
 
@@ -35,9 +42,23 @@ class PanelControllerTest : public testing::PanelFixture {
     QTest::keyClick(controller->content().findChild<QLineEdit*>(u"searchField"_s), key);
   }
 
+  /// Opens the preview of the selected clip.
+  void openPreview() {
+    press(Qt::Key_Space);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return preview.visible; }));
+  }
+  [[nodiscard]] QByteArray previewed() const {
+    QFile file(preview.item ? preview.item->toLocalFile() : QString());
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+  }
+
   testing::FakeKeystrokePoster keystrokes;
   testing::FakeUserDefaults defaults;
   testing::FakePanelWindow* window = nullptr;
+  testing::FakePreviewPanel preview;
+  testing::FakeDeviceAuthenticator authenticator;
+  QTemporaryDir temporary;
+  Lock lock{authenticator, clock};
   std::unique_ptr<PanelController> controller;
 };
 
@@ -117,6 +138,98 @@ TEST_F(PanelControllerTest, DoesNotPasteIntoThePanelThatIsBack) {
   controller->togglePanel();
   QTest::qWait(100);
   EXPECT_FALSE(window->focusHandler);
+}
+
+TEST_F(PanelControllerTest, TheSpaceBarPreviewsAndEscapeClosesThePreviewFirst) {
+  controller->togglePanel();
+  openPreview();
+  press(Qt::Key_Escape);
+  EXPECT_FALSE(preview.visible);
+  EXPECT_TRUE(controller->isVisible());
+  press(Qt::Key_Escape);
+  EXPECT_FALSE(controller->isVisible());
+}
+
+TEST_F(PanelControllerTest, ThePreviewFollowsTheArrowKeys) {
+  copyText(u"adiós"_s);
+  controller->togglePanel();
+  openPreview();
+  EXPECT_EQ(previewed(), "adiós");
+  press(Qt::Key_Down);
+  EXPECT_TRUE(QTest::qWaitFor([this] { return previewed() == "hola"; }));
+}
+
+TEST_F(PanelControllerTest, StaysWhileThePreviewIsOpenAndGoesWithItOtherwise) {
+  controller->togglePanel();
+  openPreview();
+  window->resign();
+  EXPECT_TRUE(controller->isVisible());
+  controller->togglePanel();
+  EXPECT_FALSE(controller->isVisible());
+  EXPECT_FALSE(preview.visible);
+}
+
+TEST_F(PanelControllerTest, HasTheKeyboardAgainWhenThePreviewCloses) {
+  controller->togglePanel();
+  openPreview();
+  preview.close();
+  EXPECT_EQ(window->stepsForward, 1);
+}
+
+TEST_F(PanelControllerTest, PastesWithThePreviewOpenAndLeavesNoFile) {
+  controller->togglePanel();
+  openPreview();
+  const QString file = preview.item->toLocalFile();
+  press(Qt::Key_Return);
+  EXPECT_FALSE(preview.visible);
+  EXPECT_FALSE(QFile::exists(file));
+}
+
+TEST_F(PanelControllerTest, DoesNotPreviewASecretUntilItIsShown) {
+  copySecret(u"secreto"_s);
+  controller->togglePanel();
+  press(Qt::Key_Space);
+  EXPECT_EQ(controller->content().findChild<NoticeBar*>()->findChild<QLabel*>()->text(),
+            u"Este elemento está oculto.");
+  press(Qt::Key_Down);
+  openPreview();
+  press(Qt::Key_Up);
+  EXPECT_TRUE(QTest::qWaitFor([this] { return !preview.item; }));
+  EXPECT_TRUE(preview.visible);
+}
+
+TEST_F(PanelControllerTest, StaysWhileTheSystemAsksForThePasswordAndAMomentLonger) {
+  lock.setAfterAuthentication([this] { controller->refocusPanel(); });
+  controller->togglePanel();
+  lock.authenticate(Lock::Reason::clip, [](bool) {});
+  EXPECT_EQ(window->stepsBack, 1);
+  window->resign();
+  EXPECT_TRUE(controller->isVisible());
+  authenticator.reply(AuthenticationReply::Outcome::refused);
+  EXPECT_EQ(window->stepsForward, 1);
+  window->resign();
+  EXPECT_TRUE(controller->isVisible());
+  clock.advance(600ms);
+  window->resign();
+  EXPECT_FALSE(controller->isVisible());
+}
+
+TEST_F(PanelControllerTest, APanelThatWasHiddenMeanwhileDoesNotComeBackAfterThePrompt) {
+  lock.setAfterAuthentication([this] { controller->refocusPanel(); });
+  controller->togglePanel();
+  lock.authenticate(Lock::Reason::clip, [](bool) {});
+  controller->togglePanel();
+  authenticator.reply(AuthenticationReply::Outcome::proven);
+  EXPECT_FALSE(controller->isVisible());
+  EXPECT_EQ(window->stepsForward, 0);
+}
+
+TEST_F(PanelControllerTest, SaysThatNobodyCanBeAsked) {
+  authenticator.obstacle = u"polkit no contesta"_s;
+  controller->togglePanel();
+  lock.authenticate(Lock::Reason::clip, [](bool) {});
+  EXPECT_TRUE(controller->content().findChild<NoticeBar*>()->findChild<QLabel*>()->text().startsWith(
+      u"No se puede pedir"));
 }
 
 TEST_F(PanelControllerTest, HasThePanelsSizes) {

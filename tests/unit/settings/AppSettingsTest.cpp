@@ -225,12 +225,10 @@ TEST_F(AppSettingsTest, ARefusedHotKeyLeavesTheChosenOne) {
   AppSettings settings(defaults);
   QList<HotKeyCombo> applied;
   bool accept = false;
-  settings.setHotKeyAppliers(
-      [&](const HotKeyCombo& combo) {
-        applied.append(combo);
-        return accept;
-      },
-      {});
+  settings.setHotKeyApplier([&](const HotKeyCombo& combo) {
+    applied.append(combo);
+    return accept;
+  });
   const HotKeyCombo combo{0, 256, u"A"_s};
   EXPECT_FALSE(settings.applyHotKey(combo));
   EXPECT_EQ(settings.values().hotKey, defaultHotKey());

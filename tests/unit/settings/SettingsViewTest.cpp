@@ -293,7 +293,7 @@ TEST_F(SettingsViewTest, RecordsBothHotKeys) {
 }
 
 TEST_F(SettingsViewTest, ARefusedHotKeyKeepsTheOldOne) {
-  settings.setHotKeyAppliers([](const auto&) { return false; }, {});
+  settings.setHotKeyApplier([](const auto&) { return false; });
   open();
   HotKeyRecorder* const recorder = view->findChildren<HotKeyRecorder*>().first();
   recorder->findChild<QPushButton*>()->click();

@@ -1,0 +1,49 @@
+#include "platform/linux/preview/FilePreview.h"
+
+namespace nimbrel {
+
+FilePreview::FilePreview(ImageCodec& codec) : codec_(codec) {
+  loader_.setMaxThreadCount(1);
+}
+
+FilePreview::~FilePreview() {
+  loading_.request_stop();
+  closeHandler_ = {};
+}
+
+PreviewWindow& FilePreview::made() {
+  if (!window_) {
+    window_ = std::make_unique<PreviewWindow>();
+    connect(window_.get(), &PreviewWindow::closed, this, [this] {
+      loading_.request_stop();
+      if (closeHandler_) closeHandler_();
+    });
+  }
+  return *window_;
+}
+
+void FilePreview::orderFront(const QRect& beside) {
+  made().showBeside(beside);
+}
+
+void FilePreview::reload(const std::optional<QUrl>& item) {
+  loading_.request_stop();
+  loading_ = {};
+  if (!item) return made().setContent({});
+  loader_.start([this, path = item->toLocalFile(), stop = loading_.get_token()] {
+    if (stop.stop_requested()) return;
+    const PreviewContent content = loadPreview(path, codec_, stop);
+    QMetaObject::invokeMethod(
+        this,
+        [this, content, stop] {
+          if (!stop.stop_requested()) made().setContent(content);
+        },
+        Qt::QueuedConnection);
+  });
+}
+
+void FilePreview::close() {
+  if (window_) window_->hide();
+}
+
+}  // namespace nimbrel
