@@ -11,17 +11,20 @@ if(CCACHE_PROGRAM)
   set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE_PROGRAM})
 endif()
 
+# What every file is compiled with, and beside that what the build asks for.
+add_library(nimbrel_warnings INTERFACE)
 add_library(nimbrel_options INTERFACE)
-target_compile_options(nimbrel_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor
+target_link_libraries(nimbrel_options INTERFACE nimbrel_warnings)
+target_compile_options(nimbrel_warnings INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor
   -Woverloaded-virtual -Wimplicit-fallthrough -Wformat=2
   # Left-out members of an aggregate have their defaults.
   -Wno-missing-field-initializers
   # GCC 12 sees uninitialised members in every moved-from std::variant.
   $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
-target_compile_definitions(nimbrel_options INTERFACE QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII
+target_compile_definitions(nimbrel_warnings INTERFACE QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII
   QT_NO_CAST_TO_ASCII QT_NO_FOREACH)
 if(NIMBREL_WERROR)
-  target_compile_options(nimbrel_options INTERFACE -Werror)
+  target_compile_options(nimbrel_warnings INTERFACE -Werror)
 endif()
 if(NIMBREL_SANITIZE)
   target_compile_options(nimbrel_options INTERFACE -fsanitize=${NIMBREL_SANITIZE} -fno-omit-frame-pointer -g1)

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Runs a command on a private desktop: an X server, a D-Bus session, an unlocked key store, a window manager and a
+# Runs a command on a private desktop: an X server, a D-Bus session that stands for the system's bus too, an unlocked key store, a window manager and a
 # tray, with folders of its own, all gone afterwards.
 #
 #   scripts/virtual-desktop.sh COMMAND [ARGUMENT…]
@@ -28,6 +28,7 @@ trap cleanup EXIT
 
 export HOME=$home XDG_DATA_HOME=$home/data XDG_CONFIG_HOME=$home/config XDG_CACHE_HOME=$home/cache
 export XDG_RUNTIME_DIR=$home/run NO_AT_BRIDGE=1 QT_QPA_PLATFORM=${NIMBREL_QPA:-xcb} QT_QPA_PLATFORMTHEME= GDK_BACKEND=x11
+export DBUS_SYSTEM_BUS_ADDRESS=$DBUS_SESSION_BUS_ADDRESS
 unset WAYLAND_DISPLAY XAUTHORITY
 mkdir -p "$XDG_DATA_HOME" "$XDG_CONFIG_HOME" "$XDG_CACHE_HOME" "$XDG_RUNTIME_DIR"
 chmod 700 "$XDG_RUNTIME_DIR"

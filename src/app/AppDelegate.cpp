@@ -2,7 +2,6 @@
 
 #include <QApplication>
 #include <QDir>
-#include <QPalette>
 
 #include "app/StatusItemState.h"
 #include "capture/LegacyImport.h"
@@ -65,9 +64,8 @@ void AppDelegate::applicationDidFinishLaunching() {
 }
 
 void AppDelegate::putUpStatusItem() {
-  statusItem_ = platform_.makeStatusItem([](const QString& name) {
-    return symbols::icon(name, QApplication::palette().color(QPalette::WindowText));
-  });
+  statusItem_ = platform_.makeStatusItem(
+      [](const QString& symbol, const QColor& colour) { return symbols::icon(symbol, colour); });
   statusItem_->show(statusItemState(false, 0));
   statusItem_->setActivationHandler([this] {
     if (panel_) panel_->togglePanel();
@@ -97,21 +95,29 @@ void AppDelegate::makePanel() {
                  .preview = *platform_.preview,
                  .sideFiles = files_,
                  .previewFolder = QDir(platform_.temporaryFolder).filePath(QStringLiteral("nimbrel-preview")),
-                 .lock = lock_});
+                 .lock = lock_,
+                 .notify = platform_.notify});
   connect(panel_.get(), &PanelController::settingsRequested, this, &AppDelegate::openSettings);
   connect(panel_.get(), &PanelController::quitRequested, qApp, &QApplication::quit);
 }
 
 void AppDelegate::makeSettingsWindow() {
-  settingsWindow_ =
-      std::make_unique<SettingsWindow>(SettingsParts{.settings = settings_,
-                                                     .keys = *platform_.keys,
-                                                     .hotKeys = *dispatcher_,
-                                                     .loginItem = *platform_.loginItem,
-                                                     .applications = *platform_.applications,
-                                                     .workspace = *platform_.workspace,
-                                                     .isEncrypted = [this] { return cipher_.hasKey(); },
-                                                     .chooseApplication = platform_.chooseApplication});
+  settingsWindow_ = std::make_unique<SettingsWindow>(
+      SettingsParts{.settings = settings_,
+                    .keys = *platform_.keys,
+                    .hotKeys = *dispatcher_,
+                    .loginItem = *platform_.loginItem,
+                    .applications = *platform_.applications,
+                    .workspace = *platform_.workspace,
+                    .confirmUser = [this](std::function<void(bool)> done) { confirmUser(std::move(done)); },
+                    .isEncrypted = [this] { return cipher_.hasKey(); },
+                    .chooseApplication = platform_.chooseApplication});
+}
+
+void AppDelegate::confirmUser(std::function<void(bool)> done) {
+  // Where nobody can be asked, nobody could ever switch the lock off again.
+  lock_.ask(Lock::Reason::history,
+            [done = std::move(done)](Lock::Answer answer) { done(answer != Lock::Answer::refused); });
 }
 
 void AppDelegate::resumeRecognition() {

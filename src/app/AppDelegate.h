@@ -68,6 +68,7 @@ class AppDelegate final : public QObject {
   [[nodiscard]] std::function<bool(const HotKeyCombo&)> applier(HotKey& hotKey,
                                                                 HotKeyCombo SettingsValues::*chosen);
   void makeSettingsWindow();
+  void confirmUser(std::function<void(bool)> done);
   void resumeRecognition();
   void obeySettings();
   void refreshStatusItem();

@@ -119,9 +119,16 @@ void PanelController::hideAndPaste() {
 void PanelController::pasteNow() {
   window_->whenFocusReturned([this](bool returned) {
     if (returned) return parts_.keystrokes.postPaste();
-    qCWarning(clipboardLog,
-              "No se pegó: la ventana de antes no recuperó el teclado; el elemento sigue en el portapapeles");
+    tellNothingPasted();
   });
+}
+
+void PanelController::tellNothingPasted() {
+  qCWarning(clipboardLog,
+            "No se pegó: la ventana de antes no recuperó el teclado; el elemento sigue en el portapapeles");
+  if (parts_.notify)
+    parts_.notify(tr("No se ha pegado"),
+                  tr("La ventana de antes ya no tiene el teclado. El elemento está en el portapapeles."));
 }
 
 }  // namespace nimbrel

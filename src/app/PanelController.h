@@ -28,6 +28,8 @@ struct PanelParts final {
   /// Where the preview may write, for as long as it is open.
   QString previewFolder;
   Lock& lock;
+  /// Tells the user something while the panel is not there.
+  std::function<void(const QString& title, const QString& text)> notify;
 };
 
 /// Shows and hides the panel at the pointer, and pastes into the application that the user was in. Main
@@ -52,7 +54,7 @@ class PanelController final : public QObject {
   /// Makes the visible panel the one that has the keyboard again.
   void refocusPanel();
 
-  /// Closes the preview and *waits* until none of its files is left. For the end of the program.
+  /// *Waits* until no file of the preview is left. For the end of the program.
   void finishPreview() { quickLook_->finish(); }
 
   [[nodiscard]] bool isVisible() const { return panel_.isVisible(); }
@@ -76,6 +78,7 @@ class PanelController final : public QObject {
   void hidePanel(Focus focus);
   void hideAndPaste();
   void pasteNow();
+  void tellNothingPasted();
 
   PanelParts parts_;
   FloatingPanel panel_;

@@ -15,8 +15,9 @@ QuickLook::QuickLook(PreviewPanel& preview, SideFiles& sideFiles, const QString&
 }
 
 QuickLook::~QuickLook() {
-  finish();
   preview_.setCloseHandler({});
+  if (isVisible()) preview_.close();
+  finish();
 }
 
 void QuickLook::toggle(const ClipRef& clip) {
@@ -83,7 +84,7 @@ void QuickLook::removeFiles() {
 }
 
 void QuickLook::finish() {
-  close();
+  ++request_;
   removeFiles();
   // Behind whatever is still being written.
   background_.wait();

@@ -34,7 +34,8 @@ class QuickLook final : public QObject {
   /// Deletes the file of a clip that is gone, where one was written.
   void forget(const QUuid& clip);
 
-  /// Closes the preview and *waits* until no file is left. For the end of the program.
+  /// *Waits* until no file is left, whatever the window still shows: the desktop may be gone already. For the
+  /// end of the program.
   void finish();
 
   /// Called when the preview has closed.

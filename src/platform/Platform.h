@@ -23,6 +23,7 @@
 #include "platform/UserDefaults.h"
 #include "platform/Workspace.h"
 
+class QColor;
 class QIcon;
 
 namespace nimbrel {
@@ -51,14 +52,18 @@ struct Platform final {
   /// A folder for what is written for a moment only, the user's own, and in memory where the system has that.
   QString temporaryFolder;
 
+  /// Tells the user something in the desktop's own way, without waiting; nothing where the desktop has none.
+  std::function<void(const QString& title, const QString& text)> notify;
   /// Makes the panel window around a top-level widget that has not been shown yet.
   std::function<std::unique_ptr<PanelWindow>(QWidget&)> makePanelWindow;
   /// The system's own way of choosing an application, from a window of the program; empty where there is none
   /// and the program shows a list of its own.
   std::function<void(QWidget* parent, std::function<void(const InstalledApplication&)> chosen)>
       chooseApplication;
-  /// Makes the status item; `icon` draws a symbol by its name.
-  std::function<std::unique_ptr<StatusItem>(std::function<QIcon(const QString&)> icon)> makeStatusItem;
+  /// Makes the status item; `symbol` draws a symbol in a colour.
+  std::function<std::unique_ptr<StatusItem>(
+      std::function<QIcon(const QString& symbol, const QColor& colour)>)>
+      makeStatusItem;
 };
 
 /// The adapters of the desktop that the program was built for; called once, on the main thread, after the

@@ -2,53 +2,17 @@
 """What people do in the panel beside pasting, with real keys and a real pointer."""
 import json
 import os
-import sqlite3
 import time
 
 import desktop
-from desktop import key, run, type_text, until, windows
-from scenario import QT_ENTRY, Scenario, main
+from desktop import key, run, type_text, until
+from scenario import QT_ENTRY, PanelScenario, main
 
 # The middle of the first row, from the upper edge of the panel.
 FIRST_ROW = 105
 
 
-class Panel(Scenario):
-    def setUp(self):
-        super().setUp()
-        run("xdotool", "mousemove", "500", "200")
-
-    def geometry(self, window=None):
-        """Of the panel, or of another window; nothing of one that has just gone."""
-        shown = window or self.nimbrel.panel()[0]
-        words = run("xdotool", "getwindowgeometry", "--shell", str(shown), check=False).split()
-        values = dict(word.split("=") for word in words)
-        return tuple(int(values.get(name, 0)) for name in ("X", "Y", "WIDTH", "HEIGHT"))
-
-    def rows(self, columns):
-        connection = sqlite3.connect(f"file:{self.nimbrel.database}?mode=ro", uri=True)
-        try:
-            return connection.execute(f"SELECT {columns} FROM clips").fetchall()
-        finally:
-            connection.close()
-
-    def popups(self):
-        """The program's windows that are to be seen, besides the panel and the tray's symbol."""
-        found = windows("--class", "^[Nn]imbrel$")
-        return [window for window in found if window not in self.nimbrel.panel() and self.geometry(window)[2] > 40]
-
-    def open_menu(self, *keys):
-        """Opens a menu with keys, and waits until it can be walked through."""
-        before = len(self.popups())
-        key(*keys)
-        until(lambda: len(self.popups()) > before, "the menu")
-
-    def choose(self, steps):
-        key(*["Down"] * steps, "Return")
-
-    def closed(self):
-        return not self.nimbrel.panel()
-
+class Panel(PanelScenario):
     # Menus
 
     def test_a_transform_is_chosen_and_pasted_with_the_keyboard(self):
@@ -202,10 +166,6 @@ class Panel(Scenario):
         run("xdotool", "click", "--repeat", "2", "--delay", "60", "1")
         until(self.closed, "the panel to go")
         self.finish_field(client, "dos")
-
-    def frame(self):
-        """The shadow around the panel, where there is one."""
-        return (self.geometry()[2] - 480) // 2
 
     def test_a_clip_is_dragged_into_another_program(self):
         self.nimbrel.copied("arrastrada")

@@ -8,7 +8,7 @@ import time
 import unittest
 
 import desktop
-from desktop import active, focused, key, run, type_text, until
+from desktop import active, focused, key, run, type_text, until, windows
 
 NIMBREL, QT_ENTRY, QT_COPY, KEY_GRAB = sys.argv[1:5]
 
@@ -126,6 +126,49 @@ class Scenario(unittest.TestCase):
             return connection.execute("SELECT sensitive, expires_at - date, rich_file FROM clips").fetchall()
         finally:
             connection.close()
+
+
+class PanelScenario(Scenario):
+    """What is done in the panel, which opens in the same place."""
+
+    def setUp(self):
+        super().setUp()
+        run("xdotool", "mousemove", "500", "200")
+
+    def geometry(self, window=None):
+        """Of the panel, or of another window; nothing of one that has just gone."""
+        shown = window or self.nimbrel.panel()[0]
+        words = run("xdotool", "getwindowgeometry", "--shell", str(shown), check=False).split()
+        values = dict(word.split("=") for word in words)
+        return tuple(int(values.get(name, 0)) for name in ("X", "Y", "WIDTH", "HEIGHT"))
+
+    def rows(self, columns):
+        connection = sqlite3.connect(f"file:{self.nimbrel.database}?mode=ro", uri=True)
+        try:
+            return connection.execute(f"SELECT {columns} FROM clips").fetchall()
+        finally:
+            connection.close()
+
+    def popups(self):
+        """The program's windows that are to be seen, besides the panel and the tray's symbol."""
+        found = windows("--class", "^[Nn]imbrel$")
+        return [window for window in found if window not in self.nimbrel.panel() and self.geometry(window)[2] > 40]
+
+    def open_menu(self, *keys):
+        """Opens a menu with keys, and waits until it can be walked through."""
+        before = len(self.popups())
+        key(*keys)
+        until(lambda: len(self.popups()) > before, "the menu")
+
+    def choose(self, steps):
+        key(*["Down"] * steps, "Return")
+
+    def closed(self):
+        return not self.nimbrel.panel()
+
+    def frame(self):
+        """The shadow around the panel, where there is one."""
+        return (self.geometry()[2] - 480) // 2
 
 
 def main():

@@ -310,13 +310,6 @@ base64Decode, formatJSON, compactJSON.
         <source>Se muestra el principio del texto.</source>
         <translation>The beginning of the text is shown.</translation>
     </message>
-    <message numerus="yes">
-        <source>%n elemento(s)</source>
-        <translation>
-            <numerusform>%n item</numerusform>
-            <numerusform>%n items</numerusform>
-        </translation>
-    </message>
 </context>
 <context>
     <name>SettingsWindow</name>
@@ -663,6 +656,17 @@ base64Decode, formatJSON, compactJSON.
     <message>
         <source>ver el historial del portapapeles</source>
         <translation>see the clipboard history</translation>
+    </message>
+</context>
+<context>
+    <name>nimbrel::PanelController</name>
+    <message>
+        <source>No se ha pegado</source>
+        <translation>Nothing was pasted</translation>
+    </message>
+    <message>
+        <source>La ventana de antes ya no tiene el teclado. El elemento está en el portapapeles.</source>
+        <translation>The window from before no longer has the keyboard. The item is on the clipboard.</translation>
     </message>
 </context>
 <context>

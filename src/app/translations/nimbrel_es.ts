@@ -2,16 +2,6 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="es" sourcelanguage="es">
 <context>
-    <name>PreviewWindow</name>
-    <message numerus="yes">
-        <source>%n elemento(s)</source>
-        <translation>
-            <numerusform>%n elemento</numerusform>
-            <numerusform>%n elementos</numerusform>
-        </translation>
-    </message>
-</context>
-<context>
     <name>nimbrel::ContentView</name>
     <message numerus="yes">
         <source>Se borrarán %n elemento(s). Los fijados se conservan. No se puede deshacer.</source>

@@ -16,8 +16,12 @@ AuthenticationReason describe(Lock::Reason reason) {
 }  // namespace
 
 void Lock::authenticate(Reason reason, std::function<void(bool)> done) {
-  if (isWithinGrace()) return done(true);
-  if (busy_ || isAuthenticating()) return done(false);
+  ask(reason, [done = std::move(done)](Answer answer) { done(answer == Answer::proven); });
+}
+
+void Lock::ask(Reason reason, std::function<void(Answer)> done) {
+  if (isWithinGrace()) return done(Answer::proven);
+  if (busy_ || isAuthenticating()) return done(Answer::refused);
   busy_ = true;
   authenticator_.canAuthenticate(
       [lock = QPointer(this), reason, done = std::move(done)](const std::optional<QString>& obstacle) {
@@ -25,25 +29,30 @@ void Lock::authenticate(Reason reason, std::function<void(bool)> done) {
         if (!obstacle) return lock->prompt(describe(reason), done);
         lock->busy_ = false;
         lock->reportObstacle(*obstacle);
-        done(false);
+        done(Answer::unavailable);
       });
 }
 
-void Lock::prompt(const AuthenticationReason& reason, std::function<void(bool)> done) {
+void Lock::prompt(const AuthenticationReason& reason, std::function<void(Answer)> done) {
   prompting_ = true;
   Q_EMIT promptOpens();
   authenticator_.authenticate(
       reason, [lock = QPointer(this), done = std::move(done)](const AuthenticationReply& reply) {
-        if (!lock) return;
-        const bool proven = reply.outcome == AuthenticationReply::Outcome::proven;
-        if (proven) lock->lastUnlock_ = {lock->clock_.now(), lock->clock_.steadyNow()};
-        lock->busy_ = false;
-        lock->prompting_ = false;
-        lock->lastReply_ = lock->clock_.steadyNow();
-        if (lock->afterAuthentication_) lock->afterAuthentication_();
-        if (reply.outcome == AuthenticationReply::Outcome::unavailable) lock->reportObstacle(reply.detail);
-        done(proven);
+        if (lock) done(lock->answerOf(reply));
       });
+}
+
+Lock::Answer Lock::answerOf(const AuthenticationReply& reply) {
+  using Outcome = AuthenticationReply::Outcome;
+  if (reply.outcome == Outcome::proven) lastUnlock_ = {clock_.now(), clock_.steadyNow()};
+  busy_ = false;
+  prompting_ = false;
+  lastReply_ = clock_.steadyNow();
+  if (afterAuthentication_) afterAuthentication_();
+  if (reply.outcome == Outcome::proven) return Answer::proven;
+  if (reply.outcome == Outcome::refused) return Answer::refused;
+  reportObstacle(reply.detail);
+  return Answer::unavailable;
 }
 
 bool Lock::isWithinGrace() const {

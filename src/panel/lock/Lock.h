@@ -18,6 +18,13 @@ class Lock final : public QObject {
  public:
   /// What the proof is for: one clip, or the whole history.
   enum class Reason { clip, history };
+  /// What came of asking.
+  enum class Answer {
+    proven,
+    refused,
+    /// Nobody could be asked.
+    unavailable,
+  };
 
   /// How long a proof holds.
   static constexpr std::chrono::seconds kGrace{60};
@@ -33,6 +40,9 @@ class Lock final : public QObject {
   /// called once the lock is gone.
   void authenticate(Reason reason, std::function<void(bool)> done);
 
+  /// The same for those to whom it matters why there is no proof.
+  void ask(Reason reason, std::function<void(Answer)> done);
+
   /// Whether the system's prompt is up, or was a moment ago: the keyboard is the prompt's.
   [[nodiscard]] bool isAuthenticating() const;
 
@@ -47,7 +57,9 @@ class Lock final : public QObject {
 
  private:
   [[nodiscard]] bool isWithinGrace() const;
-  void prompt(const AuthenticationReason& reason, std::function<void(bool)> done);
+  void prompt(const AuthenticationReason& reason, std::function<void(Answer)> done);
+  /// Notes how a prompt ended.
+  [[nodiscard]] Answer answerOf(const AuthenticationReply& reply);
   void reportObstacle(const QString& detail);
 
   DeviceAuthenticator& authenticator_;

@@ -1,3 +1,6 @@
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusPendingCall>
 #include <QGuiApplication>
 #include <QIcon>
 #include <QStandardPaths>
@@ -8,7 +11,6 @@
 #include "platform/linux/JsonUserDefaults.h"
 #include "platform/linux/LibsecretStore.h"
 #include "platform/linux/PolkitAuthenticator.h"
-#include "platform/linux/TrayStatusItem.h"
 #include "platform/linux/UnixTerminationSignal.h"
 #include "platform/linux/X11HotKeyRegistrar.h"
 #include "platform/linux/X11KeyReader.h"
@@ -21,6 +23,7 @@
 #include "platform/linux/XdgOpener.h"
 #include "platform/linux/imaging/ConfinedImaging.h"
 #include "platform/linux/preview/FilePreview.h"
+#include "platform/linux/tray/TrayStatusItem.h"
 
 namespace nimbrel {
 namespace {
@@ -44,6 +47,17 @@ class XtestTrust final : public AccessibilityTrust {
  private:
   std::shared_ptr<X11Desktop> desktop_;
 };
+
+/// Shown by the desktop's notification server, if one is running (Desktop Notifications Specification).
+void sendNotification(const QString& title, const QString& text) {
+  const QString server = QStringLiteral("org.freedesktop.Notifications");
+  auto call = QDBusMessage::createMethodCall(server, QStringLiteral("/org/freedesktop/Notifications"), server,
+                                             QStringLiteral("Notify"));
+  constexpr int kDefaultTime = -1;
+  call << QStringLiteral("Nimbrel") << 0U << QStringLiteral("app.nimbrel.Nimbrel") << title << text
+       << QStringList() << QVariantMap{{QStringLiteral("transient"), true}} << kDefaultTime;
+  QDBusConnection::sessionBus().asyncCall(call);
+}
 
 }  // namespace
 
@@ -79,11 +93,12 @@ Platform makePlatform() {
   platform.preview = std::make_unique<FilePreview>(*platform.imageCodec);
   // In memory, and gone with the session.
   platform.temporaryFolder = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
+  platform.notify = sendNotification;
   platform.makePanelWindow = [desktop](QWidget& widget) {
     return std::make_unique<X11PanelWindow>(widget, desktop->session);
   };
-  platform.makeStatusItem = [](std::function<QIcon(const QString&)> icon) {
-    return std::make_unique<TrayStatusItem>(std::move(icon));
+  platform.makeStatusItem = [](TrayIcon::DrawSymbol symbol) {
+    return std::make_unique<TrayStatusItem>(std::move(symbol));
   };
   return platform;
 }

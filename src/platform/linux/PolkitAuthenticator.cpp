@@ -57,6 +57,10 @@ constexpr const char* kPath = "/org/freedesktop/PolicyKit1/Authority";
 constexpr const char* kAuthority = "org.freedesktop.PolicyKit1.Authority";
 constexpr quint32 kAllowUserInteraction = 1;
 
+QString noBus() {
+  return QStringLiteral("no hay bus del sistema");
+}
+
 QDBusMessage methodCall(const char* interface, const char* method) {
   return QDBusMessage::createMethodCall(QLatin1String(kService), QLatin1String(kPath),
                                         QLatin1String(interface), QLatin1String(method));
@@ -103,7 +107,7 @@ void PolkitAuthenticator::canAuthenticate(std::function<void(std::optional<QStri
 
 void PolkitAuthenticator::askWhetherThere(std::function<void(std::optional<QString>)> done) {
   const QDBusConnection bus = QDBusConnection::systemBus();
-  if (!bus.isConnected()) return done(QStringLiteral("no hay bus del sistema"));
+  if (!bus.isConnected()) return done(noBus());
   auto question = methodCall("org.freedesktop.DBus.Properties", "Get");
   question << QLatin1String(kAuthority) << QStringLiteral("BackendName");
   auto* const watcher = new QDBusPendingCallWatcher(bus.asyncCall(question), this);
@@ -120,6 +124,13 @@ void PolkitAuthenticator::authenticate(const AuthenticationReason& reason,
   qDBusRegisterMetaType<PolkitSubject>();
   qDBusRegisterMetaType<PolkitDetails>();
   const QDBusConnection bus = QDBusConnection::systemBus();
+  // A call on a bus that is gone is never answered.
+  if (!bus.isConnected()) {
+    const AuthenticationReply reply{AuthenticationReply::Outcome::unavailable, noBus()};
+    QMetaObject::invokeMethod(
+        this, [reply, done = std::move(done)] { done(reply); }, Qt::QueuedConnection);
+    return;
+  }
   // Unlike a process id, the name on the bus cannot come to mean somebody else.
   const PolkitSubject subject{QStringLiteral("system-bus-name"),
                               {{QStringLiteral("name"), bus.baseService()}}};

@@ -2,6 +2,7 @@
 
 #include <QEvent>
 #include <QHBoxLayout>
+#include <QPointer>
 #include <QVBoxLayout>
 
 #include "look/Symbols.h"
@@ -41,10 +42,22 @@ SecuritySettingsTab::SecuritySettingsTab(const SettingsParts& parts, QWidget* pa
   for (const auto changed : {&AppSettings::lockModeChanged, &AppSettings::sensitiveExpiryChanged,
                              &AppSettings::softSensitiveExpiryChanged})
     connect(&settings, changed, this, &SecuritySettingsTab::showSettings);
-  connect(lock_, &QCheckBox::clicked, &settings,
-          [&settings](bool on) { settings.setLockMode(on ? LockMode::sensitiveOnly : LockMode::disabled); });
+  connect(lock_, &QCheckBox::clicked, this, &SecuritySettingsTab::switchLock);
   connect(hard_, &Picker::chosen, &settings, &AppSettings::setSensitiveExpiry);
   connect(soft_, &Picker::chosen, &settings, &AppSettings::setSoftSensitiveExpiry);
+}
+
+void SecuritySettingsTab::switchLock(bool on) {
+  if (on || !parts_.confirmUser)
+    return parts_.settings.setLockMode(on ? LockMode::sensitiveOnly : LockMode::disabled);
+  // Whoever finds the settings open must not see the secrets for that.
+  lock_->setChecked(true);
+  lock_->setEnabled(false);
+  parts_.confirmUser([tab = QPointer(this)](bool confirmed) {
+    if (!tab) return;
+    tab->lock_->setEnabled(true);
+    if (confirmed) tab->parts_.settings.setLockMode(LockMode::disabled);
+  });
 }
 
 Picker* SecuritySettingsTab::addExpiry(SettingsPage& page, const QString& label, const QString& caption) {

@@ -22,6 +22,7 @@ class SecuritySettingsTab final : public QWidget {
   void changeEvent(QEvent* event) override;
 
  private:
+  void switchLock(bool on);
   [[nodiscard]] Picker* addExpiry(SettingsPage& page, const QString& label, const QString& caption);
   [[nodiscard]] QWidget* makeStatus();
   void showSettings();

@@ -22,6 +22,9 @@ struct SettingsParts final {
   LoginItem& loginItem;
   ApplicationCatalog& applications;
   const Workspace& workspace;
+  /// Asks the user to prove who they are before secrets lose their protection, and tells whether that may be;
+  /// empty where nobody is to be asked.
+  std::function<void(std::function<void(bool)> done)> confirmUser;
   /// Whether the history is sealed on the disk.
   std::function<bool()> isEncrypted;
   /// The system's own way of choosing an application; empty where there is none.

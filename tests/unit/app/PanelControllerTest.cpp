@@ -34,7 +34,8 @@ class PanelControllerTest : public testing::PanelFixture {
                    .preview = preview,
                    .sideFiles = files,
                    .previewFolder = temporary.filePath(u"preview"_s),
-                   .lock = lock});
+                   .lock = lock,
+                   .notify = [this](const QString& title, const QString&) { notified.append(title); }});
   }
   ~PanelControllerTest() override { controller.reset(); }
 
@@ -55,6 +56,7 @@ class PanelControllerTest : public testing::PanelFixture {
   testing::FakeKeystrokePoster keystrokes;
   testing::FakeUserDefaults defaults;
   testing::FakePanelWindow* window = nullptr;
+  QStringList notified;
   testing::FakePreviewPanel preview;
   testing::FakeDeviceAuthenticator authenticator;
   QTemporaryDir temporary;
@@ -118,6 +120,7 @@ TEST_F(PanelControllerTest, SendsNothingWhenTheFocusDoesNotComeBack) {
   window->focusHandler(false);
   EXPECT_EQ(keystrokes.pastes, 0);
   EXPECT_TRUE(log.has(u"No se pegó"_s));
+  EXPECT_EQ(notified, QStringList{u"No se ha pegado"_s});
   EXPECT_EQ(pasteboard.writes.size(), 1);
 }
 

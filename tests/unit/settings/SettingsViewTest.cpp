@@ -34,6 +34,7 @@ class SettingsViewTest : public ::testing::Test {
                                                         .loginItem = loginItem,
                                                         .applications = catalog,
                                                         .workspace = workspace,
+                                                        .confirmUser = confirmUser,
                                                         .isEncrypted = [this] { return encrypted; },
                                                         .chooseApplication = chooser});
     view->show();
@@ -107,6 +108,7 @@ class SettingsViewTest : public ::testing::Test {
   FakeLoginItem loginItem;
   FakeApplicationCatalog catalog;
   FakeWorkspace workspace;
+  std::function<void(std::function<void(bool)>)> confirmUser;
   bool encrypted = true;
   std::function<void(QWidget*, std::function<void(const InstalledApplication&)>)> chooser;
   std::unique_ptr<SettingsView> view;
@@ -237,6 +239,28 @@ TEST_F(SettingsViewTest, SwitchesTheLock) {
   QTest::keyClick(lock, Qt::Key_Space);
   EXPECT_EQ(values().lockMode, LockMode::sensitiveOnly);
   QTest::keyClick(lock, Qt::Key_Space);
+  EXPECT_EQ(values().lockMode, LockMode::disabled);
+}
+
+TEST_F(SettingsViewTest, SwitchesTheLockOffForTheUserAlone) {
+  std::function<void(bool)> answer;
+  confirmUser = [&](std::function<void(bool)> done) { answer = std::move(done); };
+  openTab(1);
+  QCheckBox* const lock = toggle(u"Proteger datos sensibles con Touch ID"_s);
+  QTest::keyClick(lock, Qt::Key_Space);
+  EXPECT_FALSE(answer);
+  EXPECT_EQ(values().lockMode, LockMode::sensitiveOnly);
+  for (const bool confirmed : {false, true}) {
+    QTest::keyClick(lock, Qt::Key_Space);
+    ASSERT_TRUE(answer);
+    EXPECT_TRUE(lock->isChecked());
+    EXPECT_FALSE(lock->isEnabled());
+    EXPECT_EQ(values().lockMode, LockMode::sensitiveOnly);
+    std::exchange(answer, {})(confirmed);
+    EXPECT_TRUE(lock->isEnabled());
+    EXPECT_EQ(lock->isChecked(), !confirmed);
+    lock->setFocus();
+  }
   EXPECT_EQ(values().lockMode, LockMode::disabled);
 }
 

@@ -20,10 +20,6 @@
 namespace nimbrel {
 namespace {
 
-struct Texts {
-  Q_DECLARE_TR_FUNCTIONS(PreviewWindow)
-};
-
 constexpr QSize kSize{460, 440};
 constexpr int kGap = 10;
 constexpr int kMargin = 8;
@@ -99,7 +95,7 @@ PreviewWindow::PreviewWindow()
     : QWidget(nullptr, Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint |
                            Qt::X11BypassWindowManagerHint | Qt::WindowDoesNotAcceptFocus) {
   setObjectName(QStringLiteral("previewWindow"));
-  setWindowTitle(Texts::tr("Vista rápida"));
+  setWindowTitle(QCoreApplication::translate("PreviewWindow", "Vista rápida"));
   setAttribute(Qt::WA_ShowWithoutActivating);
   resize(kSize);
   title_ = plainLabel(this);
@@ -109,7 +105,7 @@ PreviewWindow::PreviewWindow()
   close->setText(QStringLiteral("✕"));
   close->setAutoRaise(true);
   close->setFocusPolicy(Qt::NoFocus);
-  close->setAccessibleName(Texts::tr("Cerrar"));
+  close->setAccessibleName(QCoreApplication::translate("PreviewWindow", "Cerrar"));
   connect(close, &QToolButton::clicked, this, &QWidget::hide);
   auto* const top = new QHBoxLayout;
   top->addSpacing(close->sizeHint().width());
@@ -137,13 +133,13 @@ PreviewWindow::PreviewWindow()
     column->addWidget(label);
   column->addStretch();
   nothing_ = plainLabel(this);
-  nothing_->setText(Texts::tr("Nada que mostrar"));
+  nothing_->setText(QCoreApplication::translate("PreviewWindow", "Nada que mostrar"));
   pages_ = new QStackedWidget(this);
   for (QWidget* const page : {static_cast<QWidget*>(text_), static_cast<QWidget*>(picture_), facts_,
                               static_cast<QWidget*>(nothing_)})
     pages_->addWidget(page);
   note_ = plainLabel(this);
-  note_->setText(Texts::tr("Se muestra el principio del texto."));
+  note_->setText(QCoreApplication::translate("PreviewWindow", "Se muestra el principio del texto."));
   auto* const whole = new QVBoxLayout(this);
   whole->setContentsMargins(10, 6, 10, 10);
   whole->addLayout(top);
@@ -177,7 +173,8 @@ void PreviewWindow::showFacts(const PreviewFacts& facts) {
   name_->setText(facts.name);
   QStringList details{facts.type};
   if (facts.isFolder)
-    details.append(Texts::tr("%n elemento(s)", nullptr, static_cast<int>(facts.size)));
+    details.append(QCoreApplication::translate("PreviewWindow", "%n elemento(s)", nullptr,
+                                               static_cast<int>(facts.size)));
   else if (facts.size >= 0)
     details.append(QLocale().formattedDataSize(facts.size));
   details_->setText(details.join(QStringLiteral(" · ")));
