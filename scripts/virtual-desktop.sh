@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Runs a command on a private desktop: an X server, a D-Bus session that stands for the system's bus too, an unlocked key store, a window manager and a
-# tray, with folders of its own, all gone afterwards.
+# Runs a command on a private desktop: an X server, a D-Bus session that stands for the system's bus too, an unlocked
+# key store, a window manager and a tray, with folders of its own, all gone afterwards.
 #
 #   scripts/virtual-desktop.sh COMMAND [ARGUMENT…]
 #

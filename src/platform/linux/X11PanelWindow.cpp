@@ -77,12 +77,7 @@ bool X11PanelWindow::blendsWithDesktop() {
 void X11PanelWindow::present() {
   if (!session_.isConnected()) return widget_.show();
   session_.watchRawEvents(XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS, true);
-  const auto focus = session_.reply(xcb_get_input_focus_reply, xcb_get_input_focus(session_.connection()));
-  if (focus && focus->focus != window()) {
-    previousFocus_ = focus->focus;
-    previousRevertTo_ = focus->revert_to;
-    watchPreviousFocus();
-  }
+  rememberFocus();
   presented_ = true;
   widget_.show();
   widget_.raise();
@@ -146,6 +141,7 @@ void X11PanelWindow::pretendFocus(bool focused) {
 
 void X11PanelWindow::dismiss(bool returnFocus) {
   presented_ = false;
+  left_ = false;
   idleTimer_.stop();
   stackingTimer_.stop();
   session_.watchRawEvents(XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS, false);
@@ -174,6 +170,7 @@ void X11PanelWindow::comeForward() {
   if (!presented_ || !session_.isConnected()) return;
   stackingTimer_.stop();
   widget_.raise();
+  if (std::exchange(left_, false)) rememberFocus();
   if (loan_ == Loan::keyboard) return;
   // Whoever had the keyboard before gets it back from the panel that has borrowed it, so that the panel need
   // not.
@@ -212,9 +209,13 @@ void X11PanelWindow::stayBelowFocus() {
   session_.flush();
 }
 
-void X11PanelWindow::watchPreviousFocus() {
-  // The window manager and the panel's own connection watch the root for other things.
+void X11PanelWindow::rememberFocus() {
+  const auto focus = session_.reply(xcb_get_input_focus_reply, xcb_get_input_focus(session_.connection()));
+  if (!focus || focus->focus == window()) return;
+  previousFocus_ = focus->focus;
+  previousRevertTo_ = focus->revert_to;
   if (previousFocus_ <= XCB_INPUT_FOCUS_POINTER_ROOT || previousFocus_ == session_.root()) return;
+  // To hear of its end.
   const std::uint32_t events = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
   xcb_change_window_attributes(session_.connection(), previousFocus_, XCB_CW_EVENT_MASK, &events);
   session_.flush();
@@ -294,7 +295,10 @@ void X11PanelWindow::handle(const xcb_generic_event_t& event) {
 void X11PanelWindow::resign() {
   if (!presented_ || QApplication::activePopupWidget() || !resignHandler_) return;
   resignHandler_();
-  if (presented_) letGo();
+  if (!presented_) return;
+  letGo();
+  // For another window, unless it is a prompt that will be gone.
+  left_ = !stackingTimer_.isActive();
 }
 
 }  // namespace nimbrel

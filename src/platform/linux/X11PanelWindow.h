@@ -45,7 +45,8 @@ class X11PanelWindow final : public QObject, public PanelWindow, private QAbstra
   void letGo();
   void stayBelowFocus();
   [[nodiscard]] xcb_window_t topLevelOf(xcb_window_t window);
-  void watchPreviousFocus();
+  /// Notes who has the keyboard, to give it back.
+  void rememberFocus();
   void checkFocus();
   [[nodiscard]] bool focusIsBack();
   [[nodiscard]] xcb_window_t window() const;
@@ -63,6 +64,8 @@ class X11PanelWindow final : public QObject, public PanelWindow, private QAbstra
   std::function<void(bool)> focusHandler_;
   QTimer focusTimer_;
   int focusChecksLeft_ = 0;
+  /// Whether the user has turned to another window and left the panel open.
+  bool left_ = false;
   QTimer idleTimer_;
   /// Runs while another window may come up that belongs above the panel.
   QTimer stackingTimer_;

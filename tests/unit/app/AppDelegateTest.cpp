@@ -2,10 +2,15 @@
 
 #include <gmock/gmock.h>
 
+#include <QCheckBox>
 #include <QComboBox>
 #include <QCoreApplication>
+#include <QDir>
+#include <QLineEdit>
+#include <QMenu>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QThread>
 #include <algorithm>
 
 #include "app/HistoryOpening.h"
@@ -43,8 +48,15 @@ class AppDelegateTest : public ::testing::Test {
     keep(platform.authenticator, authenticator);
     keep(platform.preview, preview);
     platform.temporaryFolder = home.filePath(u"run"_s);
-    platform.makePanelWindow = [](QWidget& widget) { return std::make_unique<FakePanelWindow>(widget); };
+    platform.makePanelWindow = [this](QWidget& widget) {
+      steps.append(u"panel"_s);
+      panel = &widget;
+      auto made = std::make_unique<FakePanelWindow>(widget);
+      panelWindow = made.get();
+      return made;
+    };
     platform.makeStatusItem = [this](const auto&) {
+      steps.append(u"status item"_s);
       auto made = std::make_unique<FakeStatusItem>();
       statusItem = made.get();
       return made;
@@ -71,6 +83,17 @@ class AppDelegateTest : public ::testing::Test {
     recorder->findChild<QPushButton*>()->click();
     keys->next = key;
     QTest::keyClick(recorder->findChild<KeyCaptureView*>(), Qt::Key_X);
+  }
+  [[nodiscard]] bool isPanelVisible() const { return panel->isVisible(); }
+  [[nodiscard]] QMenu* openClipMenu() {
+    QTest::keyClick(panel->findChild<QLineEdit*>(u"searchField"_s), Qt::Key_F10, Qt::ShiftModifier);
+    return panel->findChild<QMenu*>(u"clipMenu"_s);
+  }
+  [[nodiscard]] QCheckBox* lockSwitch() {
+    const auto boxes = delegate->settingsView()->findChildren<QCheckBox*>();
+    return *std::find_if(boxes.begin(), boxes.end(), [](const QCheckBox* box) {
+      return box->text() == u"Proteger datos sensibles con Touch ID";
+    });
   }
   void pressNext() {
     for (auto it = hotKeys->registered.begin(); it != hotKeys->registered.end(); ++it) {
@@ -103,6 +126,10 @@ class AppDelegateTest : public ::testing::Test {
   FakeDeviceAuthenticator* authenticator = nullptr;
   FakePreviewPanel* preview = nullptr;
   FakeStatusItem* statusItem = nullptr;
+  FakePanelWindow* panelWindow = nullptr;
+  QWidget* panel = nullptr;
+  /// What was put up, in order.
+  QStringList steps;
   std::unique_ptr<HistoryCipher> cipher;
   std::unique_ptr<AppDelegate> delegate;
 
@@ -129,6 +156,87 @@ TEST_F(AppDelegateTest, TheNextHotKeyPastesTheQueuedClipsOneAfterTheOther) {
   EXPECT_EQ(pasteboard->text, u"b"_s);
   EXPECT_EQ(keystrokes->pastes, 2);
   EXPECT_EQ(statusItem->state.title, QString());
+}
+
+TEST_F(AppDelegateTest, ComesUpInOrder) {
+  delegate.reset();
+  steps.clear();
+  hotKeys->taken = {{9, 768}, {45, 768}};
+  start();
+  // The refusals tell when the hot keys were tried.
+  EXPECT_EQ(steps, (QStringList{u"status item"_s, u"panel"_s}));
+  EXPECT_EQ(log.lines(), (QStringList{u"No se pudo registrar ⇧⌘V: puede que otra app lo use."_s,
+                                      u"No se pudo registrar ⇧⌘N: puede que otra app lo use."_s}));
+  EXPECT_EQ(statusItem->state, (StatusItemState{u"doc.on.clipboard"_s, u"Nimbrel"_s, {}}));
+  statusItem->handler();
+  EXPECT_TRUE(isPanelVisible());
+}
+
+TEST_F(AppDelegateTest, WhatHasExpiredDoesNotSurviveTheEnd) {
+  delegate->settings().setSoftSensitiveExpiry(1);
+  copy(u"482913"_s);
+  copy(u"queda"_s);
+  ASSERT_EQ(delegate->store().items().size(), 2);
+  // Without the timer that would sweep it.
+  QThread::msleep(1100);
+  delegate->applicationWillTerminate();
+  EXPECT_EQ(delegate->store().items().size(), 1);
+  delegate.reset();
+  const auto database = openHistory(directory, *cipher, *platform.defaults, clock);
+  EXPECT_EQ(database->loadAll().clips.size(), 1);
+}
+
+TEST_F(AppDelegateTest, ThePreviewLeavesNothingBehindAtTheEnd) {
+  copy(u"hola"_s);
+  delegate->showPanel();
+  QTest::keyClick(panel->findChild<QLineEdit*>(u"searchField"_s), Qt::Key_Space);
+  ASSERT_TRUE(QTest::qWaitFor([this] { return preview->visible; }));
+  const QDir folder(platform.temporaryFolder + u"/nimbrel-preview"_s);
+  EXPECT_EQ(folder.entryList(QDir::Files).size(), 1);
+  delegate->applicationWillTerminate();
+  EXPECT_TRUE(folder.entryList(QDir::Files).isEmpty());
+}
+
+TEST_F(AppDelegateTest, TakesInTextsOfOtherDevices) {
+  delegate->openUrls({u"nimbrel://add?text=hola&source=ipad"_s});
+  ASSERT_EQ(delegate->store().items().size(), 1);
+  EXPECT_EQ(delegate->store().items().at(0)->clip.sourceName, u"iPad"_s);
+}
+
+TEST_F(AppDelegateTest, TheLockGivesTheKeyboardBackToThePanel) {
+  delegate->settings().setLockMode(LockMode::sensitiveOnly);
+  copy(u"4111 1111 1111 1111"_s);
+  delegate->showPanel();
+  QMenu* const menu = openClipMenu();
+  ASSERT_TRUE(menu);
+  const auto actions = menu->actions();
+  const auto unlock = std::find_if(actions.begin(), actions.end(), [](const QAction* action) {
+    return action->text() == u"Desbloquear con Touch ID";
+  });
+  ASSERT_NE(unlock, actions.end());
+  (*unlock)->trigger();
+  EXPECT_EQ(authenticator->asked, QStringList{u"ver la credencial guardada en Nimbrel"_s});
+  EXPECT_EQ(panelWindow->stepsBack, 1);
+  authenticator->reply(AuthenticationReply::Outcome::proven);
+  EXPECT_EQ(panelWindow->stepsForward, 1);
+}
+
+TEST_F(AppDelegateTest, SwitchingTheLockOffAsksForTheWholeHistory) {
+  delegate->settings().setLockMode(LockMode::sensitiveOnly);
+  delegate->openSettings();
+  QCheckBox* const lock = lockSwitch();
+  lock->click();
+  EXPECT_EQ(authenticator->asked, QStringList{u"ver el historial del portapapeles"_s});
+  authenticator->reply(AuthenticationReply::Outcome::refused);
+  EXPECT_EQ(delegate->settings().values().lockMode, LockMode::sensitiveOnly);
+}
+
+TEST_F(AppDelegateTest, WhereNobodyCanBeAskedTheLockCanBeSwitchedOff) {
+  authenticator->obstacle = u"no hay agente"_s;
+  delegate->settings().setLockMode(LockMode::sensitiveOnly);
+  delegate->openSettings();
+  lockSwitch()->click();
+  EXPECT_EQ(delegate->settings().values().lockMode, LockMode::disabled);
 }
 
 TEST_F(AppDelegateTest, ThePanelKnowsTheIconsOfTheApplicationsItShows) {
