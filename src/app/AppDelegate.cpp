@@ -86,17 +86,21 @@ PanelServices AppDelegate::panelServices() {
       .icons = icons_};
 }
 
+QString AppDelegate::previewFolder() const {
+  if (platform_.temporaryFolder.isEmpty()) return {};
+  return QDir(platform_.temporaryFolder).filePath(QStringLiteral("nimbrel-preview"));
+}
+
 void AppDelegate::makePanel() {
-  panel_ = std::make_unique<PanelController>(
-      PanelParts{.services = panelServices(),
-                 .keystrokes = *platform_.keystrokes,
-                 .defaults = *platform_.defaults,
-                 .makeWindow = platform_.makePanelWindow,
-                 .preview = *platform_.preview,
-                 .sideFiles = files_,
-                 .previewFolder = QDir(platform_.temporaryFolder).filePath(QStringLiteral("nimbrel-preview")),
-                 .lock = lock_,
-                 .notify = platform_.notify});
+  panel_ = std::make_unique<PanelController>(PanelParts{.services = panelServices(),
+                                                        .keystrokes = *platform_.keystrokes,
+                                                        .defaults = *platform_.defaults,
+                                                        .makeWindow = platform_.makePanelWindow,
+                                                        .preview = *platform_.preview,
+                                                        .sideFiles = files_,
+                                                        .previewFolder = previewFolder(),
+                                                        .lock = lock_,
+                                                        .notify = platform_.notify});
   connect(panel_.get(), &PanelController::settingsRequested, this, &AppDelegate::openSettings);
   connect(panel_.get(), &PanelController::quitRequested, qApp, &QApplication::quit);
 }
@@ -201,7 +205,10 @@ void AppDelegate::openSettings() {
 }
 
 void AppDelegate::showPanel() {
-  if (!panel_->isVisible()) panel_->showPanel();
+  if (panel_->isVisible())
+    panel_->refocusPanel();
+  else
+    panel_->showPanel();
 }
 
 }  // namespace nimbrel

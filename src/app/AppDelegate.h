@@ -61,6 +61,7 @@ class AppDelegate final : public QObject {
 
  private:
   void putUpStatusItem();
+  [[nodiscard]] QString previewFolder() const;
   void makePanel();
   [[nodiscard]] PanelServices panelServices();
   void registerHotKeys();
@@ -101,6 +102,8 @@ class AppDelegate final : public QObject {
   std::unique_ptr<SettingsWindow> settingsWindow_;
   QTimer sweepTimer_;
   bool terminated_ = false;
+  /// Nothing activates the program when the panel is shown; kept for desktops that may need it.
+  [[maybe_unused]] bool activateOnShow_ = false;
 };
 
 }  // namespace nimbrel

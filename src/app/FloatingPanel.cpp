@@ -106,8 +106,11 @@ void FloatingPanel::resizeEvent(QResizeEvent* event) {
 }
 
 void FloatingPanel::shape() {
-  if (blended_) return clearMask();
-  setMask(QRegion(rounded(rect(), kRadius).toFillPolygon().toPolygon()));
+  if (blended_)
+    clearMask();
+  else
+    setMask(QRegion(rounded(rect(), kRadius).toFillPolygon().toPolygon()));
+  Q_EMIT panelRectChanged();
 }
 
 }  // namespace nimbrel

@@ -26,7 +26,8 @@ class FloatingPanel final : public QWidget {
 
   /// The panel without its shadow.
   [[nodiscard]] QSize panelSize() const;
-  /// Where on the screen it is.
+  /// The panel without its shadow, in the window and on the screen.
+  [[nodiscard]] QRect panelRect() const;
   [[nodiscard]] QRect panelArea() const { return panelRect().translated(geometry().topLeft()); }
   void resizePanel(const QSize& size);
   void movePanel(const QPoint& topLeft);
@@ -34,6 +35,8 @@ class FloatingPanel final : public QWidget {
  Q_SIGNALS:
   /// The user has drawn the panel to another size.
   void resizedByUser();
+  /// The panel is another part of the window.
+  void panelRectChanged();
 
  protected:
   void paintEvent(QPaintEvent* event) override;
@@ -41,7 +44,6 @@ class FloatingPanel final : public QWidget {
 
  private:
   [[nodiscard]] int shadowMargin() const;
-  [[nodiscard]] QRect panelRect() const;
   void shape();
 
   bool blended_ = false;

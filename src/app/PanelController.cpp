@@ -32,6 +32,8 @@ PanelController::PanelController(const PanelParts& parts)
   panel_.resizePanel(storedPanelSize(parts_.defaults, FloatingPanel::kSize));
   connect(&panel_, &FloatingPanel::resizedByUser, this,
           [this] { storePanelSize(parts_.defaults, panel_.panelSize()); });
+  connect(&panel_, &FloatingPanel::panelRectChanged, this,
+          [this] { window_->setPanelArea(panel_.panelRect()); });
   connectContent();
   connectPreview();
 }
@@ -41,8 +43,13 @@ void PanelController::connectContent() {
   connect(content_, &ContentView::settingsRequested, this, &PanelController::settingsRequested);
   connect(content_, &ContentView::quitRequested, this, &PanelController::quitRequested);
   connect(content_, &ContentView::dismissRequested, this, &PanelController::dismiss);
-  connect(&parts_.lock, &Lock::promptOpens, this, [this] { window_->stepBack(); });
-  connect(&parts_.lock, &Lock::unavailable, content_, &ContentView::tellLockUnavailable);
+  connect(&parts_.lock, &Lock::promptOpens, this, [this] {
+    quickLook_->close();
+    window_->stepBack();
+  });
+  connect(&parts_.lock, &Lock::unavailable, content_, [this](Lock::Reason reason) {
+    if (reason == Lock::Reason::clip) content_->tellLockUnavailable();
+  });
 }
 
 void PanelController::connectPreview() {
@@ -78,18 +85,24 @@ void PanelController::showPanel() {
   pasteTimer_.stop();
   parts_.services.permission.recheck();
   panel_.setBlended(window_->blendsWithDesktop());
+  window_->setPanelArea(panel_.panelRect());
   panel_.movePanel(panelOrigin(panel_.panelSize(), QCursor::pos(), screenFrames()));
   window_->present();
+  if (parts_.lock.isPrompting()) window_->stepBack();
   content_->panelDidShow();
 }
 
 void PanelController::resignKey() {
-  // The system's prompt takes the keyboard; whoever looks at the preview may turn elsewhere meanwhile.
-  if (!parts_.lock.isAuthenticating() && !isPreviewing()) hidePanel(Focus::leave);
+  // Whoever looks at the preview may turn elsewhere meanwhile, and the system's prompt takes the keyboard.
+  if (!parts_.lock.isAuthenticating() && !isPreviewing()) return hidePanel(Focus::leave);
+  // A prompt that goes slowly may take it once more.
+  if (parts_.lock.isAuthenticating() && !parts_.lock.isPrompting())
+    QTimer::singleShot(Lock::kSettling, this, &PanelController::refocusPanel);
 }
 
 void PanelController::refocusPanel() {
-  if (isVisible()) window_->comeForward();
+  // While the prompt is up the keyboard is the prompt's.
+  if (isVisible() && !parts_.lock.isPrompting()) window_->comeForward();
 }
 
 void PanelController::dismiss() {
@@ -104,6 +117,7 @@ void PanelController::hidePanel(Focus focus) {
   lastHide_ = parts_.services.clock.steadyNow();
   window_->dismiss(focus == Focus::giveBack);
   quickLook_->close();
+  parts_.lock.withdraw();
   content_->panelDidHide();
 }
 

@@ -36,7 +36,7 @@ std::optional<PreviewFile> PreviewFiles::fileFor(const ClipItem& clip) {
 }
 
 bool PreviewFiles::prepareFolder() const {
-  if (!QDir().mkpath(folder_)) return false;
+  if (folder_.isEmpty() || !QDir().mkpath(folder_)) return false;
   const QFileInfo folder(folder_);
   // Whoever else put something there could read what comes into it.
   if (folder.isSymLink() || !folder.isDir()) return false;
@@ -56,7 +56,7 @@ void PreviewFiles::remove(const QUrl& file) {
 }
 
 void PreviewFiles::removeAll() const {
-  if (QFileInfo(folder_).isSymLink()) return;
+  if (folder_.isEmpty() || QFileInfo(folder_).isSymLink()) return;
   QDir folder(folder_);
   const auto entries = folder.entryList(QDir::Files | QDir::Hidden | QDir::System);
   for (const QString& entry : entries)

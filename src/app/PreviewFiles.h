@@ -19,11 +19,10 @@ struct PreviewFile final {
 };
 
 /// Writes clips, in clear, into files for the preview: for their owner alone (0600), in a folder of their own
-/// (0700). Any thread; every method works on the disk, so never the main one, except at the start and the
-/// end.
+/// (0700). Any thread; writing waits for the disk, so never on the main one.
 class PreviewFiles final {
  public:
-  /// The folder is made when it is needed; the side files outlive this.
+  /// The folder is made when it is needed; without one nothing is written. The side files outlive this.
   PreviewFiles(const QString& folder, SideFiles& sideFiles) : folder_(folder), sideFiles_(sideFiles) {}
 
   /// The clip's own file where it refers to one that exists, else a new temporary file with its picture or

@@ -28,15 +28,13 @@ void QuickLook::toggle(const ClipRef& clip) {
 void QuickLook::update(const ClipRef& clip) {
   if (!isVisible() && !opening_) return;
   if (clip) return prepare(clip, opening_);
-  ++request_;
-  opening_ = false;
-  dataSource_.url.reset();
-  if (isVisible()) preview_.reload(std::nullopt);
+  showNothing();
 }
 
 void QuickLook::prepare(const ClipRef& clip, bool opens) {
   const int request = ++request_;
   opening_ = opens;
+  current_ = clip->clip.id;
   const QUuid id = clip->clip.id;
   background_.run([this, clip] { return files_.fileFor(clip->clip); },
                   [this, request, id, opens](const std::optional<PreviewFile>& file) {
@@ -64,17 +62,29 @@ void QuickLook::close() {
 
 void QuickLook::closed() {
   ++request_;
+  current_ = QUuid();
   dataSource_.url.reset();
   removeFiles();
   if (closedHandler_) closedHandler_();
 }
 
 void QuickLook::forget(const QUuid& clip) {
+  if (clip == current_) showNothing();
   const auto gone = std::stable_partition(previewTempFiles_.begin(), previewTempFiles_.end(),
                                           [&](const TemporaryFile& file) { return file.clip != clip; });
   std::for_each(gone, previewTempFiles_.end(),
                 [](const TemporaryFile& file) { PreviewFiles::remove(file.url); });
   previewTempFiles_.erase(gone, previewTempFiles_.end());
+}
+
+void QuickLook::showNothing() {
+  ++request_;
+  opening_ = false;
+  current_ = QUuid();
+  dataSource_.url.reset();
+  if (isVisible()) preview_.reload(std::nullopt);
+  // What was seen until now may be what must not be seen any more.
+  removeFiles();
 }
 
 void QuickLook::removeFiles() {
@@ -86,6 +96,7 @@ void QuickLook::removeFiles() {
 void QuickLook::finish() {
   ++request_;
   removeFiles();
+  files_.removeAll();
   // Behind whatever is still being written.
   background_.wait();
   files_.removeAll();

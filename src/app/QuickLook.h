@@ -31,7 +31,7 @@ class QuickLook final : public QObject {
   /// Closes the preview and deletes the files that were written for it.
   void close();
 
-  /// Deletes the file of a clip that is gone, where one was written.
+  /// A clip is gone: it is not shown any more, and its file is deleted where one was written.
   void forget(const QUuid& clip);
 
   /// *Waits* until no file is left, whatever the window still shows: the desktop may be gone already. For the
@@ -54,6 +54,7 @@ class QuickLook final : public QObject {
   void prepare(const ClipRef& clip, bool opens);
   void show(const QUuid& clip, const std::optional<PreviewFile>& file, bool opens);
   void closed();
+  void showNothing();
   void removeFiles();
 
   PreviewPanel& preview_;
@@ -61,6 +62,8 @@ class QuickLook final : public QObject {
   std::function<QRect()> panelArea_;
   std::function<void()> closedHandler_;
   SinglePreviewDataSource dataSource_;
+  /// The clip that is shown, or about to be.
+  QUuid current_;
   QList<TemporaryFile> previewTempFiles_;
   /// Which request is the last one: what belongs to an earlier one is not shown any more.
   int request_ = 0;

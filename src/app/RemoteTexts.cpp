@@ -14,6 +14,9 @@ namespace {
 /// A byte takes three characters at most, and the rest of a URL is short.
 constexpr qsizetype kMaxUrlCharacters = 3 * kMaxTextBytes + 4096;
 
+/// What looking at an empty one costs.
+constexpr qsizetype kCostOfUrl = 1000;
+
 using Items = QList<std::pair<QString, QString>>;
 
 std::optional<QString> firstNamed(const Items& items, QStringView name) {
@@ -46,7 +49,7 @@ std::optional<RemoteText> remoteTextOf(const QString& url) {
 void RemoteTexts::openUrls(const QStringList& urls) {
   for (const QString& url : urls) {
     // Before the URL is looked at: a flood costs no more than that.
-    if (!mayAdd()) return refuse();
+    if (!mayLookAt(url)) return refuse();
     const auto remote = remoteTextOf(url);
     if (!remote || remote->text.toUtf8().size() > kMaxTextBytes) continue;
     refusing_ = false;
@@ -55,16 +58,24 @@ void RemoteTexts::openUrls(const QStringList& urls) {
   }
 }
 
-bool RemoteTexts::mayAdd() {
+bool RemoteTexts::mayLookAt(const QString& url) {
   const auto now = clock_.steadyNow();
   while (!additions_.empty() && now - additions_.front() >= kWindow)
     additions_.pop_front();
-  return additions_.size() < kMaxAdditions;
+  while (!looks_.empty() && now - looks_.front().moment >= kWindow) {
+    lookedAt_ -= looks_.front().characters;
+    looks_.pop_front();
+  }
+  const qsizetype cost = std::min(url.size(), kMaxUrlCharacters) + kCostOfUrl;
+  if (additions_.size() >= kMaxAdditions || lookedAt_ + cost > kMaxCharacters) return false;
+  looks_.push_back({now, cost});
+  lookedAt_ += cost;
+  return true;
 }
 
 void RemoteTexts::refuse() {
   if (std::exchange(refusing_, true)) return;
-  qCWarning(clipboardLog, "No se añadió lo recibido por URL: más de %d textos en %d segundos",
+  qCWarning(clipboardLog, "No se añadió lo recibido por URL: más de %d textos, o demasiado, en %d segundos",
             static_cast<int>(kMaxAdditions), static_cast<int>(kWindow.count()));
 }
 

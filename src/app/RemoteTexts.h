@@ -32,6 +32,8 @@ class RemoteTexts final {
   /// No more texts than this are added in any `kWindow`.
   static constexpr std::size_t kMaxAdditions = 20;
   static constexpr std::chrono::seconds kWindow{10};
+  /// Nor are URLs with more characters than this looked at, each with some for itself.
+  static constexpr qsizetype kMaxCharacters = 16'000'000;
 
   /// Both outlive this.
   RemoteTexts(ClipboardStore& store, const Clock& clock) : store_(store), clock_(clock) {}
@@ -41,12 +43,18 @@ class RemoteTexts final {
   void openUrls(const QStringList& urls);
 
  private:
-  [[nodiscard]] bool mayAdd();
+  [[nodiscard]] bool mayLookAt(const QString& url);
   void refuse();
 
   ClipboardStore& store_;
   const Clock& clock_;
+  struct Look {
+    std::chrono::steady_clock::time_point moment;
+    qsizetype characters = 0;
+  };
   std::deque<std::chrono::steady_clock::time_point> additions_;
+  std::deque<Look> looks_;
+  qsizetype lookedAt_ = 0;
   bool refusing_ = false;
 };
 

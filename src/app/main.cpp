@@ -6,11 +6,13 @@
 #include <QSessionManager>
 #include <QThread>
 #include <algorithm>
+#include <chrono>
 #include <functional>
 #include <future>
 #include <memory>
 #include <new>
 #include <optional>
+#include <thread>
 #include <variant>
 
 #include "app/AppDelegate.h"
@@ -96,6 +98,16 @@ void leaveRestartToTheDesktop(QGuiApplication& application) {
                    Qt::DirectConnection);
 }
 
+/// Ends the process when it does not end by itself: a file on a network that has gone must not keep the
+/// session from ending. By then everything that matters is on the disk.
+void endSoon() {
+  static constexpr std::chrono::seconds kPatience(20);
+  std::thread([] {
+    std::this_thread::sleep_for(kPatience);
+    std::_Exit(0);
+  }).detach();
+}
+
 int runApplication(int argc, char** argv, const RunCommand& command) {
   preparePlatform();
   QApplication application(argc, argv);
@@ -131,6 +143,7 @@ int runApplication(int argc, char** argv, const RunCommand& command) {
   platform.termination->setLastHandler([&delegate] { delegate.applicationWillTerminate(); });
   QObject::connect(&application, &QCoreApplication::aboutToQuit, &delegate,
                    &AppDelegate::applicationWillTerminate);
+  QObject::connect(&application, &QCoreApplication::aboutToQuit, &application, endSoon);
   delegate.applicationDidFinishLaunching();
   delegate.openUrls(command.urls);
   platform.instance->setRequests(

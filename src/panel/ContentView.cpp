@@ -149,7 +149,12 @@ void ContentView::followModel() {
     keepSelection();
     showSelection();
   });
-  connect(model_, &QAbstractItemModel::dataChanged, this, [this] { updateState(); });
+  connect(model_, &QAbstractItemModel::dataChanged, this, [this] {
+    updateState();
+    // A clip may be found a secret while it is looked at.
+    const int row = selectedRow();
+    if (row >= 0 && selectionHidden_ != (model_->secrecyOf(row) == Secrecy::masked)) tellOfSelection(row);
+  });
   const auto repaint = qOverload<>(&QWidget::update);
   connect(&services_.store.thumbnails(), &Thumbnails::ready, list_->viewport(), repaint);
   connect(&services_.store.examiner(), &ClipExaminer::examined, list_->viewport(), repaint);
@@ -177,10 +182,7 @@ void ContentView::followActions() {
     if (const auto row = model_->rowOf(id)) select(*row);
     showSelection();
   });
-  connect(&actions_, &ClipActions::unlocked, this, [this](const QUuid& id) {
-    model_->reveal(id);
-    if (id == selectedId_) tellOfSelection(selectedRow());
-  });
+  connect(&actions_, &ClipActions::unlocked, this, [this](const QUuid& id) { model_->reveal(id); });
   connect(notice_, &NoticeBar::activated, &actions_, &ClipActions::undoRemoval);
   connect(notice_, &NoticeBar::dismissed, this, [this] { services_.store.settleRemovals(); });
   connect(notice_, &NoticeBar::keyboardReleased, this, [this] { search_->setFocus(Qt::OtherFocusReason); });
@@ -269,7 +271,8 @@ void ContentView::select(int row) {
     list_->setCurrentIndex(model_->index(row));
   }
   updateState();
-  if (!selectedId_ || selectedId_ == before) return;
+  if (selectedId_ == before) return;
+  if (!selectedId_) return tellOfSelection(-1);
   if (QAccessible::isActive()) {
     // The keyboard stays in the search field; what a screen reader is to tell of is the row.
     QAccessibleEvent focus(list_, QAccessible::Focus);
@@ -280,8 +283,8 @@ void ContentView::select(int row) {
 }
 
 void ContentView::tellOfSelection(int row) {
-  const bool masked = model_->secrecyOf(row) == Secrecy::masked;
-  Q_EMIT quickLookSelectionChanged(masked ? ClipRef() : model_->clipAt(row));
+  selectionHidden_ = row < 0 || model_->secrecyOf(row) == Secrecy::masked;
+  Q_EMIT quickLookSelectionChanged(selectionHidden_ ? ClipRef() : model_->clipAt(row));
 }
 
 void ContentView::keepSelection() {

@@ -56,7 +56,8 @@ class ContentView final : public QWidget {
   void quitRequested();
   /// The preview of a clip is to be opened, or closed when it is open. Never for a masked clip.
   void quickLookRequested(const nimbrel::ClipRef& clip);
-  /// Another clip is selected: null when it is masked.
+  /// Another clip is selected, or may be seen or not any more: null when it is masked, and when there is
+  /// none.
   void quickLookSelectionChanged(const nimbrel::ClipRef& clip);
 
  protected:
@@ -99,6 +100,7 @@ class ContentView final : public QWidget {
   void showClipMenu(int row, const QPoint& position);
   /// Says that a clip was deleted, and offers to bring it back.
   void tellOfRemoval(bool canUndo);
+  /// Of none with −1.
   void tellOfSelection(int row);
   /// Says why something was not done. What can be undone stays so.
   void explain(const QString& why);
@@ -124,6 +126,8 @@ class ContentView final : public QWidget {
   ClipQuery query_;
   /// Outlives the selection of the list view, which goes with every rebuilt model.
   std::optional<QUuid> selectedId_;
+  /// Whether nothing of the selection may be seen, as was last told.
+  bool selectionHidden_ = true;
 };
 
 }  // namespace nimbrel

@@ -18,14 +18,14 @@ struct AuthenticationReason final {
 struct AuthenticationReply final {
   enum class Outcome {
     proven,
-    /// A wrong password, or the user cancelled.
+    /// A wrong password, or the user cancelled, or gave no answer in time, or nobody knows what came of it.
     refused,
-    /// The system could not ask.
+    /// Nobody was asked.
     unavailable,
   };
 
   Outcome outcome = Outcome::unavailable;
-  /// Why the system could not ask, in the system's words; may be empty.
+  /// What went wrong with the asking, in the system's words; may be empty, and is for a user who refused.
   QString detail;
 };
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QRect>
 #include <functional>
 
 class QWidget;
@@ -14,6 +15,10 @@ class PanelWindow {
 
   /// Whether translucent parts of the widget let the desktop show through.
   [[nodiscard]] virtual bool blendsWithDesktop() = 0;
+
+  /// The part of the widget that is the panel: a click beside it, in its shadow, is meant for what is below.
+  /// In the widget's coordinates.
+  virtual void setPanelArea(const QRect& area) = 0;
 
   /// Shows the widget where it is and gives it the keyboard, remembering who had it.
   virtual void present() = 0;

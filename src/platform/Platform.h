@@ -49,7 +49,8 @@ struct Platform final {
   std::unique_ptr<ApplicationCatalog> applications;
   std::unique_ptr<DeviceAuthenticator> authenticator;
   std::unique_ptr<PreviewPanel> preview;
-  /// A folder for what is written for a moment only, the user's own, and in memory where the system has that.
+  /// A folder for what is written for a moment only, the user's own, and in memory where the system has that;
+  /// empty where there is none.
   QString temporaryFolder;
 
   /// Tells the user something in the desktop's own way, without waiting; nothing where the desktop has none.

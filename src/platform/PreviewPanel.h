@@ -21,7 +21,7 @@ class PreviewPanel {
   /// What to show, a local file; without one the window says that there is nothing to be seen.
   virtual void reload(const std::optional<QUrl>& item) = 0;
 
-  /// Takes the window off the screen and forgets what it showed; the close handler is called.
+  /// Takes the visible window off the screen and forgets what it showed; the close handler is called.
   virtual void close() = 0;
 
   /// Called when the window has closed, whoever closed it.

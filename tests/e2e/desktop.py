@@ -6,7 +6,7 @@ import sqlite3
 import subprocess
 import time
 
-PATIENCE = 10.0
+PATIENCE = 20.0
 
 
 def until(condition, what):

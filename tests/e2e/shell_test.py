@@ -378,7 +378,7 @@ class Shell(PanelScenario):
     def test_the_end_of_the_x_server_ends_it_in_order(self):
         self.stop()
         reading, writing = os.pipe()
-        server = subprocess.Popen(["Xvfb", "-displayfd", str(writing), "-screen", "0", "800x600x24", "-nolisten", "tcp"],
+        server = subprocess.Popen(["Xvfb", "-displayfd", str(writing), "-screen", "0", "800x600x24", "-nolisten", "tcp", "-noreset"],
                                   pass_fds=[writing], stderr=subprocess.DEVNULL)
         self.addCleanup(server.wait)
         self.addCleanup(server.kill)

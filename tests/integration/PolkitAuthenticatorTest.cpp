@@ -86,18 +86,25 @@ TEST_F(PolkitAuthenticatorTest, AnActionThatIsNotInstalledCannotBeAskedFor) {
 
 TEST_F(PolkitAuthenticatorTest, AnAnswerThatIsNoneIsNoProof) {
   start(u"nonsense"_s);
-  EXPECT_EQ(ask().outcome, Outcome::unavailable);
+  const AuthenticationReply reply = ask();
+  EXPECT_EQ(reply.outcome, Outcome::refused);
+  EXPECT_FALSE(reply.detail.isEmpty());
 }
 
 TEST_F(PolkitAuthenticatorTest, AnAuthorityThatDiesDoesNotKeepAnybodyWaiting) {
   start(u"dies"_s);
-  EXPECT_EQ(ask().outcome, Outcome::unavailable);
+  const AuthenticationReply reply = ask();
+  // The user may have been asked.
+  EXPECT_EQ(reply.outcome, Outcome::refused);
+  EXPECT_FALSE(reply.detail.isEmpty());
 }
 
 TEST_F(PolkitAuthenticatorTest, APromptThatNeverEndsIsCancelled) {
   start(u"mute"_s);
   EXPECT_EQ(obstacle(), std::nullopt);
-  EXPECT_EQ(ask().outcome, Outcome::unavailable);
+  const AuthenticationReply reply = ask();
+  EXPECT_EQ(reply.outcome, Outcome::refused);
+  EXPECT_TRUE(reply.detail.isEmpty());
   EXPECT_TRUE(waitForLine(u"cancelled"_s));
 }
 

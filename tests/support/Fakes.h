@@ -230,6 +230,7 @@ class FakePanelWindow final : public PanelWindow {
   explicit FakePanelWindow(QWidget& widget) : widget_(widget) {}
 
   [[nodiscard]] bool blendsWithDesktop() override { return false; }
+  void setPanelArea(const QRect&) override {}
   void present() override;
   void dismiss(bool returnFocus) override;
   void whenFocusReturned(std::function<void(bool)> done) override { focusHandler = std::move(done); }
@@ -251,7 +252,13 @@ class FakePanelWindow final : public PanelWindow {
 /// Asks nobody: the test answers.
 class FakeDeviceAuthenticator final : public DeviceAuthenticator {
  public:
-  void canAuthenticate(std::function<void(std::optional<QString>)> done) override { done(obstacle); }
+  void canAuthenticate(std::function<void(std::optional<QString>)> done) override {
+    if (slow)
+      waiting_ = std::move(done);
+    else
+      done(obstacle);
+  }
+  void answerWhetherItCan() { std::exchange(waiting_, {})(obstacle); }
   void authenticate(const AuthenticationReason& reason,
                     std::function<void(AuthenticationReply)> done) override {
     asked.append(reason.text);
@@ -262,9 +269,14 @@ class FakeDeviceAuthenticator final : public DeviceAuthenticator {
   }
 
   std::optional<QString> obstacle;
+  /// Whether it can be asked is told later.
+  bool slow = false;
   /// The reasons given, in order.
   QStringList asked;
   std::function<void(AuthenticationReply)> answer;
+
+ private:
+  std::function<void(std::optional<QString>)> waiting_;
 };
 
 /// A window that nobody sees.

@@ -16,7 +16,10 @@ AuthenticationReason describe(Lock::Reason reason) {
 }  // namespace
 
 void Lock::authenticate(Reason reason, std::function<void(bool)> done) {
-  ask(reason, [done = std::move(done)](Answer answer) { done(answer == Answer::proven); });
+  ask(reason, [this, reason, done = std::move(done)](Answer answer) {
+    if (answer == Answer::unavailable) Q_EMIT unavailable(reason);
+    done(answer == Answer::proven);
+  });
 }
 
 void Lock::ask(Reason reason, std::function<void(Answer)> done) {
@@ -26,8 +29,10 @@ void Lock::ask(Reason reason, std::function<void(Answer)> done) {
   authenticator_.canAuthenticate(
       [lock = QPointer(this), reason, done = std::move(done)](const std::optional<QString>& obstacle) {
         if (!lock) return;
-        if (!obstacle) return lock->prompt(describe(reason), done);
+        const bool withdrawn = std::exchange(lock->withdrawn_, false);
+        if (!obstacle && !withdrawn) return lock->prompt(describe(reason), done);
         lock->busy_ = false;
+        if (withdrawn) return done(Answer::refused);
         lock->reportObstacle(*obstacle);
         done(Answer::unavailable);
       });
@@ -50,9 +55,13 @@ Lock::Answer Lock::answerOf(const AuthenticationReply& reply) {
   lastReply_ = clock_.steadyNow();
   if (afterAuthentication_) afterAuthentication_();
   if (reply.outcome == Outcome::proven) return Answer::proven;
-  if (reply.outcome == Outcome::refused) return Answer::refused;
-  reportObstacle(reply.detail);
-  return Answer::unavailable;
+  const bool unasked = reply.outcome == Outcome::unavailable;
+  if (unasked || !reply.detail.isEmpty()) reportObstacle(reply.detail);
+  return unasked ? Answer::unavailable : Answer::refused;
+}
+
+void Lock::withdraw() {
+  if (busy_ && !prompting_) withdrawn_ = true;
 }
 
 bool Lock::isWithinGrace() const {
@@ -70,7 +79,6 @@ void Lock::reportObstacle(const QString& detail) {
   const QByteArray words = detail.toUtf8();
   qCCritical(clipboardLog, "Bloqueo: no se puede autenticar (%s)",
              words.isEmpty() ? "sin detalle" : words.constData());
-  Q_EMIT unavailable();
 }
 
 }  // namespace nimbrel

@@ -46,6 +46,12 @@ class Lock final : public QObject {
   /// Whether the system's prompt is up, or was a moment ago: the keyboard is the prompt's.
   [[nodiscard]] bool isAuthenticating() const;
 
+  /// Whether the prompt is up now.
+  [[nodiscard]] bool isPrompting() const { return prompting_; }
+
+  /// Whoever asked last does not want the answer any more: no prompt comes up that is not up already.
+  void withdraw();
+
   /// Runs after each prompt, whatever came of it.
   void setAfterAuthentication(std::function<void()> hook) { afterAuthentication_ = std::move(hook); }
 
@@ -53,7 +59,7 @@ class Lock final : public QObject {
   /// The system's prompt is about to come up.
   void promptOpens();
   /// Nobody could be asked.
-  void unavailable();
+  void unavailable(nimbrel::Lock::Reason reason);
 
  private:
   [[nodiscard]] bool isWithinGrace() const;
@@ -74,6 +80,7 @@ class Lock final : public QObject {
   /// From the question whether the user can be asked on.
   bool busy_ = false;
   bool prompting_ = false;
+  bool withdrawn_ = false;
   std::optional<std::chrono::steady_clock::time_point> lastReply_;
 };
 

@@ -12,13 +12,15 @@ constexpr const char* kService = "app.nimbrel.Nimbrel";
 constexpr const char* kPath = "/app/nimbrel/Nimbrel";
 
 /// The second start waits for the first to answer, but not for one that hangs.
-constexpr int kCallTimeoutMilliseconds = 2000;
+constexpr int kCallTimeoutMilliseconds = 5000;
 constexpr int kAttempts = 10;
 constexpr unsigned long kAttemptPause = 100;
 
 /// What is kept for later of URLs that come faster than they are answered, in UTF-16 units: more than any
 /// that is not refused.
 constexpr qsizetype kMaxWaitingCharacters = 8'000'000;
+/// Of an empty one.
+constexpr qsizetype kCostOfUrl = 64;
 
 }  // namespace
 
@@ -36,25 +38,25 @@ InstanceHost::Claim DBusInstanceHost::claim(const QStringList& urls) {
   bus.registerObject(QLatin1String(kPath), this, QDBusConnection::ExportScriptableSlots);
   if (bus.registerService(QLatin1String(kService))) return Claim::first;
   for (int attempt = 0; attempt < kAttempts; ++attempt) {
-    if (handOver(urls)) {
-      bus.unregisterObject(QLatin1String(kPath));
-      return Claim::handedOver;
-    }
+    const QDBusMessage answer = handOver(urls);
+    const bool answered = answer.type() == QDBusMessage::ReplyMessage;
+    if (answered) bus.unregisterObject(QLatin1String(kPath));
+    if (answered) return Claim::handedOver;
     // The other instance may be on its way out.
     if (bus.registerService(QLatin1String(kService))) return Claim::first;
+    // It may take up later what it has not answered yet; once is enough.
+    if (answer.errorName() == QDBusError::errorString(QDBusError::NoReply)) return Claim::unanswered;
     QThread::msleep(kAttemptPause);
   }
   return Claim::unanswered;
 }
 
-bool DBusInstanceHost::handOver(const QStringList& urls) {
+QDBusMessage DBusInstanceHost::handOver(const QStringList& urls) {
   const QString method = urls.isEmpty() ? QStringLiteral("Show") : QStringLiteral("OpenUrls");
   QDBusMessage call = QDBusMessage::createMethodCall(QLatin1String(kService), QLatin1String(kPath),
                                                      QLatin1String(kService), method);
   if (!urls.isEmpty()) call << urls;
-  const QDBusMessage answer =
-      QDBusConnection::sessionBus().call(call, QDBus::Block, kCallTimeoutMilliseconds);
-  return answer.type() == QDBusMessage::ReplyMessage;
+  return QDBusConnection::sessionBus().call(call, QDBus::Block, kCallTimeoutMilliseconds);
 }
 
 void DBusInstanceHost::setRequests(const InstanceRequests& requests) {
@@ -69,8 +71,9 @@ void DBusInstanceHost::Show() {
 
 void DBusInstanceHost::OpenUrls(const QStringList& urls) {
   for (const QString& url : urls) {
-    if (urlCharacters_ + url.size() > kMaxWaitingCharacters) break;
-    urlCharacters_ += url.size();
+    const qsizetype cost = url.size() + kCostOfUrl;
+    if (urlCharacters_ + cost > kMaxWaitingCharacters) break;
+    urlCharacters_ += cost;
     urls_.append(url);
   }
   QMetaObject::invokeMethod(this, &DBusInstanceHost::deliver, Qt::QueuedConnection);

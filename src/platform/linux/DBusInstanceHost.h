@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDBusMessage>
 #include <QObject>
 #include <QStringList>
 
@@ -25,7 +26,7 @@ class DBusInstanceHost final : public QObject, public InstanceHost {
   Q_SCRIPTABLE void Quit();
 
  private:
-  [[nodiscard]] static bool handOver(const QStringList& urls);
+  [[nodiscard]] static QDBusMessage handOver(const QStringList& urls);
   void deliver();
 
   InstanceRequests requests_;

@@ -32,7 +32,8 @@ namespace {
 struct X11Desktop {
   DesktopEntries entries{DesktopEntries::userFolders()};
   X11Session session;
-  /// For programs that ask for an image in another format; however many do, capture has a helper to itself.
+  /// For programs that ask for an image in another format, and for the preview; whatever they are given,
+  /// capture has a helper to itself.
   ConfinedImageCodec conversions{imagingHelperProgram()};
 };
 
@@ -90,8 +91,8 @@ Platform makePlatform() {
   platform.loginItem = std::make_unique<XdgAutostart>(sessionAutostart());
   platform.applications = std::make_unique<XdgApplicationCatalog>(desktop->entries);
   platform.authenticator = std::make_unique<PolkitAuthenticator>();
-  platform.preview = std::make_unique<FilePreview>(*platform.imageCodec);
-  // In memory, and gone with the session.
+  platform.preview = std::make_unique<FilePreview>(desktop->conversions);
+  // In memory on every desktop that has a session manager.
   platform.temporaryFolder = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
   platform.notify = sendNotification;
   platform.makePanelWindow = [desktop](QWidget& widget) {

@@ -76,9 +76,13 @@ std::optional<PolkitResult> resultIn(const QDBusMessage& reply) {
 
 AuthenticationReply replyOf(const QDBusMessage& message) {
   using Outcome = AuthenticationReply::Outcome;
-  if (message.type() != QDBusMessage::ReplyMessage) return {Outcome::unavailable, message.errorMessage()};
+  const QString error = message.errorMessage();
+  // Polkit was not able or willing to ask; where it has gone meanwhile, the user may have been asked already.
+  if (message.errorName().startsWith(QStringLiteral("org.freedesktop.PolicyKit1.Error")))
+    return {Outcome::unavailable, error};
+  if (message.type() != QDBusMessage::ReplyMessage) return {Outcome::refused, error};
   const auto result = resultIn(message);
-  if (!result) return {Outcome::unavailable, QStringLiteral("respuesta desconocida de polkit")};
+  if (!result) return {Outcome::refused, QStringLiteral("respuesta desconocida de polkit")};
   if (result->authorized) return {Outcome::proven, {}};
   // The user would have to be asked, and has not been.
   if (result->challenge)
@@ -138,15 +142,23 @@ void PolkitAuthenticator::authenticate(const AuthenticationReason& reason,
   auto question = methodCall(kAuthority, "CheckAuthorization");
   question << QVariant::fromValue(subject) << QStringLiteral("app.nimbrel.Nimbrel.") + reason.identifier
            << QVariant::fromValue(PolkitDetails()) << kAllowUserInteraction << cancellation;
-  const auto patience = static_cast<int>(patience_.user.count());
+  const auto answered = std::make_shared<bool>(false);
+  const auto answer = [answered, done = std::move(done)](const AuthenticationReply& reply) {
+    if (!std::exchange(*answered, true)) done(reply);
+  };
+  QTimer::singleShot(patience_.user, this, [this, answered, answer, cancellation] {
+    if (*answered) return;
+    // The user was too slow. The prompt must not stay behind.
+    cancel(cancellation);
+    answer({AuthenticationReply::Outcome::refused, {}});
+  });
+  // The bus is to be more patient than we are.
+  const auto patience = static_cast<int>(2 * patience_.user.count());
   auto* const watcher = new QDBusPendingCallWatcher(bus.asyncCall(question, patience), this);
-  connect(watcher, &QDBusPendingCallWatcher::finished, this,
-          [this, cancellation, done = std::move(done)](QDBusPendingCallWatcher* call) {
-            call->deleteLater();
-            // Its window must not stay behind.
-            if (call->isError() && call->error().type() == QDBusError::NoReply) cancel(cancellation);
-            done(replyOf(call->reply()));
-          });
+  connect(watcher, &QDBusPendingCallWatcher::finished, this, [answer](QDBusPendingCallWatcher* call) {
+    call->deleteLater();
+    answer(replyOf(call->reply()));
+  });
 }
 
 void PolkitAuthenticator::cancel(const QString& cancellation) {

@@ -1,5 +1,7 @@
 #include "platform/linux/X11PanelWindow.h"
 
+#include <xcb/shape.h>
+#include <xcb/xfixes.h>
 #include <xcb/xinput.h>
 
 #include <QApplication>
@@ -74,12 +76,42 @@ bool X11PanelWindow::blendsWithDesktop() {
   return owner && owner->owner != XCB_WINDOW_NONE;
 }
 
+void X11PanelWindow::setPanelArea(const QRect& area) {
+  panelArea_ = area;
+  if (presented_) shapeInput();
+}
+
+void X11PanelWindow::shapeInput() {
+  if (!qt_ || panelArea_.isEmpty()) return;
+  const qreal ratio = widget_.devicePixelRatioF();
+  const QRect area(panelArea_.topLeft() * ratio, panelArea_.size() * ratio);
+  const xcb_rectangle_t rectangle{static_cast<std::int16_t>(area.x()), static_cast<std::int16_t>(area.y()),
+                                  static_cast<std::uint16_t>(area.width()),
+                                  static_cast<std::uint16_t>(area.height())};
+  // On Qt's connection, so that the window is there by the time the server reads this; it asks nobody.
+  const xcb_xfixes_region_t region = xcb_generate_id(qt_);
+  xcb_xfixes_create_region(qt_, region, 1, &rectangle);
+  xcb_xfixes_set_window_shape_region(qt_, window(), XCB_SHAPE_SK_INPUT, 0, 0, region);
+  xcb_xfixes_destroy_region(qt_, region);
+  xcb_flush(qt_);
+}
+
+bool X11PanelWindow::isOurs(const QPoint& point) const {
+  const QWindow* const hit = QGuiApplication::topLevelAt(point);
+  if (!hit || hit != widget_.windowHandle() || panelArea_.isEmpty()) return hit != nullptr;
+  return panelArea_.translated(widget_.geometry().topLeft()).contains(point);
+}
+
 void X11PanelWindow::present() {
   if (!session_.isConnected()) return widget_.show();
+  // What was pasted before is not to arrive in another window now.
+  focusTimer_.stop();
+  focusHandler_ = {};
   session_.watchRawEvents(XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS, true);
   rememberFocus();
   presented_ = true;
   widget_.show();
+  shapeInput();
   widget_.raise();
   reactivate();
   if (!qt_) return;
@@ -101,7 +133,7 @@ void X11PanelWindow::reactivate() {
 }
 
 void X11PanelWindow::takeKeyboard(int attemptsLeft) {
-  if (!presented_ || loan_ == Loan::focus) return;
+  if (!presented_ || !qt_ || loan_ == Loan::focus) return;
   if (grabKeyboard()) {
     loan_ = Loan::keyboard;
     idleTimer_.start();
@@ -151,11 +183,9 @@ void X11PanelWindow::dismiss(bool returnFocus) {
     xcb_ungrab_keyboard(qt_, XCB_CURRENT_TIME);
     xcb_flush(qt_);
   }
-  if (loan == Loan::focus && returnFocus && session_.focusWindow() == window()) {
-    // Before the window goes, so that the focus is never nobody's.
-    xcb_set_input_focus(session_.connection(), previousRevertTo_, previousFocus_, XCB_CURRENT_TIME);
-    session_.flush();
-  }
+  // Before the window goes, so that the focus is never nobody's; also where the user has turned to something
+  // that takes no focus.
+  if (loan != Loan::keyboard || returnFocus) giveFocusBack();
   widget_.hide();
 }
 
@@ -172,18 +202,25 @@ void X11PanelWindow::comeForward() {
   widget_.raise();
   if (std::exchange(left_, false)) rememberFocus();
   if (loan_ == Loan::keyboard) return;
-  // Whoever had the keyboard before gets it back from the panel that has borrowed it, so that the panel need
-  // not.
-  if (std::exchange(loan_, Loan::none) == Loan::focus && session_.focusWindow() == window()) {
-    xcb_set_input_focus(session_.connection(), previousRevertTo_, previousFocus_, XCB_CURRENT_TIME);
-    session_.flush();
-  }
+  loan_ = Loan::none;
+  giveFocusBack();
   takeKeyboard(kGrabAttempts);
+}
+
+void X11PanelWindow::giveFocusBack() {
+  if (!qt_ || session_.focusWindow() != window()) return;
+  xcb_window_t heir = previousFocus_;
+  if (heir == XCB_WINDOW_NONE) heir = XCB_INPUT_FOCUS_POINTER_ROOT;
+  // On Qt's connection, so that what follows there comes after it.
+  xcb_set_input_focus(qt_, previousRevertTo_, heir, XCB_CURRENT_TIME);
+  xcb_flush(qt_);
 }
 
 void X11PanelWindow::letGo() {
   idleTimer_.stop();
-  if (std::exchange(loan_, Loan::none) != Loan::keyboard) return;
+  const bool grabbed = std::exchange(loan_, Loan::none) == Loan::keyboard;
+  if (!stackingTimer_.isActive()) giveFocusBack();
+  if (!grabbed) return;
   pretendFocus(false);
   xcb_ungrab_keyboard(qt_, XCB_CURRENT_TIME);
   xcb_flush(qt_);
@@ -257,7 +294,7 @@ bool X11PanelWindow::eventFilter(QObject* watched, QEvent* event) {
   // A click on the panel that has lost the keyboard asks for it again.
   const bool clicked = event->type() == QEvent::MouseButtonPress && watched->isWidgetType() &&
                        (watched == &widget_ || widget_.isAncestorOf(static_cast<QWidget*>(watched)));
-  if (clicked && presented_ && loan_ == Loan::none) comeForward();
+  if (clicked && presented_ && loan_ == Loan::none && !stackingTimer_.isActive()) comeForward();
   if (watched == &widget_ && event->type() == QEvent::WindowDeactivate && loan_ == Loan::focus) resign();
   // A menu of the panel grabs the keyboard for itself and lets go of it when it closes.
   const bool menuClosed = event->type() == QEvent::Hide && watched != &widget_ && watched->isWidgetType() &&
@@ -289,7 +326,7 @@ void X11PanelWindow::handle(const xcb_generic_event_t& event) {
   if (!presented_ || session_.rawEventType(event) != XCB_INPUT_RAW_BUTTON_PRESS) return;
   const auto& press = eventAs<xcb_input_raw_button_press_event_t>(event);
   // The click itself goes where it was meant; the panel only learns that it was not meant for it.
-  if (isClick(press.detail) && !QGuiApplication::topLevelAt(QCursor::pos())) resign();
+  if (isClick(press.detail) && !isOurs(QCursor::pos())) resign();
 }
 
 void X11PanelWindow::resign() {

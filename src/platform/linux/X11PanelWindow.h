@@ -22,6 +22,7 @@ class X11PanelWindow final : public QObject, public PanelWindow, private QAbstra
   ~X11PanelWindow() override;
 
   [[nodiscard]] bool blendsWithDesktop() override;
+  void setPanelArea(const QRect& area) override;
   void present() override;
   void dismiss(bool returnFocus) override;
   void whenFocusReturned(std::function<void(bool)> done) override;
@@ -42,7 +43,12 @@ class X11PanelWindow final : public QObject, public PanelWindow, private QAbstra
   void pretendFocus(bool focused);
   void handle(const xcb_generic_event_t& event);
   void resign();
+  void shapeInput();
+  /// Whether a point of the screen belongs to one of the program's windows.
+  [[nodiscard]] bool isOurs(const QPoint& point) const;
   void letGo();
+  /// Where the panel has the focus, whoever had it before gets it.
+  void giveFocusBack();
   void stayBelowFocus();
   [[nodiscard]] xcb_window_t topLevelOf(xcb_window_t window);
   /// Notes who has the keyboard, to give it back.
@@ -55,6 +61,7 @@ class X11PanelWindow final : public QObject, public PanelWindow, private QAbstra
   X11Session& session_;
   /// Qt's own connection, which sees the window's requests and events in order.
   xcb_connection_t* qt_ = nullptr;
+  QRect panelArea_;
   bool presented_ = false;
   Loan loan_ = Loan::none;
   std::uint16_t superMask_ = XCB_MOD_MASK_4;

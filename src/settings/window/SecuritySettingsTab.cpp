@@ -52,10 +52,10 @@ void SecuritySettingsTab::switchLock(bool on) {
     return parts_.settings.setLockMode(on ? LockMode::sensitiveOnly : LockMode::disabled);
   // Whoever finds the settings open must not see the secrets for that.
   lock_->setChecked(true);
-  lock_->setEnabled(false);
+  if (std::exchange(confirming_, true)) return;
   parts_.confirmUser([tab = QPointer(this)](bool confirmed) {
     if (!tab) return;
-    tab->lock_->setEnabled(true);
+    tab->confirming_ = false;
     if (confirmed) tab->parts_.settings.setLockMode(LockMode::disabled);
   });
 }

@@ -30,6 +30,8 @@ class SecuritySettingsTab final : public QWidget {
 
   SettingsParts parts_;
   QCheckBox* lock_ = nullptr;
+  /// While the user is asked whether the lock may be switched off.
+  bool confirming_ = false;
   Picker* hard_ = nullptr;
   Picker* soft_ = nullptr;
   QWidget* status_ = nullptr;

@@ -231,6 +231,20 @@ TEST_F(AppDelegateTest, SwitchingTheLockOffAsksForTheWholeHistory) {
   EXPECT_EQ(delegate->settings().values().lockMode, LockMode::sensitiveOnly);
 }
 
+TEST_F(AppDelegateTest, WaitingForThePromptToGoDoesNotSwitchTheLockOff) {
+  delegate->settings().setLockMode(LockMode::sensitiveOnly);
+  delegate->openSettings();
+  lockSwitch()->click();
+  authenticator->reply(AuthenticationReply::Outcome::refused, u"polkit se fue"_s);
+  EXPECT_EQ(delegate->settings().values().lockMode, LockMode::sensitiveOnly);
+}
+
+TEST_F(AppDelegateTest, ASecondStartBringsThePanelForward) {
+  delegate->showPanel();
+  delegate->showPanel();
+  EXPECT_EQ(panelWindow->stepsForward, 1);
+}
+
 TEST_F(AppDelegateTest, WhereNobodyCanBeAskedTheLockCanBeSwitchedOff) {
   authenticator->obstacle = u"no hay agente"_s;
   delegate->settings().setLockMode(LockMode::sensitiveOnly);

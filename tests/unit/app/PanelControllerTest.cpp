@@ -227,6 +227,31 @@ TEST_F(PanelControllerTest, APanelThatWasHiddenMeanwhileDoesNotComeBackAfterTheP
   EXPECT_EQ(window->stepsForward, 0);
 }
 
+TEST_F(PanelControllerTest, LeavesTheKeyboardToThePromptWhileItIsUp) {
+  lock.setAfterAuthentication([this] { controller->refocusPanel(); });
+  controller->togglePanel();
+  openPreview();
+  lock.authenticate(Lock::Reason::clip, [](bool) {});
+  EXPECT_FALSE(preview.visible);
+  const int before = window->stepsForward;
+  controller->refocusPanel();
+  EXPECT_EQ(window->stepsForward, before);
+  // Hidden and shown again, it stands back still.
+  controller->togglePanel();
+  clock.advance(1s);
+  controller->togglePanel();
+  EXPECT_EQ(window->stepsBack, 2);
+  authenticator.reply(AuthenticationReply::Outcome::proven);
+  EXPECT_EQ(window->stepsForward, before + 1);
+}
+
+TEST_F(PanelControllerTest, ThePreviewShowsNothingOfTheLastClipWhenItGoes) {
+  controller->togglePanel();
+  openPreview();
+  store().clearHistory();
+  EXPECT_EQ(preview.item, std::nullopt);
+}
+
 TEST_F(PanelControllerTest, SaysThatNobodyCanBeAsked) {
   authenticator.obstacle = u"polkit no contesta"_s;
   controller->togglePanel();

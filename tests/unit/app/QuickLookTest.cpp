@@ -238,6 +238,36 @@ TEST_F(QuickLookTest, TheFileOfAClipThatIsGoneGoesAtOnce) {
   EXPECT_EQ(contentOf(*preview.item), "dos");
 }
 
+TEST_F(QuickLookTest, AClipThatIsGoneIsNotShownAnyMore) {
+  const ClipRef gone = clipWith(u"uno"_s);
+  open(gone);
+  quickLook->forget(gone->clip.id);
+  EXPECT_EQ(preview.item, std::nullopt);
+  EXPECT_TRUE(written().isEmpty());
+}
+
+TEST_F(QuickLookTest, AClipThatGoesWhileItsFileIsWrittenIsNotShown) {
+  const ClipRef gone = clipWith(u"uno"_s);
+  quickLook->toggle(gone);
+  quickLook->forget(gone->clip.id);
+  quickLook->finish();
+  QCoreApplication::processEvents();
+  EXPECT_FALSE(preview.visible);
+  EXPECT_TRUE(written().isEmpty());
+}
+
+TEST_F(QuickLookTest, LeavesNothingOfWhatMustNotBeSeenAnyMore) {
+  open(clipWith(u"uno"_s));
+  quickLook->update({});
+  EXPECT_TRUE(written().isEmpty());
+}
+
+TEST_F(QuickLookTest, WithoutAFolderWritesAndDeletesNothing) {
+  PreviewFiles nowhere{QString(), sideFiles};
+  EXPECT_EQ(nowhere.fileFor(clipWith(u"a"_s)->clip), std::nullopt);
+  nowhere.removeAll();
+}
+
 TEST_F(QuickLookTest, TheSpaceBarClosesAndIsSeenByNobodyElse) {
   open(clipWith(u"uno"_s));
   EXPECT_TRUE(press(Qt::Key_Space));

@@ -126,6 +126,18 @@ TEST_F(RemoteTextsTest, UrlsWithoutTextDoNotCount) {
   EXPECT_TRUE(log.lines().isEmpty());
 }
 
+TEST_F(RemoteTextsTest, LooksAtNoMoreThanItHasTimeFor) {
+  const QString useless = u"nimbrel://add?Text="_s + QString(2'900'000, u'x');
+  for (int i = 0; i < 10; ++i)
+    remote.openUrls({useless});
+  remote.openUrls({u"nimbrel://add?text="_s + QString(2'900'000, u'x')});
+  EXPECT_TRUE(store().items().isEmpty());
+  EXPECT_EQ(log.lines().size(), 1);
+  clock.advance(10s);
+  open(1, u"a"_s);
+  EXPECT_EQ(store().items().size(), 1);
+}
+
 TEST_F(RemoteTextsTest, RefusesATextThatCaptureWouldRefuse) {
   remote.openUrls({u"nimbrel://add?text="_s + QString(1'000'001, u'x')});
   remote.openUrls({u"nimbrel://add?text="_s + u"%C3%B1"_s.repeated(500'001)});

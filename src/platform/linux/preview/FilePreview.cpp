@@ -29,7 +29,7 @@ void FilePreview::orderFront(const QRect& beside) {
 void FilePreview::reload(const std::optional<QUrl>& item) {
   loading_.request_stop();
   loading_ = {};
-  if (!item) return made().setContent({});
+  if (!item) return made().setContent({{}, PreviewNothing{}});
   loader_.start([this, path = item->toLocalFile(), stop = loading_.get_token()] {
     if (stop.stop_requested()) return;
     const PreviewContent content = loadPreview(path, codec_, stop);

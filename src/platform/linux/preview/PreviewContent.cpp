@@ -77,7 +77,7 @@ std::optional<PreviewPicture> pictureOf(const QFileInfo& entry, ImageCodec& code
 
 PreviewContent loadPreview(const QString& path, ImageCodec& codec, const std::stop_token& stop) {
   const QFileInfo entry(path);
-  if (!entry.exists()) return {};
+  if (!entry.exists()) return {{}, PreviewNothing{}};
   const QString title = QUuid::fromString(entry.completeBaseName()).isNull() ? entry.fileName() : QString();
   // Opening anything but a regular file could wait for ever.
   const bool isRegular = entry.isFile() && entry.isReadable();

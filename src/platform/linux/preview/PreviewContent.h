@@ -31,6 +31,9 @@ struct PreviewFacts final {
   bool isFolder = false;
 };
 
+/// It is not known yet.
+struct PreviewPending final {};
+
 /// There is nothing to be seen.
 struct PreviewNothing final {};
 
@@ -38,7 +41,7 @@ struct PreviewNothing final {};
 struct PreviewContent final {
   /// The name of the file, empty for one that has none but was written for the preview.
   QString title;
-  std::variant<PreviewNothing, PreviewText, PreviewPicture, PreviewFacts> body;
+  std::variant<PreviewPending, PreviewNothing, PreviewText, PreviewPicture, PreviewFacts> body;
 };
 
 /// The most characters of a text that are shown.
@@ -46,7 +49,7 @@ inline constexpr qsizetype kMaxPreviewCharacters = 50'000;
 
 /// Reads a file, whatever it is, with bounds on what is read: the beginning of a text, a picture scaled to
 /// the screen, of all else what it is. Only regular files are opened. *Waits* for the disk and the decoder; a
-/// requested stop makes it return soon.
+/// requested stop ends the decoding soon.
 [[nodiscard]] PreviewContent loadPreview(const QString& path, ImageCodec& codec, const std::stop_token& stop);
 
 }  // namespace nimbrel

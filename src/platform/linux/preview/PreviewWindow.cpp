@@ -133,7 +133,6 @@ PreviewWindow::PreviewWindow()
     column->addWidget(label);
   column->addStretch();
   nothing_ = plainLabel(this);
-  nothing_->setText(QCoreApplication::translate("PreviewWindow", "Nada que mostrar"));
   pages_ = new QStackedWidget(this);
   for (QWidget* const page : {static_cast<QWidget*>(text_), static_cast<QWidget*>(picture_), facts_,
                               static_cast<QWidget*>(nothing_)})
@@ -159,6 +158,9 @@ void PreviewWindow::setContent(const PreviewContent& content) {
   }
   picture_->show({});
   pages_->setCurrentWidget(nothing_);
+  nothing_->setText(std::holds_alternative<PreviewNothing>(content.body)
+                        ? QCoreApplication::translate("PreviewWindow", "Nada que mostrar")
+                        : QString());
 }
 
 void PreviewWindow::showText(const PreviewText& text) {

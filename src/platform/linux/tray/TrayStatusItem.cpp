@@ -54,10 +54,11 @@ void TrayStatusItem::lookForHost() {
   connect(call, &QDBusPendingCallWatcher::finished, this, [this](QDBusPendingCallWatcher* done) {
     done->deleteLater();
     const QDBusPendingReply<QDBusVariant> reply = *done;
-    if (reply.isValid() && reply.value().variant().toBool())
-      registerWithHost();
-    else
-      embed();
+    if (reply.isValid() && reply.value().variant().toBool()) return registerWithHost();
+    // One that is there and does not answer would be asked by Qt once more, and waited for.
+    if (!reply.isError() || reply.error().type() == QDBusError::ServiceUnknown ||
+        reply.error().name() == u"org.freedesktop.DBus.Error.NameHasNoOwner")
+      return embed();
   });
 }
 
@@ -94,7 +95,7 @@ void TrayStatusItem::activate() {
 }
 
 void TrayStatusItem::reportMissingTray() const {
-  if (notifier_ || QSystemTrayIcon::isSystemTrayAvailable()) return;
+  if (notifier_ || (embedded_ && QSystemTrayIcon::isSystemTrayAvailable())) return;
   qCInfo(trayLog, "No hay bandeja para el icono: el panel se abre con su atajo o con otro arranque");
 }
 

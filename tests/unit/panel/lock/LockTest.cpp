@@ -149,6 +149,42 @@ TEST_F(LockTest, APromptThatTheSystemGivesUpIsLoggedAndRefused) {
   EXPECT_EQ(log.lines(), QStringList{u"Bloqueo: no se puede autenticar (polkit se fue)"_s});
 }
 
+TEST_F(LockTest, AnAnswerThatGotLostIsARefusalAndIsLogged) {
+  std::optional<Lock::Answer> told;
+  lock.ask(Lock::Reason::history, [&](Lock::Answer given) { told = given; });
+  authenticator.reply(Outcome::refused, u"se cortó"_s);
+  EXPECT_EQ(told, Lock::Answer::refused);
+  EXPECT_EQ(log.lines(), QStringList{u"Bloqueo: no se puede autenticar (se cortó)"_s});
+}
+
+TEST_F(LockTest, TellsWhereNobodyWasAsked) {
+  QList<Lock::Reason> told;
+  QObject::connect(&lock, &Lock::unavailable, [&](Lock::Reason reason) { told.append(reason); });
+  ask(Lock::Reason::clip);
+  authenticator.reply(Outcome::unavailable);
+  EXPECT_EQ(told, QList<Lock::Reason>{Lock::Reason::clip});
+  clock.advance(1s);
+  ask(Lock::Reason::clip);
+  authenticator.reply(Outcome::refused);
+  EXPECT_EQ(told.size(), 1);
+}
+
+TEST_F(LockTest, AWithdrawnRequestBringsUpNoPrompt) {
+  authenticator.slow = true;
+  ask();
+  lock.withdraw();
+  authenticator.answerWhetherItCan();
+  EXPECT_EQ(answer, false);
+  EXPECT_EQ(prompts(), 0);
+  authenticator.slow = false;
+  ask();
+  EXPECT_EQ(prompts(), 1);
+  // One that is up already stays.
+  lock.withdraw();
+  authenticator.reply(Outcome::proven);
+  EXPECT_EQ(answer, true);
+}
+
 TEST_F(LockTest, GivesTheKeyboardBackAfterEveryPromptBeforeItTells) {
   int hooks = 0;
   int opened = 0;
