@@ -12,6 +12,7 @@ from desktop import active, focused, key, run, type_text, until, windows
 from scenario import NIMBREL, QT_ENTRY, PanelScenario, main
 
 POLKIT_MOCK = str(pathlib.Path(QT_ENTRY).resolve().with_name("polkit_mock"))
+SESSION_MANAGER = str(pathlib.Path(QT_ENTRY).resolve().with_name("session_manager"))
 DATA = pathlib.Path(__file__).resolve().parents[2] / "data"
 SECRET = "ghp_" + "aB3dE5fG7hJ9kL1mN3pQ5rS7tU9vW1xY3zA5"
 BADGE = "2F6FD6"
@@ -365,6 +366,24 @@ class Shell(PanelScenario):
         self.call("Quit")
         self.assertEqual(self.exit_status(), 0)
         self.expect_orderly_end()
+
+    def test_the_session_manager_ends_it_in_order_and_does_not_restart_it(self):
+        self.stop()
+        manager = subprocess.Popen([SESSION_MANAGER], stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True)
+        def end():
+            manager.kill()
+            manager.communicate()
+        self.addCleanup(end)
+        self.nimbrel.environment["SESSION_MANAGER"] = manager.stdout.readline().strip()
+        self.nimbrel.start()
+        self.leave_a_preview_open()
+        # It was asked to save itself when it joined; 3 is never (SmRestartNever).
+        manager.stdin.write("\n")
+        manager.stdin.flush()
+        self.assertEqual(self.exit_status(), 0)
+        self.expect_orderly_end()
+        manager.kill()
+        self.assertEqual(manager.communicate()[0].split("\n")[-2], "restart 3")
 
     def test_the_menu_ends_it_in_order(self):
         self.leave_a_preview_open()
