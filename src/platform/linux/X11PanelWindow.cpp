@@ -326,16 +326,16 @@ void X11PanelWindow::handle(const xcb_generic_event_t& event) {
   if (!presented_ || session_.rawEventType(event) != XCB_INPUT_RAW_BUTTON_PRESS) return;
   const auto& press = eventAs<xcb_input_raw_button_press_event_t>(event);
   // The click itself goes where it was meant; the panel only learns that it was not meant for it.
-  if (isClick(press.detail) && !isOurs(QCursor::pos())) resign();
+  if (!isClick(press.detail) || isOurs(QCursor::pos())) return;
+  resign();
+  // The window that was clicked is the one to paste into, should the panel be turned to once more.
+  left_ = presented_ && !stackingTimer_.isActive();
 }
 
 void X11PanelWindow::resign() {
   if (!presented_ || QApplication::activePopupWidget() || !resignHandler_) return;
   resignHandler_();
-  if (!presented_) return;
-  letGo();
-  // For another window, unless it is a prompt that will be gone.
-  left_ = !stackingTimer_.isActive();
+  if (presented_) letGo();
 }
 
 }  // namespace nimbrel
