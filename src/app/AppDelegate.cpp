@@ -64,8 +64,10 @@ void AppDelegate::applicationDidFinishLaunching() {
 }
 
 void AppDelegate::putUpStatusItem() {
-  statusItem_ = platform_.makeStatusItem(
-      [](const QString& symbol, const QColor& colour) { return symbols::icon(symbol, colour); });
+  // At the density of one: a tray scales what it is given.
+  statusItem_ = platform_.makeStatusItem([](const QString& symbol, int side, const QColor& colour) {
+    return symbols::pixmap(symbol, side, colour, 1.0);
+  });
   statusItem_->show(statusItemState(false, 0));
   statusItem_->setActivationHandler([this] {
     if (panel_) panel_->togglePanel();

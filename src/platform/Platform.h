@@ -24,7 +24,7 @@
 #include "platform/Workspace.h"
 
 class QColor;
-class QIcon;
+class QPixmap;
 
 namespace nimbrel {
 
@@ -61,9 +61,9 @@ struct Platform final {
   /// and the program shows a list of its own.
   std::function<void(QWidget* parent, std::function<void(const InstalledApplication&)> chosen)>
       chooseApplication;
-  /// Makes the status item; `symbol` draws a symbol in a colour.
+  /// Makes the status item; `symbol` draws a symbol in a square of so many pixels.
   std::function<std::unique_ptr<StatusItem>(
-      std::function<QIcon(const QString& symbol, const QColor& colour)>)>
+      std::function<QPixmap(const QString& symbol, int side, const QColor& colour)> symbol)>
       makeStatusItem;
 };
 

@@ -38,10 +38,9 @@ QPixmap TrayIcon::pixmap(const StatusItemState& state, int side) const {
   QPixmap canvas(side, side);
   canvas.fill(Qt::transparent);
   const int rim = std::max(1, side / 24);
-  const QSize inner(side - 2 * rim, side - 2 * rim);
-  // At the density of one, whatever the screen's: the tray scales.
-  const QPixmap dark = symbol_(state.symbol, kRim).pixmap(inner, 1.0);
-  const QPixmap light = symbol_(state.symbol, kInk).pixmap(inner, 1.0);
+  const int inner = side - 2 * rim;
+  const QPixmap dark = symbol_(state.symbol, inner, kRim);
+  const QPixmap light = symbol_(state.symbol, inner, kInk);
   QPainter painter(&canvas);
   painter.setRenderHint(QPainter::Antialiasing);
   for (int x = -rim; x <= rim; ++x) {

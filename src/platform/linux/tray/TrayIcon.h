@@ -13,8 +13,8 @@ namespace nimbrel {
 /// made out on any ground.
 class TrayIcon final {
  public:
-  /// `symbol` draws a symbol in a colour.
-  using DrawSymbol = std::function<QIcon(const QString& symbol, const QColor& colour)>;
+  /// Draws a symbol in a square of so many pixels.
+  using DrawSymbol = std::function<QPixmap(const QString& symbol, int side, const QColor& colour)>;
 
   explicit TrayIcon(DrawSymbol symbol) : symbol_(std::move(symbol)) {}
 
