@@ -401,9 +401,10 @@ class Shell(PanelScenario):
                                   pass_fds=[writing], stderr=subprocess.DEVNULL)
         self.addCleanup(server.wait)
         self.addCleanup(server.kill)
-        number = os.read(reading, 16).decode().strip()
-        os.close(reading)
-        os.close(writing)
+        # The whole line: the server ends when it cannot write the rest of it.
+        with os.fdopen(reading) as answer:
+            os.close(writing)
+            number = answer.readline().strip()
         outer = os.environ["DISPLAY"]
         os.environ["DISPLAY"] = self.nimbrel.environment["DISPLAY"] = f":{number}"
         try:
