@@ -49,7 +49,7 @@ class XtestTrust final : public AccessibilityTrust {
   std::shared_ptr<X11Desktop> desktop_;
 };
 
-/// Shown by the desktop's notification server, if one is running (Desktop Notifications Specification).
+/// Shown by the desktop's notification server, if one is running (Desktop Notifications, freedesktop.org).
 void sendNotification(const QString& title, const QString& text) {
   const QString server = QStringLiteral("org.freedesktop.Notifications");
   auto call = QDBusMessage::createMethodCall(server, QStringLiteral("/org/freedesktop/Notifications"), server,

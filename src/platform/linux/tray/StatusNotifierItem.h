@@ -9,7 +9,7 @@
 
 namespace nimbrel {
 
-/// A picture as the specification of StatusNotifierItem wants it: ARGB, each pixel in network byte order.
+/// A picture as a StatusNotifierItem has it (freedesktop.org): ARGB, each pixel in network byte order.
 struct NotifierPixmap final {
   int width = 0;
   int height = 0;
