@@ -11,6 +11,18 @@ TEST(CommandLine, WithoutArgumentsRuns) {
   EXPECT_EQ(parseCommandLine({}, u"1"_s), CommandLine(RunCommand{}));
 }
 
+TEST(CommandLine, RunsWithUrlsOfItsOwnAndNoOthers) {
+  const QStringList urls{u"nimbrel://add?text=a"_s, u"NIMBREL:x"_s};
+  EXPECT_EQ(parseCommandLine(urls, u"1"_s), CommandLine(RunCommand{urls}));
+  for (const QStringList& others :
+       {QStringList{u"https://example.org"_s}, QStringList{u"nimbrel://add"_s, u"--frob"_s},
+        QStringList{u"nimbrel"_s}}) {
+    const CommandLine command = parseCommandLine(others, u"1"_s);
+    ASSERT_TRUE(std::holds_alternative<PrintCommand>(command)) << qPrintable(others.first());
+    EXPECT_EQ(std::get<PrintCommand>(command).exitStatus, 2);
+  }
+}
+
 TEST(CommandLine, PrintsItsVersion) {
   for (const QString& option : {u"--version"_s, u"-v"_s})
     EXPECT_EQ(parseCommandLine({option}, u"1.2.3"_s), CommandLine(PrintCommand{u"nimbrel 1.2.3\n"_s, 0}));
