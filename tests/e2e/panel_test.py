@@ -128,9 +128,7 @@ class Panel(PanelScenario):
 
     def test_what_was_typed_last_is_what_is_pasted(self):
         for number in range(30):
-            desktop.copy(f"copia número {number}")
-            time.sleep(0.02)
-        until(lambda: self.nimbrel.count() == 30, "the captures")
+            self.nimbrel.copied(f"copia número {number}")
         client = self.open([QT_ENTRY], "--name", "^qt-entry$")
         self.nimbrel.show()
         run("xdotool", "type", "--delay", "0", "--args", "1", "numero 17", "key", "--delay", "0", "Return")
