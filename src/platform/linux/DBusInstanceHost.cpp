@@ -39,9 +39,10 @@ InstanceHost::Claim DBusInstanceHost::claim(const QStringList& urls) {
   if (bus.registerService(QLatin1String(kService))) return Claim::first;
   for (int attempt = 0; attempt < kAttempts; ++attempt) {
     const QDBusMessage answer = handOver(urls);
-    const bool answered = answer.type() == QDBusMessage::ReplyMessage;
-    if (answered) bus.unregisterObject(QLatin1String(kPath));
-    if (answered) return Claim::handedOver;
+    if (answer.type() == QDBusMessage::ReplyMessage) {
+      bus.unregisterObject(QLatin1String(kPath));
+      return Claim::handedOver;
+    }
     // The other instance may be on its way out.
     if (bus.registerService(QLatin1String(kService))) return Claim::first;
     // It may take up later what it has not answered yet; once is enough.

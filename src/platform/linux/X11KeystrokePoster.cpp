@@ -50,9 +50,7 @@ std::optional<RunningApplication> X11KeystrokePoster::focusedApplication() {
   for (int depth = 0; depth < kMaxDepth && window > XCB_INPUT_FOCUS_POINTER_ROOT && window != session_.root();
        ++depth) {
     if (auto application = active_.applicationOf(window)) return application;
-    const auto tree = session_.reply(xcb_query_tree_reply, xcb_query_tree(session_.connection(), window));
-    if (!tree) break;
-    window = tree->parent;
+    window = session_.parentOf(window);
   }
   return active_.current();
 }

@@ -171,6 +171,12 @@ void X11PanelWindow::pretendFocus(bool focused) {
   xcb_flush(qt_);
 }
 
+void X11PanelWindow::releaseKeyboard() {
+  pretendFocus(false);
+  xcb_ungrab_keyboard(qt_, XCB_CURRENT_TIME);
+  xcb_flush(qt_);
+}
+
 void X11PanelWindow::dismiss(bool returnFocus) {
   presented_ = false;
   left_ = false;
@@ -178,11 +184,7 @@ void X11PanelWindow::dismiss(bool returnFocus) {
   stackingTimer_.stop();
   session_.watchRawEvents(XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS, false);
   const Loan loan = std::exchange(loan_, Loan::none);
-  if (loan == Loan::keyboard) {
-    pretendFocus(false);
-    xcb_ungrab_keyboard(qt_, XCB_CURRENT_TIME);
-    xcb_flush(qt_);
-  }
+  if (loan == Loan::keyboard) releaseKeyboard();
   // Before the window goes, so that the focus is never nobody's; also where the user has turned to something
   // that takes no focus.
   if (loan != Loan::keyboard || returnFocus) giveFocusBack();
@@ -220,19 +222,15 @@ void X11PanelWindow::letGo() {
   idleTimer_.stop();
   const bool grabbed = std::exchange(loan_, Loan::none) == Loan::keyboard;
   if (!stackingTimer_.isActive()) giveFocusBack();
-  if (!grabbed) return;
-  pretendFocus(false);
-  xcb_ungrab_keyboard(qt_, XCB_CURRENT_TIME);
-  xcb_flush(qt_);
+  if (grabbed) releaseKeyboard();
 }
 
 xcb_window_t X11PanelWindow::topLevelOf(xcb_window_t window) {
   constexpr int kMaxDepth = 16;
   for (int depth = 0; depth < kMaxDepth && window > XCB_INPUT_FOCUS_POINTER_ROOT; ++depth) {
-    const auto tree = session_.reply(xcb_query_tree_reply, xcb_query_tree(session_.connection(), window));
-    if (!tree) break;
-    if (tree->parent == session_.root()) return window;
-    window = tree->parent;
+    const xcb_window_t parent = session_.parentOf(window);
+    if (parent == session_.root()) return window;
+    window = parent;
   }
   return XCB_WINDOW_NONE;
 }
@@ -282,9 +280,7 @@ bool X11PanelWindow::focusIsBack() {
   // Some programs put the focus on a window inside their own as soon as they get it.
   for (int depth = 0; depth < kMaxDepth && window > XCB_INPUT_FOCUS_POINTER_ROOT && window != session_.root();
        ++depth) {
-    const auto tree = session_.reply(xcb_query_tree_reply, xcb_query_tree(session_.connection(), window));
-    if (!tree) return false;
-    window = tree->parent;
+    window = session_.parentOf(window);
     if (window == previousFocus_) return true;
   }
   return false;

@@ -46,6 +46,7 @@ class X11PanelWindow final : public QObject, public PanelWindow, private QAbstra
   void shapeInput();
   /// Whether a point of the screen belongs to one of the program's windows.
   [[nodiscard]] bool isOurs(const QPoint& point) const;
+  void releaseKeyboard();
   void letGo();
   /// Where the panel has the focus, whoever had it before gets it.
   void giveFocusBack();

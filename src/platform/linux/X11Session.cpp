@@ -44,6 +44,11 @@ bool X11Session::succeeded(xcb_void_cookie_t cookie) {
   return !error;
 }
 
+xcb_window_t X11Session::parentOf(xcb_window_t window) {
+  const auto tree = reply(xcb_query_tree_reply, xcb_query_tree(connection(), window));
+  return tree ? tree->parent : xcb_window_t{XCB_WINDOW_NONE};
+}
+
 xcb_window_t X11Session::focusWindow() {
   const auto answer = reply(xcb_get_input_focus_reply, xcb_get_input_focus(connection_.get()));
   return answer ? answer->focus : static_cast<xcb_window_t>(XCB_WINDOW_NONE);

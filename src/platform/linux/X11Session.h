@@ -53,6 +53,9 @@ class X11Session final : public QObject {
   /// The window that has the keyboard.
   [[nodiscard]] xcb_window_t focusWindow();
 
+  /// The window that a window stands in; none when that is not there any more.
+  [[nodiscard]] xcb_window_t parentOf(xcb_window_t window);
+
   void flush() { xcb_flush(connection_.get()); }
 
  private:

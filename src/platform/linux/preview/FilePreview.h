@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QObject>
-#include <QThread>
 #include <QThreadPool>
 #include <memory>
 #include <stop_token>
@@ -23,9 +22,6 @@ class FilePreview final : public QObject, public PreviewPanel {
   void reload(const std::optional<QUrl>& item) override;
   void close() override;
   void setCloseHandler(std::function<void()> handler) override { closeHandler_ = std::move(handler); }
-
-  /// The window, null before it was first needed.
-  [[nodiscard]] PreviewWindow* window() const { return window_.get(); }
 
  private:
   PreviewWindow& made();
