@@ -40,7 +40,12 @@ AppDelegate::AppDelegate(Platform& platform, HistoryCipher& cipher, std::unique_
       remoteTexts_(store_, clock_),
       lock_(*platform.authenticator, clock_),
       icons_(*platform.applications, kRowIconSize),
-      background_(QStringLiteral("Nimbrel.applications")) {}
+      background_(QStringLiteral("Nimbrel.applications")),
+      intents_{.store = store_,
+               .settings = settings_.values(),
+               .lock = lock_,
+               .permission = permission_,
+               .pasteClipNow = [this](const ClipItem& clip) { return paster_->pasteClipNow(clip); }} {}
 
 AppDelegate::~AppDelegate() {
   applicationWillTerminate();
@@ -49,6 +54,8 @@ AppDelegate::~AppDelegate() {
 void AppDelegate::applicationDidFinishLaunching() {
   putUpStatusItem();
   connect(&store_, &ClipboardStore::pauseChanged, this, [this] { refreshStatusItem(); });
+  connect(&store_, &ClipboardStore::pauseChanged, this,
+          [this](bool paused) { platform_.instance->announceCapture(paused); });
   connect(&store_, &ClipboardStore::queueChanged, this, [this] { refreshStatusItem(); });
   makePanel();
   lock_.setAfterAuthentication([this] { panel_->refocusPanel(); });
@@ -105,6 +112,12 @@ void AppDelegate::makePanel() {
                                                         .notify = platform_.notify});
   connect(panel_.get(), &PanelController::settingsRequested, this, &AppDelegate::openSettings);
   connect(panel_.get(), &PanelController::quitRequested, qApp, &QApplication::quit);
+  paster_ = std::make_unique<ClipPaster>(ClipPasterParts{.store = store_,
+                                                         .permission = permission_,
+                                                         .workspace = *platform_.workspace,
+                                                         .keystrokes = *platform_.keystrokes,
+                                                         .lock = lock_,
+                                                         .panel = *panel_});
 }
 
 void AppDelegate::makeSettingsWindow() {
@@ -211,6 +224,16 @@ void AppDelegate::showPanel() {
     panel_->refocusPanel();
   else
     panel_->showPanel();
+}
+
+void AppDelegate::showCollections() {
+  showPanel();
+  panel_->chooseFilter();
+}
+
+void AppDelegate::showSearch(const QString& text) {
+  showPanel();
+  panel_->searchFor(text);
 }
 
 }  // namespace nimbrel

@@ -4,6 +4,7 @@
 #include <QTimer>
 #include <memory>
 
+#include "app/ClipPaster.h"
 #include "app/PanelController.h"
 #include "app/RemoteTexts.h"
 #include "app/SettingsWindow.h"
@@ -15,6 +16,7 @@
 #include "capture/ClipboardStore.h"
 #include "capture/DetectingTextGrader.h"
 #include "capture/ImageTextReader.h"
+#include "intents/IntentServices.h"
 #include "look/icons/InstalledIcons.h"
 #include "platform/Platform.h"
 #include "settings/model/AppSettings.h"
@@ -41,11 +43,13 @@ class AppDelegate final : public QObject {
   /// disk and some seconds at most for images. Runs once, however often called.
   void applicationWillTerminate();
 
-  /// The history, for whoever automates the program.
   [[nodiscard]] ClipboardStore& store() { return store_; }
 
   /// The user's choices.
   [[nodiscard]] AppSettings& settings() { return settings_; }
+
+  /// For whoever automates the program, once it has finished launching.
+  [[nodiscard]] const IntentServices& intentServices() const { return intents_; }
 
   /// Shows the settings in place of the panel.
   void openSettings();
@@ -55,6 +59,10 @@ class AppDelegate final : public QObject {
 
   /// Shows the panel, for a second start of the program.
   void showPanel();
+  /// The same with the collections to choose from.
+  void showCollections();
+  /// The same with a text looked for.
+  void showSearch(const QString& text);
 
   /// Takes in the texts of the program's own URLs.
   void openUrls(const QStringList& urls) { remoteTexts_.openUrls(urls); }
@@ -96,6 +104,8 @@ class AppDelegate final : public QObject {
   Background background_;
   std::unique_ptr<StatusItem> statusItem_;
   std::unique_ptr<PanelController> panel_;
+  std::unique_ptr<ClipPaster> paster_;
+  IntentServices intents_;
   std::unique_ptr<HotKeyDispatcher> dispatcher_;
   std::unique_ptr<HotKey> hotKey_;
   std::unique_ptr<HotKey> nextHotKey_;

@@ -14,6 +14,8 @@ QString helpText() {
   return Texts::tr(
       "Uso: nimbrel [OPCIÓN]\n"
       "     nimbrel nimbrel://add?text=TEXTO[&source=iphone|ipad|mac]…\n"
+      "     nimbrel copy-latest | search TEXTO | toggle-capture | paste-from COLECCIÓN |\n"
+      "             collections | show | quit [--json] [--notify]\n"
       "     nimbrel classify [--source ID] [--no-codes] [--multiline] [--lines] [ARCHIVO]\n"
       "     nimbrel transform TRANSFORMACIÓN [ARCHIVO]\n"
       "\n"
@@ -22,6 +24,14 @@ QString helpText() {
       "arranque muestra su panel.\n"
       "\n"
       "Una dirección nimbrel://add añade al historial un texto de otro dispositivo.\n"
+      "\n"
+      "copy-latest pone en el portapapeles el último texto que no es secreto; search los\n"
+      "escribe, veinte como mucho; toggle-capture pausa o reanuda la captura; paste-from\n"
+      "pega lo último de una colección y collections las enumera; show muestra el panel\n"
+      "(con --collections, para elegir una) y quit termina el programa. --json da la\n"
+      "respuesta para un programa y --notify la muestra en el escritorio. Estado de salida:\n"
+      "3 Nimbrel no está disponible, 4 no hay texto, 5 la colección no lo tiene, 6 sin\n"
+      "desbloquear, 7 sin permiso para pegar, 8 demasiadas peticiones, 9 no contesta.\n"
       "\n"
       "  -h, --help     muestra esta ayuda y termina\n"
       "  -v, --version  muestra la versión y termina\n"
@@ -63,6 +73,10 @@ CommandLine parseCommandLine(const QStringList& arguments, const QString& versio
   if (asksForHelp(arguments)) return PrintCommand{helpText(), 0};
   if (first == u"--version" || first == u"-v")
     return PrintCommand{QStringLiteral("nimbrel %1\n").arg(version), 0};
+  if (const auto asked = parseInstanceCommand(arguments)) {
+    if (const auto* const error = std::get_if<UsageError>(&*asked)) return misuse(error->message);
+    return std::get<InstanceCommand>(*asked);
+  }
   const auto text = parseTextCommand(arguments);
   if (!text) return misuse(Texts::tr("opción desconocida «%1»").arg(printable(first)));
   if (const auto* const error = std::get_if<UsageError>(&*text)) return misuse(error->message);

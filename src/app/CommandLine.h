@@ -4,6 +4,7 @@
 #include <QStringList>
 #include <variant>
 
+#include "app/InstanceCommand.h"
 #include "app/TextCommand.h"
 
 namespace nimbrel {
@@ -25,10 +26,11 @@ struct PrintCommand final {
 };
 
 /// What the program was started for.
-using CommandLine = std::variant<RunCommand, PrintCommand, TextCommand>;
+using CommandLine = std::variant<RunCommand, PrintCommand, TextCommand, InstanceCommand>;
 
 /// Reads the arguments after the program's name: none, URLs of the program's scheme, "--help", "--version",
-/// "classify …" or "transform …"; anything else is answered with a message and status 2.
+/// "classify …", "transform …" or what is asked of the running instance; anything else is answered with a
+/// message and status 2.
 [[nodiscard]] CommandLine parseCommandLine(const QStringList& arguments, const QString& version);
 
 }  // namespace nimbrel

@@ -51,6 +51,17 @@ class PanelController final : public QObject {
   /// Hides the panel for a window of the program's own, which takes the keyboard.
   void makeWay() { hidePanel(Focus::leave); }
 
+  /// Pastes what is on the pasteboard into the application that the user was in, once the panel has gone.
+  void hideAndPaste();
+
+  /// Tells the user that nothing was pasted, since their window has lost the keyboard.
+  void tellNothingPasted();
+
+  /// Offers the applications and collections to filter the visible panel by.
+  void chooseFilter() { content_->chooseFilter(); }
+  /// Looks for a text in the visible panel.
+  void searchFor(const QString& text) { content_->searchFor(text); }
+
   /// Makes the visible panel the one that has the keyboard again.
   void refocusPanel();
 
@@ -76,9 +87,7 @@ class PanelController final : public QObject {
   void resignKey();
   void dismiss();
   void hidePanel(Focus focus);
-  void hideAndPaste();
   void pasteNow();
-  void tellNothingPasted();
 
   PanelParts parts_;
   FloatingPanel panel_;

@@ -22,27 +22,6 @@ struct Failure {
 template <typename T>
 using Result = std::variant<T, Failure>;
 
-/// The arguments after a command's name: its options in front or between, the others in their order.
-struct Arguments {
-  QStringList options;
-  QStringList others;
-};
-
-/// "-" is a file's name, and after "--" everything is.
-Arguments sorted(const QStringList& arguments) {
-  Arguments result;
-  bool optionsOver = false;
-  for (const QString& argument : arguments) {
-    if (!optionsOver && argument == u"--")
-      optionsOver = true;
-    else if (!optionsOver && argument.startsWith(u'-') && argument != u"-")
-      result.options.append(argument);
-    else
-      result.others.append(argument);
-  }
-  return result;
-}
-
 /// The file that arguments name, "-" and none standing for the standard input.
 QString fileOf(const QStringList& names) {
   return names.value(0) == u"-" ? QString() : names.value(0);
@@ -62,7 +41,7 @@ QStringList withJoinedSource(QStringList arguments) {
 
 std::variant<TextCommand, UsageError> parseClassify(const QStringList& given) {
   constexpr QStringView kSource = u"--source=";
-  const Arguments arguments = sorted(withJoinedSource(given));
+  const CommandArguments arguments = sortedArguments(withJoinedSource(given));
   ClassifyCommand command;
   for (const QString& option : arguments.options) {
     if (option == u"--no-codes")
@@ -92,7 +71,7 @@ QString transformNames() {
 }
 
 std::variant<TextCommand, UsageError> parseTransform(const QStringList& given) {
-  const Arguments arguments = sorted(given);
+  const CommandArguments arguments = sortedArguments(given);
   if (!arguments.options.isEmpty())
     return UsageError{
         Texts::tr("transform no conoce la opción «%1»").arg(printable(arguments.options.first()))};
@@ -257,14 +236,6 @@ std::optional<Failure> answerFromSource(const Command& command, QIODevice& input
 }
 
 }  // namespace
-
-QString printable(QString argument) {
-  for (QChar& unit : argument) {
-    if (unit.category() == QChar::Other_Control || unit.category() == QChar::Other_Format)
-      unit = QChar::ReplacementCharacter;
-  }
-  return argument;
-}
 
 std::optional<std::variant<TextCommand, UsageError>> parseTextCommand(const QStringList& arguments) {
   if (arguments.value(0) == u"classify") return parseClassify(arguments.sliced(1));

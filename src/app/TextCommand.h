@@ -6,6 +6,7 @@
 #include <optional>
 #include <variant>
 
+#include "app/CommandArguments.h"
 #include "capture/transforms/TextTransform.h"
 
 namespace nimbrel {
@@ -35,16 +36,6 @@ struct TransformCommand final {
 
 /// What a script asked for; it needs neither a desktop nor a running instance.
 using TextCommand = std::variant<ClassifyCommand, TransformCommand>;
-
-/// An argument as a message may show it: what it could do to a terminal is left out.
-[[nodiscard]] QString printable(QString argument);
-
-/// Why arguments make no command, in one line.
-struct UsageError final {
-  QString message;
-
-  bool operator==(const UsageError&) const = default;
-};
 
 /// Reads "classify" or "transform" and what follows; nothing when the first argument is neither.
 [[nodiscard]] std::optional<std::variant<TextCommand, UsageError>> parseTextCommand(

@@ -20,6 +20,7 @@
 #include "app/DescriptorDevice.h"
 #include "app/HistoryOpening.h"
 #include "app/Localization.h"
+#include "intents/IntentService.h"
 #include "platform/Platform.h"
 #include "storage/HistoryCipher.h"
 #include "storage/RandomSource.h"
@@ -57,6 +58,14 @@ int execute(const TextCommand& command) {
   }
 }
 
+int execute(const InstanceCommand& command) {
+  DescriptorDevice output(STDOUT_FILENO, QIODevice::WriteOnly);
+  DescriptorDevice errors(STDERR_FILENO, QIODevice::WriteOnly);
+  const auto client = makeInstanceClient();
+  return run(command, *client,
+             {.output = output, .errors = errors, .isTerminal = isatty(STDOUT_FILENO) == 1});
+}
+
 /// Runs something on another thread while the event loop goes on here. False when the program is told to end
 /// meanwhile.
 bool inBackground(TerminationSignal& termination, const std::function<void()>& task) {
@@ -85,6 +94,7 @@ std::variant<int, RunCommand> runCommand(const QStringList& arguments, int argc,
   const CommandLine command = parseCommandLine(arguments, QStringLiteral(NIMBREL_VERSION));
   if (const auto* const print = std::get_if<PrintCommand>(&command)) return execute(*print);
   if (const auto* const text = std::get_if<TextCommand>(&command)) return execute(*text);
+  if (const auto* const asked = std::get_if<InstanceCommand>(&command)) return execute(*asked);
   return std::get<RunCommand>(command);
 }
 
@@ -108,6 +118,20 @@ void endSoon() {
   }).detach();
 }
 
+/// What of other programs' requests concerns the history.
+InstanceRequests intentRequests(IntentService& intents) {
+  InstanceRequests requests;
+  requests.perform = [&intents](const IntentCall& call, const IntentAnswer& answer) {
+    intents.perform(call, answer);
+  };
+  requests.suggest = [&intents](const QStringList& terms, const auto& found) {
+    intents.suggest(terms, found);
+  };
+  requests.describe = [&intents](const QStringList& ids) { return intents.describe(ids); };
+  requests.choose = [&intents](const QString& id) { intents.choose(id); };
+  return requests;
+}
+
 int runApplication(int argc, char** argv, const RunCommand& command) {
   preparePlatform();
   QApplication application(argc, argv);
@@ -126,6 +150,9 @@ int runApplication(int argc, char** argv, const RunCommand& command) {
     case InstanceHost::Claim::unavailable:
       break;
   }
+  // Until there is a history, whoever asks for something of it is told so.
+  IntentService intents;
+  platform.instance->setRequests(intentRequests(intents));
   SystemRandom random;
   HistoryCipher cipher(*platform.secrets, random);
   const SystemClock clock;
@@ -146,10 +173,14 @@ int runApplication(int argc, char** argv, const RunCommand& command) {
   QObject::connect(&application, &QCoreApplication::aboutToQuit, &application, endSoon);
   delegate.applicationDidFinishLaunching();
   delegate.openUrls(command.urls);
-  platform.instance->setRequests(
-      {.show = [&delegate] { delegate.showPanel(); },
-       .openUrls = [&delegate](const QStringList& urls) { delegate.openUrls(urls); },
-       .quit = [] { QApplication::quit(); }});
+  intents.setServices(&delegate.intentServices());
+  InstanceRequests requests = intentRequests(intents);
+  requests.show = [&delegate] { delegate.showPanel(); };
+  requests.showCollections = [&delegate] { delegate.showCollections(); };
+  requests.showSearch = [&delegate](const QString& text) { delegate.showSearch(text); };
+  requests.openUrls = [&delegate](const QStringList& urls) { delegate.openUrls(urls); };
+  requests.quit = [] { QApplication::quit(); };
+  platform.instance->setRequests(requests);
   const int status = QApplication::exec();
   platform.instance->setRequests({});
   platform.termination->setLastHandler({});

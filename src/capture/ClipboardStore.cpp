@@ -145,6 +145,13 @@ void ClipboardStore::addRemoteText(const QString& text, RemoteDeviceType device)
   recorder_.record(CaptureText{.text = text, .rich = std::nullopt, .source = remoteSource(device)});
 }
 
+void ClipboardStore::searchInBackground(const QString& query,
+                                        std::function<void(const QList<ClipRef>&)> found) {
+  lookups_.run([query, history = items().snapshot(),
+                &database = parts_.database] { return idsMatching(query, history, database); },
+               [this, found = std::move(found)](const QList<QUuid>& ids) { found(clipsOf(ids, items())); });
+}
+
 SideFileNames ClipboardStore::filesInUse() const {
   SideFileNames names;
   for (qsizetype row = 0; row < items().size(); ++row)

@@ -8,6 +8,7 @@
 #include <functional>
 #include <optional>
 
+#include "capture/Background.h"
 #include "capture/BackgroundSearch.h"
 #include "capture/CaptureServices.h"
 #include "capture/ClipExaminer.h"
@@ -66,7 +67,11 @@ class ClipboardStore final : public QObject {
     return search_.find(query, history_.items(), history_.revision());
   }
 
-  /// Searches without keeping anybody waiting.
+  /// The same without keeping anybody waiting: each who asks is told in turn, while the store exists, of
+  /// those that are still there.
+  void searchInBackground(const QString& query, std::function<void(const QList<ClipRef>&)> found);
+
+  /// Searches for one who types, and is answered the last question only.
   [[nodiscard]] BackgroundSearch& backgroundSearch() { return backgroundSearch_; }
 
   /// The files of all clips.
@@ -198,6 +203,7 @@ class ClipboardStore final : public QObject {
   /// When capture was last paused or resumed.
   std::optional<std::chrono::steady_clock::time_point> pauseSwitched_;
   std::chrono::steady_clock::time_point lastRetry_;
+  Background lookups_{QStringLiteral("Nimbrel.lookups")};
   QTimer timer_;
 };
 

@@ -107,22 +107,28 @@ bool matchesQuery(const IndexedClip& clip, const ClipQuery& query) {
   return matches(clip, split.longTerms + split.shortTerms);
 }
 
-QList<ClipRef> HistorySearch::find(const QString& text, const HistoryList& history, quint64 revision) {
-  if (!cache_ || cache_->text != text || cache_->revision != revision) look(text, history, revision);
+QList<QUuid> idsMatching(const QString& text, const HistorySnapshot& history, ClipDatabase& database) {
+  // An empty text has no terms, which is not the same as no text: secrets are not found by it either.
+  const QString looked = text.isEmpty() ? QStringLiteral(" ") : text;
+  QList<QUuid> ids;
+  for (const ClipRef& clip : findClips({looked, {}}, history, database).clips)
+    ids.append(clip->clip.id);
+  return ids;
+}
+
+QList<ClipRef> clipsOf(const QList<QUuid>& ids, const HistoryList& history) {
   QList<ClipRef> clips;
-  clips.reserve(cache_->ids.size());
-  for (const QUuid& id : cache_->ids) {
+  clips.reserve(ids.size());
+  for (const QUuid& id : ids) {
     if (const auto row = history.rowOf(id)) clips.append(history.at(*row));
   }
   return clips;
 }
 
-void HistorySearch::look(const QString& text, const HistoryList& history, quint64 revision) {
-  // An empty text has no terms, which is not the same as no text: secrets are not found by it either.
-  const QString looked = text.isEmpty() ? QStringLiteral(" ") : text;
-  cache_ = Cached{text, revision, {}};
-  for (const ClipRef& clip : findClips({looked, {}}, history.snapshot(), database_).clips)
-    cache_->ids.append(clip->clip.id);
+QList<ClipRef> HistorySearch::find(const QString& text, const HistoryList& history, quint64 revision) {
+  if (!cache_ || cache_->text != text || cache_->revision != revision)
+    cache_ = Cached{text, revision, idsMatching(text, history.snapshot(), database_)};
+  return clipsOf(cache_->ids, history);
 }
 
 }  // namespace nimbrel

@@ -40,6 +40,14 @@ struct FoundClips final {
 /// Whether one clip is an answer to a query, by the same rules.
 [[nodiscard]] bool matchesQuery(const IndexedClip& clip, const ClipQuery& query);
 
+/// The ids of the clips that contain every term of a text, in history order; secrets are not found by an
+/// empty text either. Any thread; *waits* for the index.
+[[nodiscard]] QList<QUuid> idsMatching(const QString& text, const HistorySnapshot& history,
+                                       ClipDatabase& database);
+
+/// Those of these clips that are in a history, as they are there.
+[[nodiscard]] QList<ClipRef> clipsOf(const QList<QUuid>& ids, const HistoryList& history);
+
 /// The last answer to a search for a text. Main thread.
 class HistorySearch final {
  public:
@@ -57,8 +65,6 @@ class HistorySearch final {
     quint64 revision = 0;
     QList<QUuid> ids;
   };
-
-  void look(const QString& text, const HistoryList& history, quint64 revision);
 
   ClipDatabase& database_;
   std::optional<Cached> cache_;

@@ -227,6 +227,14 @@ void ContentView::panelDidHide() {
   search_->setText({});
 }
 
+void ContentView::chooseFilter() {
+  filterButton_->click();
+}
+
+void ContentView::searchFor(const QString& text) {
+  search_->setText(text);
+}
+
 ClipRef ContentView::selectedClip() const {
   const int row = selectedRow();
   return row < 0 ? ClipRef() : model_->clipAt(row);

@@ -42,6 +42,12 @@ class ContentView final : public QWidget {
   /// begins with the whole list already laid out.
   void panelDidHide();
 
+  /// Opens the menu of applications and collections to filter by.
+  void chooseFilter();
+
+  /// Looks for a text, as if the user had typed it.
+  void searchFor(const QString& text);
+
   /// The selected clip; null when there is none.
   [[nodiscard]] ClipRef selectedClip() const;
 

@@ -1,19 +1,13 @@
 #pragma once
 
 #include <QStringList>
-#include <functional>
+
+#include "platform/InstanceRequests.h"
 
 namespace nimbrel {
 
-/// What other processes ask of the running instance; every handler is called on the main thread.
-struct InstanceRequests final {
-  std::function<void()> show;
-  /// URLs as they were given, encoded, unchecked and as long as anybody likes.
-  std::function<void(const QStringList&)> openUrls;
-  std::function<void()> quit;
-};
-
-/// Keeps the program to one running instance per session. Main thread.
+/// Keeps the program to one running instance per session, and lets other processes ask things of it. Main
+/// thread.
 class InstanceHost {
  public:
   enum class Claim {
@@ -31,8 +25,12 @@ class InstanceHost {
 
   [[nodiscard]] virtual Claim claim(const QStringList& urls) = 0;
 
-  /// Who answers from now on; what was asked before that is answered at once.
+  /// Who answers from now on. What was asked before and has no answer (to be shown, URLs, the end) is asked
+  /// at once.
   virtual void setRequests(const InstanceRequests& requests) = 0;
+
+  /// Tells everybody whether capture is paused.
+  virtual void announceCapture(bool paused) = 0;
 };
 
 }  // namespace nimbrel

@@ -8,6 +8,7 @@
 #include "platform/DeviceAuthenticator.h"
 #include "platform/HotKeyRegistrar.h"
 #include "platform/ImageCodec.h"
+#include "platform/InstanceClient.h"
 #include "platform/InstanceHost.h"
 #include "platform/KeyReader.h"
 #include "platform/KeystrokePoster.h"
@@ -70,6 +71,9 @@ struct Platform final {
 /// The adapters of the desktop that the program was built for; called once, on the main thread, after the
 /// application object exists.
 [[nodiscard]] Platform makePlatform();
+
+/// The way to the running instance, for a process that is none; any application object is enough for it.
+[[nodiscard]] std::unique_ptr<InstanceClient> makeInstanceClient();
 
 /// The settings that must be made before the application object exists; called once, first thing in `main`.
 void preparePlatform();

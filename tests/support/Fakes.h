@@ -16,6 +16,7 @@
 #include "platform/DeviceAuthenticator.h"
 #include "platform/HotKeyRegistrar.h"
 #include "platform/ImageCodec.h"
+#include "platform/InstanceHost.h"
 #include "platform/KeyReader.h"
 #include "platform/KeystrokePoster.h"
 #include "platform/LoginItem.h"
@@ -247,6 +248,16 @@ class FakePanelWindow final : public PanelWindow {
 
  private:
   QWidget& widget_;
+};
+
+/// A desktop on which nobody else asks anything.
+class FakeInstanceHost final : public InstanceHost {
+ public:
+  [[nodiscard]] Claim claim(const QStringList&) override { return Claim::first; }
+  void setRequests(const InstanceRequests&) override {}
+  void announceCapture(bool paused) override { announced.append(paused); }
+
+  QList<bool> announced;
 };
 
 /// Asks nobody: the test answers.

@@ -43,6 +43,9 @@ class Lock final : public QObject {
   /// The same for those to whom it matters why there is no proof.
   void ask(Reason reason, std::function<void(Answer)> done);
 
+  /// Whether the user has proved who they are within the last minute: asking now prompts nobody.
+  [[nodiscard]] bool holdsProof() const { return isWithinGrace(); }
+
   /// Whether the system's prompt is up, or was a moment ago: the keyboard is the prompt's.
   [[nodiscard]] bool isAuthenticating() const;
 

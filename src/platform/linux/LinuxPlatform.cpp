@@ -1,13 +1,9 @@
-#include <QDBusConnection>
-#include <QDBusMessage>
-#include <QDBusPendingCall>
 #include <QGuiApplication>
 #include <QIcon>
 #include <QStandardPaths>
 #include <QWidget>
 
 #include "platform/Platform.h"
-#include "platform/linux/DBusInstanceHost.h"
 #include "platform/linux/JsonUserDefaults.h"
 #include "platform/linux/LibsecretStore.h"
 #include "platform/linux/PolkitAuthenticator.h"
@@ -21,6 +17,9 @@
 #include "platform/linux/XdgApplicationCatalog.h"
 #include "platform/linux/XdgAutostart.h"
 #include "platform/linux/XdgOpener.h"
+#include "platform/linux/dbus/DBusInstanceClient.h"
+#include "platform/linux/dbus/DBusInstanceHost.h"
+#include "platform/linux/dbus/DesktopNotification.h"
 #include "platform/linux/imaging/ConfinedImaging.h"
 #include "platform/linux/preview/FilePreview.h"
 #include "platform/linux/tray/TrayStatusItem.h"
@@ -49,23 +48,16 @@ class XtestTrust final : public AccessibilityTrust {
   std::shared_ptr<X11Desktop> desktop_;
 };
 
-/// Shown by the desktop's notification server, if one is running (Desktop Notifications, freedesktop.org).
-void sendNotification(const QString& title, const QString& text) {
-  const QString server = QStringLiteral("org.freedesktop.Notifications");
-  auto call = QDBusMessage::createMethodCall(server, QStringLiteral("/org/freedesktop/Notifications"), server,
-                                             QStringLiteral("Notify"));
-  constexpr int kDefaultTime = -1;
-  call << QStringLiteral("Nimbrel") << 0U << QStringLiteral("app.nimbrel.Nimbrel") << title << text
-       << QStringList() << QVariantMap{{QStringLiteral("transient"), true}} << kDefaultTime;
-  QDBusConnection::sessionBus().asyncCall(call);
-}
-
 }  // namespace
 
 void preparePlatform() {
   // The panel, the hot keys and the pasteboard speak X11, also on desktops where Qt would choose Wayland.
   const QByteArray chosen = qgetenv("QT_QPA_PLATFORM");
   if (chosen.isEmpty() || chosen.startsWith("wayland")) qputenv("QT_QPA_PLATFORM", "xcb");
+}
+
+std::unique_ptr<InstanceClient> makeInstanceClient() {
+  return std::make_unique<DBusInstanceClient>();
 }
 
 Platform makePlatform() {

@@ -32,6 +32,7 @@ using namespace testing;
 class AppDelegateTest : public ::testing::Test {
  protected:
   AppDelegateTest() {
+    keep(platform.instance, instance);
     keep(platform.secrets, secrets);
     keep(platform.workspace, workspace);
     keep(platform.pasteboard, pasteboard);
@@ -110,6 +111,7 @@ class AppDelegateTest : public ::testing::Test {
   SystemClock clock;
   SystemRandom random;
   Platform platform;
+  FakeInstanceHost* instance = nullptr;
   FakeSecretStore* secrets = nullptr;
   FakeWorkspace* workspace = nullptr;
   FakePasteboard* pasteboard = nullptr;
@@ -156,6 +158,99 @@ TEST_F(AppDelegateTest, TheNextHotKeyPastesTheQueuedClipsOneAfterTheOther) {
   EXPECT_EQ(pasteboard->text, u"b"_s);
   EXPECT_EQ(keystrokes->pastes, 2);
   EXPECT_EQ(statusItem->state.title, QString());
+}
+
+TEST_F(AppDelegateTest, AutomationPastesWhereTheUserIs) {
+  copy(u"a"_s);
+  const ClipItem clip = delegate->store().items().at(0)->clip;
+  EXPECT_EQ(delegate->intentServices().pasteClipNow(clip), std::nullopt);
+  EXPECT_EQ(pasteboard->writes.size(), 1);
+  EXPECT_EQ(keystrokes->pastes, 1);
+}
+
+TEST_F(AppDelegateTest, AutomationWithoutTrustAsksForItAndCopiesNothing) {
+  copy(u"a"_s);
+  trust->trusted = false;
+  const ClipItem clip = delegate->store().items().at(0)->clip;
+  EXPECT_EQ(delegate->intentServices().pasteClipNow(clip), BrevinIntentError::accessibilityRequired);
+  EXPECT_EQ(trust->requests, 1);
+  EXPECT_TRUE(pasteboard->writes.isEmpty());
+  EXPECT_EQ(keystrokes->pastes, 0);
+}
+
+TEST_F(AppDelegateTest, AutomationPressesNothingWhenTheClipCannotBeCopied) {
+  copy(u"a"_s);
+  pasteboard->failWrites = true;
+  const ClipItem clip = delegate->store().items().at(0)->clip;
+  EXPECT_EQ(delegate->intentServices().pasteClipNow(clip), BrevinIntentError::emptyHistory);
+  EXPECT_EQ(keystrokes->pastes, 0);
+}
+
+TEST_F(AppDelegateTest, AutomationDoesNotPasteIntoThePanel) {
+  copy(u"a"_s);
+  delegate->showPanel();
+  const ClipItem clip = delegate->store().items().at(0)->clip;
+  EXPECT_EQ(delegate->intentServices().pasteClipNow(clip), std::nullopt);
+  EXPECT_FALSE(isPanelVisible());
+  EXPECT_EQ(keystrokes->pastes, 0);
+  ASSERT_TRUE(QTest::qWaitFor([this] { return static_cast<bool>(panelWindow->focusHandler); }));
+  panelWindow->focusHandler(true);
+  EXPECT_EQ(keystrokes->pastes, 1);
+}
+
+TEST_F(AppDelegateTest, AutomationWaitsUntilTheKeyboardIsBackFromThePrompt) {
+  delegate->settings().setLockMode(LockMode::sensitiveOnly);
+  copy(u"a"_s);
+  const ClipItem clip = delegate->store().items().at(0)->clip;
+  const IntentServices& services = delegate->intentServices();
+  const auto paste = [&](bool) { EXPECT_EQ(services.pasteClipNow(clip), std::nullopt); };
+  workspace->front = RunningApplication{u"editor"_s, u"Editor"_s, 7};
+  services.lock.authenticate(Lock::Reason::history, paste);
+  workspace->front = RunningApplication{u"prompt"_s, u"Prompt"_s, 8};
+  authenticator->reply(AuthenticationReply::Outcome::proven);
+  EXPECT_EQ(keystrokes->pastes, 0);
+  workspace->front = RunningApplication{u"editor"_s, u"Editor"_s, 7};
+  EXPECT_TRUE(QTest::qWaitFor([this] { return keystrokes->pastes == 1; }));
+}
+
+TEST_F(AppDelegateTest, AutomationPastesNothingElsewhereAfterThePrompt) {
+  delegate->settings().setLockMode(LockMode::sensitiveOnly);
+  copy(u"a"_s);
+  const ClipItem clip = delegate->store().items().at(0)->clip;
+  const IntentServices& services = delegate->intentServices();
+  workspace->front = RunningApplication{u"editor"_s, u"Editor"_s, 7};
+  services.lock.authenticate(Lock::Reason::history,
+                             [&](bool) { EXPECT_EQ(services.pasteClipNow(clip), std::nullopt); });
+  workspace->front = RunningApplication{u"chat"_s, u"Chat"_s, 9};
+  authenticator->reply(AuthenticationReply::Outcome::proven);
+  EXPECT_TRUE(QTest::qWaitFor([this] { return !log.lines().isEmpty(); }));
+  EXPECT_TRUE(log.lines().last().startsWith(u"No se pegó"));
+  EXPECT_EQ(keystrokes->pastes, 0);
+}
+
+TEST_F(AppDelegateTest, AnnouncesThatCaptureIsPaused) {
+  delegate->store().setPaused(true);
+  delegate->store().setPaused(true);
+  delegate->store().setPaused(false);
+  EXPECT_EQ(instance->announced, (QList<bool>{true, false}));
+}
+
+TEST_F(AppDelegateTest, ShowsThePanelWithATextLookedFor) {
+  copy(u"pan"_s);
+  delegate->showSearch(u"pan"_s);
+  EXPECT_TRUE(isPanelVisible());
+  EXPECT_EQ(panel->findChild<QLineEdit*>(u"searchField"_s)->text(), u"pan");
+}
+
+TEST_F(AppDelegateTest, ShowsThePanelWithTheCollectionsToChooseFrom) {
+  copy(u"pan"_s);
+  delegate->store().setCollection(idAt(0), u"compra"_s);
+  delegate->showCollections();
+  EXPECT_TRUE(isPanelVisible());
+  QMenu* const menu = panel->findChild<QMenu*>(u"filterMenu"_s);
+  ASSERT_TRUE(menu);
+  EXPECT_TRUE(menu->isVisible());
+  menu->close();
 }
 
 TEST_F(AppDelegateTest, ComesUpInOrder) {

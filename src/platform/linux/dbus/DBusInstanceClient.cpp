@@ -1,0 +1,125 @@
+#include "platform/linux/dbus/DBusInstanceClient.h"
+
+#include <QDBusConnection>
+#include <QDBusConnectionInterface>
+#include <QDBusError>
+#include <QDeadlineTimer>
+#include <chrono>
+#include <thread>
+
+#include "platform/linux/dbus/BusNames.h"
+#include "platform/linux/dbus/DesktopNotification.h"
+
+namespace nimbrel {
+namespace {
+
+using namespace std::chrono_literals;
+
+/// Longer than the user is given for the password.
+constexpr int kCallTimeoutMilliseconds = 150'000;
+/// How long a program that starts, or ends, is waited for.
+constexpr auto kPatience = 15s;
+constexpr auto kPause = 100ms;
+
+QDBusMessage callOnce(const QString& method, const QVariantList& arguments) {
+  auto call = QDBusMessage::createMethodCall(QLatin1String(bus::kService), QLatin1String(bus::kPath),
+                                             QLatin1String(bus::kInterface), method);
+  call.setArguments(arguments);
+  return QDBusConnection::sessionBus().call(call, QDBus::Block, kCallTimeoutMilliseconds);
+}
+
+bool isStarting(const QDBusMessage& answer) {
+  return bus::errorOf(answer.errorName()) == InstanceClient::kUnavailable;
+}
+
+/// What went wrong on the way.
+QString errorOf(const QDBusMessage& answer) {
+  if (const QString own = bus::errorOf(answer.errorName()); !own.isEmpty()) return own;
+  switch (QDBusError(answer).type()) {
+    case QDBusError::LimitsExceeded:
+      return InstanceClient::kTooManyCalls.toString();
+    case QDBusError::NoReply:
+    case QDBusError::Timeout:
+    case QDBusError::TimedOut:
+      return InstanceClient::kNoAnswer.toString();
+    default:
+      return InstanceClient::kUnavailable.toString();
+  }
+}
+
+QString methodOf(Intent intent) {
+  switch (intent) {
+    case Intent::copyLatestClip:
+      return QStringLiteral("CopyLatestClip");
+    case Intent::searchHistory:
+      return QStringLiteral("SearchHistory");
+    case Intent::toggleCapture:
+      return QStringLiteral("ToggleCapture");
+    case Intent::pasteFromCollection:
+      return QStringLiteral("PasteFromCollection");
+    case Intent::listCollections:
+      return QStringLiteral("ListCollections");
+  }
+  return {};
+}
+
+bool hasArgument(Intent intent) {
+  return intent == Intent::searchHistory || intent == Intent::pasteFromCollection;
+}
+
+/// Whatever of a reply's values is there, by what they are.
+IntentReply replyOf(const QDBusMessage& answer) {
+  IntentReply reply;
+  if (answer.type() != QDBusMessage::ReplyMessage)
+    return {.error = errorOf(answer),
+            .message = bus::errorOf(answer.errorName()).isEmpty() ? QString() : answer.errorMessage()};
+  const auto values = answer.arguments();
+  for (const QVariant& value : values) {
+    if (value.userType() == QMetaType::QString) reply.message = value.toString();
+    if (value.userType() == QMetaType::Bool) reply.paused = value.toBool();
+    if (value.userType() == QMetaType::QStringList) reply.texts = value.toStringList();
+  }
+  return reply;
+}
+
+}  // namespace
+
+QDBusMessage DBusInstanceClient::call(const QString& method, const QVariantList& arguments) {
+  const QDeadlineTimer deadline(kPatience);
+  QDBusMessage answer = callOnce(method, arguments);
+  while (isStarting(answer) && !deadline.hasExpired()) {
+    std::this_thread::sleep_for(kPause);
+    answer = callOnce(method, arguments);
+  }
+  return answer;
+}
+
+IntentReply DBusInstanceClient::perform(const IntentCall& wanted) {
+  return replyOf(call(methodOf(wanted.intent),
+                      hasArgument(wanted.intent) ? QVariantList{wanted.argument} : QVariantList()));
+}
+
+IntentReply DBusInstanceClient::show(bool collections) {
+  return replyOf(call(collections ? QStringLiteral("ShowCollections") : QStringLiteral("Show")));
+}
+
+bool DBusInstanceClient::isRunning() {
+  const QDBusConnection bus = QDBusConnection::sessionBus();
+  return bus.isConnected() && bus.interface()->isServiceRegistered(QLatin1String(bus::kService));
+}
+
+bool DBusInstanceClient::quit() {
+  // Or the bus would start it for this.
+  if (!isRunning()) return true;
+  static_cast<void>(callOnce(QStringLiteral("Quit"), {}));
+  const QDeadlineTimer deadline(kPatience);
+  while (isRunning() && !deadline.hasExpired())
+    std::this_thread::sleep_for(kPause);
+  return !isRunning();
+}
+
+void DBusInstanceClient::notify(const QString& title, const QString& text) {
+  sendNotification(title, text);
+}
+
+}  // namespace nimbrel

@@ -1,0 +1,236 @@
+#include "platform/linux/dbus/DBusInstanceHost.h"
+
+#include <QDBusArgument>
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QVariantMap>
+#include <utility>
+
+#include "platform/linux/dbus/BusNames.h"
+
+namespace nimbrel {
+namespace {
+
+/// The second start waits for the first to answer, but not for one that hangs.
+constexpr int kCallTimeoutMilliseconds = 5000;
+constexpr int kAttempts = 10;
+constexpr unsigned long kAttemptPause = 100;
+
+/// Of an empty URL, in UTF-16 units.
+constexpr qsizetype kCostOfUrl = 64;
+
+void reply(const QDBusMessage& message, const QVariantList& values = {}) {
+  if (message.isReplyRequired()) QDBusConnection::sessionBus().send(message.createReply(values));
+}
+
+void replyError(const QDBusMessage& message, const QString& error, const QString& text) {
+  if (message.isReplyRequired())
+    QDBusConnection::sessionBus().send(message.createErrorReply(bus::errorName(error), text));
+}
+
+/// A reply's values, as the interface has them for an intent.
+QVariantList valuesOf(Intent intent, const IntentReply& reply) {
+  switch (intent) {
+    case Intent::copyLatestClip:
+      return {reply.message};
+    case Intent::searchHistory:
+      return {reply.texts, reply.message};
+    case Intent::toggleCapture:
+      return {reply.paused, reply.message};
+    case Intent::pasteFromCollection:
+      return {};
+    case Intent::listCollections:
+      return {reply.texts};
+  }
+  return {};
+}
+
+QVariant metasOf(const QList<ClipSuggestion>& clips) {
+  QDBusArgument metas;
+  metas.beginArray(QMetaType::fromType<QVariantMap>());
+  for (const ClipSuggestion& clip : clips) {
+    metas << QVariantMap{{QStringLiteral("id"), clip.id},
+                         {QStringLiteral("name"), clip.text},
+                         {QStringLiteral("gicon"), QStringLiteral("app.nimbrel.Nimbrel")}};
+  }
+  metas.endArray();
+  return QVariant::fromValue(metas);
+}
+
+}  // namespace
+
+DBusInstanceHost::DBusInstanceHost() {
+  object_ = std::make_unique<BusObject>(clock_, [this](const BusCall& call) {
+    QMetaObject::invokeMethod(
+        this,
+        [this, call] {
+          object_->settle(call);
+          answer(call);
+        },
+        Qt::QueuedConnection);
+  });
+  thread_.setObjectName(QStringLiteral("Nimbrel.bus"));
+}
+
+DBusInstanceHost::~DBusInstanceHost() {
+  if (QDBusConnection bus = QDBusConnection::sessionBus(); bus.isConnected()) {
+    unregisterObject();
+    bus.unregisterService(QLatin1String(bus::kService));
+  }
+  thread_.quit();
+  thread_.wait();
+}
+
+bool DBusInstanceHost::registerObject() {
+  if (!thread_.isRunning()) {
+    object_->moveToThread(&thread_);
+    thread_.start();
+  }
+  return QDBusConnection::sessionBus().registerVirtualObject(QLatin1String(bus::kPath), object_.get(),
+                                                             QDBusConnection::SubPath);
+}
+
+void DBusInstanceHost::unregisterObject() {
+  QDBusConnection::sessionBus().unregisterObject(QLatin1String(bus::kPath), QDBusConnection::UnregisterTree);
+}
+
+InstanceHost::Claim DBusInstanceHost::claim(const QStringList& urls) {
+  QDBusConnection bus = QDBusConnection::sessionBus();
+  if (!bus.isConnected()) return Claim::unavailable;
+  // The object comes first: whoever finds the name taken must find somebody behind it.
+  registerObject();
+  if (bus.registerService(QLatin1String(bus::kService))) return Claim::first;
+  for (int attempt = 0; attempt < kAttempts; ++attempt) {
+    const QDBusMessage answer = handOver(urls);
+    if (answer.type() == QDBusMessage::ReplyMessage) {
+      unregisterObject();
+      return Claim::handedOver;
+    }
+    // The other instance may be on its way out.
+    if (bus.registerService(QLatin1String(bus::kService))) return Claim::first;
+    // It may take up later what it has not answered yet; once is enough.
+    if (answer.errorName() == QDBusError::errorString(QDBusError::NoReply)) return Claim::unanswered;
+    QThread::msleep(kAttemptPause);
+  }
+  return Claim::unanswered;
+}
+
+QDBusMessage DBusInstanceHost::handOver(const QStringList& urls) {
+  const QString method = urls.isEmpty() ? QStringLiteral("Show") : QStringLiteral("OpenUrls");
+  QDBusMessage call = QDBusMessage::createMethodCall(QLatin1String(bus::kService), QLatin1String(bus::kPath),
+                                                     QLatin1String(bus::kInterface), method);
+  if (!urls.isEmpty()) call << urls;
+  return QDBusConnection::sessionBus().call(call, QDBus::Block, kCallTimeoutMilliseconds);
+}
+
+void DBusInstanceHost::setRequests(const InstanceRequests& requests) {
+  requests_ = requests;
+  deliver();
+}
+
+void DBusInstanceHost::announceCapture(bool paused) {
+  object_->setCapturePaused(paused);
+  QDBusConnection bus = QDBusConnection::sessionBus();
+  if (!bus.isConnected()) return;
+  auto switched = QDBusMessage::createSignal(QLatin1String(bus::kPath), QLatin1String(bus::kInterface),
+                                             QLatin1String(bus::kCaptureSwitched));
+  switched << paused;
+  bus.send(switched);
+  auto changed = QDBusMessage::createSignal(QLatin1String(bus::kPath), QLatin1String(bus::kProperties),
+                                            QStringLiteral("PropertiesChanged"));
+  changed << QLatin1String(bus::kInterface) << QVariantMap{{QLatin1String(bus::kCapturePaused), paused}}
+          << QStringList();
+  bus.send(changed);
+}
+
+void DBusInstanceHost::answer(const BusCall& call) {
+  if (call.interface == QLatin1String(bus::kSearchInterface)) return answerSearch(call);
+  // Answered before it is done: nobody need wait for that.
+  if (answerAtOnce(call)) {
+    reply(call.message);
+    return deliver();
+  }
+  if (!answerIntent(call)) replyError(call.message, QStringLiteral("unavailable"), {});
+}
+
+bool DBusInstanceHost::answerAtOnce(const BusCall& call) {
+  if (call.member == QLatin1String("Show"))
+    showRequested_ = true;
+  else if (call.member == QLatin1String("ShowCollections"))
+    collectionsRequested_ = true;
+  else if (call.member == QLatin1String("OpenUrls"))
+    keepUrls(call.arguments.value(0).toStringList());
+  else if (call.member == QLatin1String("Quit"))
+    quitRequested_ = true;
+  else
+    return false;
+  return true;
+}
+
+bool DBusInstanceHost::answerIntent(const BusCall& call) {
+  static const QHash<QString, Intent> intents{
+      {QStringLiteral("CopyLatestClip"), Intent::copyLatestClip},
+      {QStringLiteral("SearchHistory"), Intent::searchHistory},
+      {QStringLiteral("ToggleCapture"), Intent::toggleCapture},
+      {QStringLiteral("PasteFromCollection"), Intent::pasteFromCollection},
+      {QStringLiteral("ListCollections"), Intent::listCollections},
+  };
+  const auto intent = intents.find(call.member);
+  if (intent == intents.end() || !requests_.perform) return false;
+  requests_.perform({*intent, call.arguments.value(0).toString()},
+                    [message = call.message, intent = *intent](const IntentReply& outcome) {
+                      if (outcome.error.isEmpty()) return reply(message, valuesOf(intent, outcome));
+                      replyError(message, outcome.error, outcome.message);
+                    });
+  return true;
+}
+
+void DBusInstanceHost::answerSearch(const BusCall& call) {
+  if (call.member == QLatin1String("GetInitialResultSet"))
+    return suggest(call, call.arguments.value(0).toStringList());
+  if (call.member == QLatin1String("GetSubsearchResultSet"))
+    return suggest(call, call.arguments.value(1).toStringList());
+  if (call.member == QLatin1String("GetResultMetas")) {
+    const auto clips = requests_.describe ? requests_.describe(call.arguments.value(0).toStringList())
+                                          : QList<ClipSuggestion>();
+    return reply(call.message, {metasOf(clips)});
+  }
+  reply(call.message);
+  if (call.member == QLatin1String("ActivateResult")) {
+    if (requests_.choose) requests_.choose(call.arguments.value(0).toString());
+    return;
+  }
+  search_ = call.arguments.value(0).toStringList().join(u' ');
+  showRequested_ = true;
+  deliver();
+}
+
+void DBusInstanceHost::suggest(const BusCall& call, const QStringList& terms) {
+  if (!requests_.suggest) return reply(call.message, {QStringList()});
+  requests_.suggest(terms, [message = call.message](const QStringList& ids) { reply(message, {ids}); });
+}
+
+void DBusInstanceHost::keepUrls(const QStringList& urls) {
+  for (const QString& url : urls) {
+    const qsizetype cost = url.size() + kCostOfUrl;
+    if (urlCharacters_ + cost > BusObject::kMaxUrls) break;
+    urlCharacters_ += cost;
+    urls_.append(url);
+  }
+}
+
+void DBusInstanceHost::deliver() {
+  if (requests_.openUrls && !urls_.isEmpty()) {
+    urlCharacters_ = 0;
+    requests_.openUrls(std::exchange(urls_, {}));
+  }
+  if (requests_.show && std::exchange(showRequested_, false)) {
+    requests_.show();
+    if (const QString text = std::exchange(search_, {}); !text.isEmpty() && requests_.showSearch)
+      requests_.showSearch(text);
+  }
+  if (requests_.showCollections && std::exchange(collectionsRequested_, false)) requests_.showCollections();
+  if (requests_.quit && std::exchange(quitRequested_, false)) requests_.quit();
+}
+
+}  // namespace nimbrel
