@@ -45,6 +45,7 @@ AppDelegate::AppDelegate(Platform& platform, HistoryCipher& cipher, std::unique_
                .settings = settings_.values(),
                .lock = lock_,
                .permission = permission_,
+               .clock = clock_,
                .pasteClipNow = [this](const ClipItem& clip) { return paster_->pasteClipNow(clip); }} {}
 
 AppDelegate::~AppDelegate() {

@@ -30,7 +30,8 @@ void ClipPaster::postPaste() {
 }
 
 void ClipPaster::postAfterPrompt() {
-  if (parts_.workspace.frontmostApplication() == beforePrompt_) return parts_.keystrokes.postPaste();
+  const auto front = parts_.workspace.frontmostApplication();
+  if (front && front == beforePrompt_) return parts_.keystrokes.postPaste();
   parts_.panel.tellNothingPasted();
 }
 

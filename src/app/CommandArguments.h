@@ -15,10 +15,13 @@ struct CommandArguments final {
 [[nodiscard]] CommandArguments sortedArguments(const QStringList& arguments);
 
 /// An argument as a message may show it: what it could do to a terminal is left out.
-[[nodiscard]] QString printable(QString argument);
+[[nodiscard]] QString printable(const QString& argument);
 
 /// A text of several lines as a terminal may show it.
-[[nodiscard]] QString printableLines(QString text);
+[[nodiscard]] QString printableLines(const QString& text);
+
+/// JSON, which says the same, without what could do something to a terminal.
+[[nodiscard]] QByteArray escapedJson(const QByteArray& json);
 
 /// Why arguments make no command, in one line.
 struct UsageError final {

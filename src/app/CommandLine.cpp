@@ -12,10 +12,13 @@ struct Texts {
 
 QString helpText() {
   return Texts::tr(
-      "Uso: nimbrel [OPCIÓN]\n"
+      "Uso: nimbrel [--panel | --help | --version]\n"
       "     nimbrel nimbrel://add?text=TEXTO[&source=iphone|ipad|mac]…\n"
-      "     nimbrel copy-latest | search TEXTO | toggle-capture | paste-from COLECCIÓN |\n"
-      "             collections | show | quit [--json] [--notify]\n"
+      "     nimbrel copy-latest | search TEXTO | toggle-capture | collections  [--json] [--notify]\n"
+      "     nimbrel paste-from COLECCIÓN | show [--collections] | quit  [--notify]\n"
+      "     nimbrel export [--secrets] [--passphrase-file ARCHIVO] ARCHIVO\n"
+      "     nimbrel import [--passphrase-file ARCHIVO] ARCHIVO\n"
+      "     nimbrel doctor [--repair]\n"
       "     nimbrel classify [--source ID] [--no-codes] [--multiline] [--lines] [ARCHIVO]\n"
       "     nimbrel transform TRANSFORMACIÓN [ARCHIVO]\n"
       "\n"
@@ -23,18 +26,24 @@ QString helpText() {
       "los ajustes, abre el panel (la tecla ⌘ es Súper). Si ya está en marcha, otro\n"
       "arranque muestra su panel.\n"
       "\n"
-      "Una dirección nimbrel://add añade al historial un texto de otro dispositivo.\n"
-      "\n"
-      "copy-latest pone en el portapapeles el último texto que no es secreto; search los\n"
-      "escribe, veinte como mucho; toggle-capture pausa o reanuda la captura; paste-from\n"
-      "pega lo último de una colección y collections las enumera; show muestra el panel\n"
-      "(con --collections, para elegir una) y quit termina el programa. --json da la\n"
-      "respuesta para un programa y --notify la muestra en el escritorio. Estado de salida:\n"
-      "3 Nimbrel no está disponible, 4 no hay texto, 5 la colección no lo tiene, 6 sin\n"
-      "desbloquear, 7 sin permiso para pegar, 8 demasiadas peticiones, 9 no contesta.\n"
-      "\n"
+      "  --panel        muestra el panel al arrancar\n"
       "  -h, --help     muestra esta ayuda y termina\n"
       "  -v, --version  muestra la versión y termina\n"
+      "\n"
+      "Una dirección nimbrel://add añade al historial un texto de otro dispositivo.\n"
+      "\n"
+      "copy-latest pone en el portapapeles el último texto que no es secreto y search\n"
+      "escribe los que tienen unas palabras, veinte como mucho; toggle-capture pausa o\n"
+      "reanuda la captura; collections enumera las colecciones y paste-from pega lo último\n"
+      "de una; show muestra el panel, o las colecciones para elegir; quit termina Nimbrel.\n"
+      "\n"
+      "  --json         da la respuesta para un programa\n"
+      "  --notify       muestra la respuesta en el escritorio\n"
+      "\n"
+      "export escribe el historial en un archivo cifrado con una contraseña, sin los\n"
+      "secretos si no se piden con --secrets, e import lo añade al de otro equipo, con\n"
+      "Nimbrel parado. doctor dice qué funciona y qué no; con --repair, y Nimbrel parado,\n"
+      "aparta una base de datos dañada y salva en otra lo que se puede leer.\n"
       "\n"
       "classify dice si un texto es secreto: none (no), soft (un código de un solo uso)\n"
       "o hard (una credencial, una tarjeta, una cuenta). Lee la entrada estándar o un\n"
@@ -47,7 +56,11 @@ QString helpText() {
       "\n"
       "transform escribe el texto transformado por una de estas: uppercase, lowercase,\n"
       "titleCase, trimWhitespace, removeLineBreaks, urlEncode, urlDecode, base64Encode,\n"
-      "base64Decode, formatJSON, compactJSON.\n");
+      "base64Decode, formatJSON, compactJSON.\n"
+      "\n"
+      "Estado de salida: 0 hecho, 1 falló, 2 mal escrito, 3 Nimbrel no está disponible,\n"
+      "4 no hay texto, 5 la colección no lo tiene, 6 sin desbloquear, 7 sin permiso para\n"
+      "pegar, 8 demasiadas peticiones, 9 no contesta.\n");
 }
 
 /// Anywhere before "--", after which everything is a file's name.
@@ -67,8 +80,14 @@ PrintCommand misuse(const QString& message) {
 
 }  // namespace
 
-CommandLine parseCommandLine(const QStringList& arguments, const QString& version) {
-  if (std::all_of(arguments.begin(), arguments.end(), isUrl)) return RunCommand{arguments};
+CommandLine parseCommandLine(const QStringList& given, const QString& version) {
+  // Somebody who opens an address does not ask for the panel.
+  QStringList arguments = given;
+  const bool showPanel = arguments.value(0) == u"--panel";
+  if (showPanel) arguments.removeFirst();
+  if (std::all_of(arguments.begin(), arguments.end(), isUrl))
+    return RunCommand{arguments, showPanel && arguments.isEmpty()};
+  if (showPanel) return misuse(Texts::tr("--panel no admite «%1»").arg(printable(arguments.first())));
   const QString& first = arguments.first();
   if (asksForHelp(arguments)) return PrintCommand{helpText(), 0};
   if (first == u"--version" || first == u"-v")
@@ -76,6 +95,10 @@ CommandLine parseCommandLine(const QStringList& arguments, const QString& versio
   if (const auto asked = parseInstanceCommand(arguments)) {
     if (const auto* const error = std::get_if<UsageError>(&*asked)) return misuse(error->message);
     return std::get<InstanceCommand>(*asked);
+  }
+  if (const auto asked = parseHistoryCommand(arguments)) {
+    if (const auto* const error = std::get_if<UsageError>(&*asked)) return misuse(error->message);
+    return std::get<HistoryCommand>(*asked);
   }
   const auto text = parseTextCommand(arguments);
   if (!text) return misuse(Texts::tr("opción desconocida «%1»").arg(printable(first)));

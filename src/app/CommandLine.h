@@ -4,6 +4,7 @@
 #include <QStringList>
 #include <variant>
 
+#include "app/HistoryCommand.h"
 #include "app/InstanceCommand.h"
 #include "app/TextCommand.h"
 
@@ -13,6 +14,8 @@ namespace nimbrel {
 struct RunCommand final {
   /// What to open, as it was given.
   QStringList urls;
+  /// The user has asked for the program just now, and is to see it.
+  bool showPanel = false;
 
   bool operator==(const RunCommand&) const = default;
 };
@@ -26,11 +29,11 @@ struct PrintCommand final {
 };
 
 /// What the program was started for.
-using CommandLine = std::variant<RunCommand, PrintCommand, TextCommand, InstanceCommand>;
+using CommandLine = std::variant<RunCommand, PrintCommand, TextCommand, InstanceCommand, HistoryCommand>;
 
 /// Reads the arguments after the program's name: none, URLs of the program's scheme, "--help", "--version",
-/// "classify …", "transform …" or what is asked of the running instance; anything else is answered with a
-/// message and status 2.
+/// "classify …", "transform …" or what is asked of the running instance or of the history; anything else is
+/// answered with a message and status 2.
 [[nodiscard]] CommandLine parseCommandLine(const QStringList& arguments, const QString& version);
 
 }  // namespace nimbrel

@@ -83,7 +83,7 @@ IntentReply ask(const InstanceCommand& command, InstanceClient& client) {
     case Kind::showCollections:
       return client.show(command.kind == Kind::showCollections);
     case Kind::quit:
-      return client.quit() ? IntentReply{} : IntentReply{.error = InstanceClient::kNoAnswer.toString()};
+      return client.quit();
   }
   return {};
 }
@@ -96,7 +96,7 @@ QByteArray jsonOf(const InstanceCommand& command, const IntentReply& reply) {
   if (command.kind == Kind::collections)
     object.insert(QStringLiteral("collections"), QJsonArray::fromStringList(reply.texts));
   if (command.kind == Kind::toggleCapture) object.insert(QStringLiteral("paused"), reply.paused);
-  return QJsonDocument(object).toJson(QJsonDocument::Compact) + '\n';
+  return escapedJson(QJsonDocument(object).toJson(QJsonDocument::Compact)) + '\n';
 }
 
 /// The texts one after the other, or else what was done.
@@ -105,7 +105,7 @@ QByteArray plainOf(const InstanceCommand& command, const IntentReply& reply, boo
   for (const QString& line : reply.texts)
     text += (isTerminal ? printableLines(line) : line) + u'\n';
   const bool gives = command.kind == Kind::search || command.kind == Kind::collections;
-  if (!gives && !reply.message.isEmpty()) text = reply.message + u'\n';
+  if (!gives && !reply.message.isEmpty()) text = printableLines(reply.message) + u'\n';
   return text.toUtf8();
 }
 
@@ -142,7 +142,7 @@ int exitStatusOf(const QString& error) {
 int run(const InstanceCommand& command, InstanceClient& client, const CommandOutput& output) {
   const IntentReply reply = ask(command, client);
   const bool failed = !reply.error.isEmpty();
-  const QString message = failed ? describe(reply) : reply.message;
+  const QString message = printableLines(failed ? describe(reply) : reply.message);
   if (command.notify && !message.isEmpty()) client.notify(QStringLiteral("Nimbrel"), message);
   if (failed) {
     static_cast<void>(write(output.errors, QStringLiteral("nimbrel: %1\n").arg(message).toUtf8()));

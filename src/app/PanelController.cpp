@@ -117,7 +117,7 @@ void PanelController::hidePanel(Focus focus) {
   lastHide_ = parts_.services.clock.steadyNow();
   window_->dismiss(focus == Focus::giveBack);
   quickLook_->close();
-  parts_.lock.withdraw();
+  parts_.lock.withdraw(Lock::Reason::clip);
   content_->panelDidHide();
 }
 

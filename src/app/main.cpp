@@ -66,6 +66,22 @@ int execute(const InstanceCommand& command) {
              {.output = output, .errors = errors, .isTerminal = isatty(STDOUT_FILENO) == 1});
 }
 
+int execute(const HistoryCommand& command) {
+  DescriptorDevice output(STDOUT_FILENO, QIODevice::WriteOnly);
+  DescriptorDevice errors(STDERR_FILENO, QIODevice::WriteOnly);
+  HeadlessPlatform platform = makeHeadlessPlatform();
+  SystemRandom random;
+  const SystemClock clock;
+  return run(command,
+             {.platform = platform,
+              .random = random,
+              .clock = clock,
+              .dataFolder = userDataFolder(),
+              .readPassphrase = &readPassphrase,
+              .examineDesktop = &examineDesktop},
+             {.output = output, .errors = errors});
+}
+
 /// Runs something on another thread while the event loop goes on here. False when the program is told to end
 /// meanwhile.
 bool inBackground(TerminationSignal& termination, const std::function<void()>& task) {
@@ -95,6 +111,7 @@ std::variant<int, RunCommand> runCommand(const QStringList& arguments, int argc,
   if (const auto* const print = std::get_if<PrintCommand>(&command)) return execute(*print);
   if (const auto* const text = std::get_if<TextCommand>(&command)) return execute(*text);
   if (const auto* const asked = std::get_if<InstanceCommand>(&command)) return execute(*asked);
+  if (const auto* const asked = std::get_if<HistoryCommand>(&command)) return execute(*asked);
   return std::get<RunCommand>(command);
 }
 
@@ -173,13 +190,15 @@ int runApplication(int argc, char** argv, const RunCommand& command) {
   QObject::connect(&application, &QCoreApplication::aboutToQuit, &application, endSoon);
   delegate.applicationDidFinishLaunching();
   delegate.openUrls(command.urls);
+  if (command.showPanel) delegate.showPanel();
   intents.setServices(&delegate.intentServices());
   InstanceRequests requests = intentRequests(intents);
   requests.show = [&delegate] { delegate.showPanel(); };
   requests.showCollections = [&delegate] { delegate.showCollections(); };
   requests.showSearch = [&delegate](const QString& text) { delegate.showSearch(text); };
   requests.openUrls = [&delegate](const QStringList& urls) { delegate.openUrls(urls); };
-  requests.quit = [] { QApplication::quit(); };
+  // Also when it was asked for while the program started: before the event loop nobody hears of an end.
+  requests.quit = [] { QMetaObject::invokeMethod(qApp, &QCoreApplication::quit, Qt::QueuedConnection); };
   platform.instance->setRequests(requests);
   const int status = QApplication::exec();
   platform.instance->setRequests({});

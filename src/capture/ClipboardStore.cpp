@@ -145,11 +145,21 @@ void ClipboardStore::addRemoteText(const QString& text, RemoteDeviceType device)
   recorder_.record(CaptureText{.text = text, .rich = std::nullopt, .source = remoteSource(device)});
 }
 
-void ClipboardStore::searchInBackground(const QString& query,
+void ClipboardStore::searchInBackground(const QString& query, bool (*wanted)(const ClipItem&), qsizetype most,
                                         std::function<void(const QList<ClipRef>&)> found) {
-  lookups_.run([query, history = items().snapshot(),
-                &database = parts_.database] { return idsMatching(query, history, database); },
-               [this, found = std::move(found)](const QList<QUuid>& ids) { found(clipsOf(ids, items())); });
+  const auto look = [query, wanted, most, history = items().snapshot(), &database = parts_.database] {
+    QList<QUuid> ids;
+    const auto clips = clipsMatching(query, history, database);
+    for (auto clip = clips.begin(); clip != clips.end() && ids.size() < most; ++clip) {
+      if (wanted((*clip)->clip)) ids.append((*clip)->clip.id);
+    }
+    return ids;
+  };
+  lookups_.run(look, [this, wanted, found = std::move(found)](const QList<QUuid>& ids) {
+    QList<ClipRef> clips = clipsOf(ids, items());
+    clips.removeIf([wanted](const ClipRef& clip) { return !wanted(clip->clip); });
+    found(clips);
+  });
 }
 
 SideFileNames ClipboardStore::filesInUse() const {

@@ -67,9 +67,10 @@ class ClipboardStore final : public QObject {
     return search_.find(query, history_.items(), history_.revision());
   }
 
-  /// The same without keeping anybody waiting: each who asks is told in turn, while the store exists, of
-  /// those that are still there.
-  void searchInBackground(const QString& query, std::function<void(const QList<ClipRef>&)> found);
+  /// The same without keeping anybody waiting: each who asks is told in turn, while the store exists, of the
+  /// first `most` that are wanted, by a function of any thread, and that still are by then.
+  void searchInBackground(const QString& query, bool (*wanted)(const ClipItem&), qsizetype most,
+                          std::function<void(const QList<ClipRef>&)> found);
 
   /// Searches for one who types, and is answered the last question only.
   [[nodiscard]] BackgroundSearch& backgroundSearch() { return backgroundSearch_; }

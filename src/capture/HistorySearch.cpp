@@ -1,5 +1,6 @@
 #include "capture/HistorySearch.h"
 
+#include <QSet>
 #include <algorithm>
 #include <future>
 #include <string_view>
@@ -19,7 +20,10 @@ struct Query {
 
 Query splitQuery(const QString& text) {
   Query query;
+  QSet<QByteArray> seen;
   for (const QByteArray& term : searchTerms(foldedText(text))) {
+    if (seen.contains(term)) continue;
+    seen.insert(term);
     const bool isLong = hasCharacters(QString::fromUtf8(term), kIndexedTermCharacters);
     (isLong ? query.longTerms : query.shortTerms).append(term);
   }
@@ -107,13 +111,10 @@ bool matchesQuery(const IndexedClip& clip, const ClipQuery& query) {
   return matches(clip, split.longTerms + split.shortTerms);
 }
 
-QList<QUuid> idsMatching(const QString& text, const HistorySnapshot& history, ClipDatabase& database) {
+QList<ClipRef> clipsMatching(const QString& text, const HistorySnapshot& history, ClipDatabase& database) {
   // An empty text has no terms, which is not the same as no text: secrets are not found by it either.
   const QString looked = text.isEmpty() ? QStringLiteral(" ") : text;
-  QList<QUuid> ids;
-  for (const ClipRef& clip : findClips({looked, {}}, history, database).clips)
-    ids.append(clip->clip.id);
-  return ids;
+  return findClips({looked, {}}, history, database).clips;
 }
 
 QList<ClipRef> clipsOf(const QList<QUuid>& ids, const HistoryList& history) {
@@ -126,9 +127,14 @@ QList<ClipRef> clipsOf(const QList<QUuid>& ids, const HistoryList& history) {
 }
 
 QList<ClipRef> HistorySearch::find(const QString& text, const HistoryList& history, quint64 revision) {
-  if (!cache_ || cache_->text != text || cache_->revision != revision)
-    cache_ = Cached{text, revision, idsMatching(text, history.snapshot(), database_)};
+  if (!cache_ || cache_->text != text || cache_->revision != revision) look(text, history, revision);
   return clipsOf(cache_->ids, history);
+}
+
+void HistorySearch::look(const QString& text, const HistoryList& history, quint64 revision) {
+  cache_ = Cached{text, revision, {}};
+  for (const ClipRef& clip : clipsMatching(text, history.snapshot(), database_))
+    cache_->ids.append(clip->clip.id);
 }
 
 }  // namespace nimbrel

@@ -40,10 +40,10 @@ struct FoundClips final {
 /// Whether one clip is an answer to a query, by the same rules.
 [[nodiscard]] bool matchesQuery(const IndexedClip& clip, const ClipQuery& query);
 
-/// The ids of the clips that contain every term of a text, in history order; secrets are not found by an
-/// empty text either. Any thread; *waits* for the index.
-[[nodiscard]] QList<QUuid> idsMatching(const QString& text, const HistorySnapshot& history,
-                                       ClipDatabase& database);
+/// The clips that contain every term of a text, in history order; secrets are not found by an empty text
+/// either. Any thread; *waits* for the index.
+[[nodiscard]] QList<ClipRef> clipsMatching(const QString& text, const HistorySnapshot& history,
+                                           ClipDatabase& database);
 
 /// Those of these clips that are in a history, as they are there.
 [[nodiscard]] QList<ClipRef> clipsOf(const QList<QUuid>& ids, const HistoryList& history);
@@ -59,6 +59,8 @@ class HistorySearch final {
   [[nodiscard]] QList<ClipRef> find(const QString& text, const HistoryList& history, quint64 revision);
 
  private:
+  void look(const QString& text, const HistoryList& history, quint64 revision);
+
   /// Ids, so that nothing that has been deleted is kept.
   struct Cached {
     QString text;

@@ -7,8 +7,7 @@
 #include <QJsonDocument>
 #include <chrono>
 
-#include "capture/SecretClips.h"
-#include "capture/detection/SensitiveDetector.h"
+#include "capture/ImportedClips.h"
 #include "capture/model/Log.h"
 #include "memory/Wipe.h"
 
@@ -86,7 +85,7 @@ bool LegacyImport::store(const QList<ClipItem>& clips) {
   QList<ClipItem> kept;
   kept.reserve(clips.size());
   for (ClipItem clip : clips) {
-    if (grade(clip)) kept.append(std::move(clip));
+    if (gradeImported(clip, parts_.settings, parts_.clock.now())) kept.append(std::move(clip));
   }
   // The source may go only when no power cut can take the copy.
   if (!parts_.database.saveMany(kept) || !parts_.database.checkpoint()) return false;
@@ -102,16 +101,6 @@ void LegacyImport::removeUnusedFilesOf(const QList<ClipItem>& clips) {
     if (clip.imageFile && !images->contains(*clip.imageFile)) parts_.files.removeImage(*clip.imageFile);
     if (clip.richFile && !rich->contains(*clip.richFile)) parts_.files.removeRich(*clip.richFile);
   }
-}
-
-bool LegacyImport::grade(ClipItem& clip) const {
-  if (clip.sensitive) return true;
-  const auto isCredential = [&](const QString& text) {
-    return SensitiveDetector::classifyText(text, clip.sourceBundleID) == SensitivityLevel::hard;
-  };
-  const bool credential =
-      (clip.isText() && isCredential(clip.text)) || (clip.ocrText && isCredential(*clip.ocrText));
-  return !credential || markSecret(clip, SensitivityLevel::hard, parts_.settings, parts_.clock.now());
 }
 
 bool holdsUnimportedHistory(const QString& storageDirectory, const UserDefaults& defaults) {

@@ -42,8 +42,6 @@ class LegacyImport final {
   void importDefaults();
   /// Whether the clips are in the database for good.
   [[nodiscard]] bool store(const QList<ClipItem>& clips);
-  /// Grades a clip that has no grade yet; false when the user wants no such clip.
-  [[nodiscard]] bool grade(ClipItem& clip) const;
   /// Removes the files that clips had in the source and that no row refers to: a credential's formatting.
   void removeUnusedFilesOf(const QList<ClipItem>& clips);
   void setAside();

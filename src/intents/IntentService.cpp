@@ -1,6 +1,7 @@
 #include "intents/IntentService.h"
 
 #include <QCoreApplication>
+#include <algorithm>
 
 #include "capture/model/TextRules.h"
 #include "intents/CollectionEntityQuery.h"
@@ -60,10 +61,20 @@ QString preview(const QString& text) {
 
 }  // namespace
 
-void IntentService::perform(const IntentCall& call, const IntentAnswer& answer) const {
+void IntentService::perform(const IntentCall& call, const IntentAnswer& given) {
   if (call.argument.size() > kMaxArgument)
-    return answer(
+    return given(
         {.error = kArgumentTooLong.toString(), .message = Texts::tr("El texto es demasiado largo.")});
+  const bool asks = call.intent == Intent::copyLatestClip || call.intent == Intent::searchHistory ||
+                    call.intent == Intent::pasteFromCollection;
+  if (asks && isRefusing()) return given(replyFor(BrevinIntentError::authenticationFailed));
+  carryOut(call, [this, asks, given](const IntentReply& reply) {
+    if (asks) noteOutcome(reply.error);
+    given(reply);
+  });
+}
+
+void IntentService::carryOut(const IntentCall& call, const IntentAnswer& answer) const {
   switch (call.intent) {
     case Intent::copyLatestClip:
       return CopyLatestClipIntent(services_).perform(telling<QString>(answer));
@@ -88,18 +99,16 @@ void IntentService::suggest(const QStringList& terms,
                             const std::function<void(const QStringList& ids)>& found) const {
   const QString text = terms.join(u' ');
   if (!maySuggest() || text.size() > kMaxArgument || trimmedWhitespace(text).isEmpty()) return found({});
-  services_->store.searchInBackground(text, [this, found](const QList<ClipRef>& clips) {
-    QStringList ids;
-    for (const ClipRef& clip : clips) {
-      if (ids.size() == SearchHistoryIntent::kMaxResults || !maySuggest()) break;
-      if (isSecureText(clip->clip)) ids.append(clipIdText(clip->clip.id));
-    }
-    found(ids);
-  });
+  services_->store.searchInBackground(text, &isSecureText, SearchHistoryIntent::kMaxResults,
+                                      [this, found](const QList<ClipRef>& clips) {
+                                        QStringList ids;
+                                        for (const ClipRef& clip : clips)
+                                          ids.append(clipIdText(clip->clip.id));
+                                        found(maySuggest() ? ids : QStringList());
+                                      });
 }
 
 ClipRef IntentService::secureText(const QString& id) const {
-  if (!maySuggest()) return nullptr;
   const auto uuid = clipIdFromText(id);
   const auto row = uuid ? services_->store.items().rowOf(*uuid) : std::nullopt;
   if (!row) return nullptr;
@@ -109,15 +118,38 @@ ClipRef IntentService::secureText(const QString& id) const {
 
 QList<ClipSuggestion> IntentService::describe(const QStringList& ids) const {
   QList<ClipSuggestion> described;
-  for (const QString& id : ids) {
-    if (described.size() == SearchHistoryIntent::kMaxResults) break;
+  if (!maySuggest()) return described;
+  // No more are looked at than were ever found.
+  for (const QString& id : ids.mid(0, SearchHistoryIntent::kMaxResults)) {
     if (const ClipRef clip = secureText(id)) described.append({id, preview(clip->clip.text)});
   }
   return described;
 }
 
-void IntentService::choose(const QString& id) const {
-  if (const ClipRef clip = secureText(id)) services_->store.copyToPasteboard(clip->clip, false);
+void IntentService::choose(const QString& id) {
+  if (!services_ || isRefusing()) return;
+  // Whoever chooses means it, and may be asked.
+  const IntentDone<QString> refused = [this](const IntentResult<QString>& result) {
+    noteOutcome(replyFor(result).error);
+  };
+  whenUnlocked(*services_, refused, [this, id] {
+    if (const ClipRef clip = secureText(id)) services_->store.copyToPasteboard(clip->clip, false);
+  });
+}
+
+bool IntentService::isRefusing() const {
+  return services_ && services_->isLocked() && !services_->lock.holdsProof() && refusing_ &&
+         services_->clock.steadyNow() < *refusing_;
+}
+
+void IntentService::noteOutcome(const QString& error) {
+  if (!services_) return;
+  if (error != name(BrevinIntentError::authenticationFailed)) {
+    if (services_->lock.holdsProof()) pause_ = kFirstPause;
+    return;
+  }
+  refusing_ = services_->clock.steadyNow() + pause_;
+  pause_ = std::min(pause_ * 2, kLongestPause);
 }
 
 }  // namespace nimbrel

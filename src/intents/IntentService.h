@@ -3,7 +3,9 @@
 #include <QList>
 #include <QString>
 #include <QStringList>
+#include <chrono>
 #include <functional>
+#include <optional>
 
 #include "intents/IntentServices.h"
 #include "platform/InstanceRequests.h"
@@ -22,7 +24,13 @@ class IntentService final {
   /// From now on there is a history, or with null there is none.
   void setServices(const IntentServices* services) { services_ = services; }
 
-  void perform(const IntentCall& call, const IntentAnswer& answer) const;
+  /// How long nobody is asked for a proof on behalf of other programs once the user has refused one; each
+  /// time twice as long.
+  static constexpr std::chrono::seconds kFirstPause{15};
+  static constexpr std::chrono::seconds kLongestPause{300};
+
+  /// Outlives whoever waits for the answer.
+  void perform(const IntentCall& call, const IntentAnswer& given);
 
   /// The ids of the secure texts that hold all the terms. Nobody is asked for a proof for as little as typing
   /// in the desktop's search: where the lock wants one and there is none, nothing is found.
@@ -31,14 +39,22 @@ class IntentService final {
   /// What is shown of clips that were found; what has gone since, or is a secret, is left out.
   [[nodiscard]] QList<ClipSuggestion> describe(const QStringList& ids) const;
 
-  /// Puts a clip that was found on the pasteboard, if it may still be handed out.
-  void choose(const QString& id) const;
+  /// Puts a clip that was found on the pasteboard, if it may still be handed out; asks for a proof where the
+  /// lock wants one.
+  void choose(const QString& id);
 
  private:
   [[nodiscard]] bool maySuggest() const;
   [[nodiscard]] ClipRef secureText(const QString& id) const;
 
+  void carryOut(const IntentCall& call, const IntentAnswer& answer) const;
+  [[nodiscard]] bool isRefusing() const;
+  void noteOutcome(const QString& error);
+
   const IntentServices* services_ = nullptr;
+  /// Until when nobody is asked.
+  std::optional<std::chrono::steady_clock::time_point> refusing_;
+  std::chrono::seconds pause_ = kFirstPause;
 };
 
 }  // namespace nimbrel

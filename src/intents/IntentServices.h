@@ -8,6 +8,7 @@
 #include "capture/ClipboardStore.h"
 #include "intents/BrevinIntentError.h"
 #include "panel/lock/Lock.h"
+#include "platform/Clock.h"
 #include "settings/model/SettingsValues.h"
 
 namespace nimbrel {
@@ -18,6 +19,7 @@ struct IntentServices final {
   const SettingsValues& settings;
   Lock& lock;
   PermissionState& permission;
+  const Clock& clock;
   /// Puts a clip on the pasteboard and pastes it where the user is, or tells why not.
   std::function<std::optional<BrevinIntentError>(const ClipItem&)> pasteClipNow;
 

@@ -13,10 +13,8 @@ struct Texts {
 
 SearchHistoryIntent::Found foundIn(const QList<ClipRef>& clips) {
   SearchHistoryIntent::Found found;
-  for (const ClipRef& clip : clips) {
-    if (found.texts.size() == SearchHistoryIntent::kMaxResults) break;
-    if (isSecureText(clip->clip)) found.texts.append(clip->clip.text);
-  }
+  for (const ClipRef& clip : clips)
+    found.texts.append(clip->clip.text);
   found.dialog = Texts::tr("Se encontraron %1 textos.").arg(found.texts.size());
   return found;
 }
@@ -41,8 +39,15 @@ QString SearchHistoryIntent::parameterSummary(const QString& text) {
 
 void SearchHistoryIntent::perform(const QString& text, const IntentDone<Found>& done) const {
   if (!services_) return done(BrevinIntentError::unavailable);
-  whenUnlocked(*services_, done, [&store = services_->store, text, done] {
-    store.searchInBackground(text, [done](const QList<ClipRef>& clips) { done(foundIn(clips)); });
+  whenUnlocked(*services_, done, [services = services_, text, done] {
+    const bool proven = services->isLocked();
+    services->store.searchInBackground(text, &isSecureText, kMaxResults,
+                                       [services, proven, done](const QList<ClipRef>& clips) {
+                                         // The lock may have been switched on meanwhile.
+                                         if (services->isLocked() && !proven)
+                                           return done(BrevinIntentError::authenticationFailed);
+                                         done(foundIn(clips));
+                                       });
   });
 }
 

@@ -25,8 +25,8 @@ class InstanceClient {
   /// Has the panel shown, with its collections to choose from if so asked.
   [[nodiscard]] virtual IntentReply show(bool collections) = 0;
 
-  /// Ends the instance; true also when there is none. Waits until it has gone, some seconds at most.
-  [[nodiscard]] virtual bool quit() = 0;
+  /// Ends the instance, which is done also when there is none. Waits until it has gone, some seconds at most.
+  [[nodiscard]] virtual IntentReply quit() = 0;
 
   /// Whether an instance is running.
   [[nodiscard]] virtual bool isRunning() = 0;

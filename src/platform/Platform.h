@@ -5,6 +5,7 @@
 
 #include "platform/AccessibilityTrust.h"
 #include "platform/ApplicationCatalog.h"
+#include "platform/DesktopFacts.h"
 #include "platform/DeviceAuthenticator.h"
 #include "platform/HotKeyRegistrar.h"
 #include "platform/ImageCodec.h"
@@ -74,6 +75,20 @@ struct Platform final {
 
 /// The way to the running instance, for a process that is none; any application object is enough for it.
 [[nodiscard]] std::unique_ptr<InstanceClient> makeInstanceClient();
+
+/// What there is of a desktop without a display: for commands that work on the history itself.
+struct HeadlessPlatform final {
+  std::unique_ptr<InstanceHost> instance;
+  std::unique_ptr<InstanceClient> client;
+  std::unique_ptr<SecretStore> secrets;
+  std::unique_ptr<UserDefaults> defaults;
+  std::unique_ptr<DeviceAuthenticator> authenticator;
+};
+[[nodiscard]] HeadlessPlatform makeHeadlessPlatform();
+
+/// What this desktop has, as far as it can be asked at once; whether these combinations are free among it.
+/// Main thread.
+[[nodiscard]] DesktopFacts examineDesktop(const QList<HotKeyProbe>& hotKeys);
 
 /// The settings that must be made before the application object exists; called once, first thing in `main`.
 void preparePlatform();

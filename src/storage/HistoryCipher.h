@@ -6,9 +6,13 @@
 #include <optional>
 
 #include "platform/SecretStore.h"
+#include "storage/AesGcm.h"
 #include "storage/RandomSource.h"
 
 namespace nimbrel {
+
+/// Where the history key is kept in the key store.
+[[nodiscard]] SecretItem historyKeyItem();
 
 /// Seals what is written to disk and opens what is read back, with AES-256-GCM (NIST SP 800-38D) under the
 /// history key, which is looked up in the key store once, on first use, and made there when there is none
@@ -51,10 +55,8 @@ class HistoryCipher final {
   [[nodiscard]] KeyState keyState();
 
  private:
-  struct Key;
-
   /// Loads the key when it has not been looked up yet; null when there is none.
-  const Key* key();
+  const AesGcm* key();
   [[nodiscard]] QByteArray loadOrCreateKey();
   [[nodiscard]] QByteArray createKey();
 
@@ -62,7 +64,7 @@ class HistoryCipher final {
   RandomSource& random_;
   std::once_flag loaded_;
   KeyState keyState_ = KeyState::unavailable;
-  std::unique_ptr<Key> key_;
+  std::unique_ptr<AesGcm> key_;
 };
 
 }  // namespace nimbrel

@@ -236,9 +236,48 @@ TEST(DBusInstanceHost, RefusesMoreThanMayWait) {
   const QDBusMessage answer = caller.call(u"SearchHistory"_s, {QString(20'000'000, u'x')});
   EXPECT_EQ(answer.errorName(), QDBusError::errorString(QDBusError::LimitsExceeded));
   EXPECT_TRUE(calls.isEmpty());
-  // And what has been answered does not wait any more.
-  for (int i = 0; i < 5; ++i)
-    EXPECT_TRUE(isAnswered(caller.call(u"SearchHistory"_s, {QString(10'000'000, u'x')})));
+  const QStringList urls{QString(9'000'000, u'x')};
+  EXPECT_FALSE(isAnswered(caller.call(u"OpenUrls"_s, {urls})));
+}
+
+TEST(DBusInstanceHost, RefusesMoreThanMayBeWithoutAnAnswer) {
+  DBusInstanceHost host;
+  ASSERT_EQ(host.claim({}), InstanceHost::Claim::first);
+  QList<IntentAnswer> waiting;
+  InstanceRequests requests;
+  requests.perform = [&](const IntentCall&, const IntentAnswer& answer) { waiting.append(answer); };
+  host.setRequests(requests);
+  Caller caller;
+  QList<QDBusPendingCall> pending;
+  for (int i = 0; i < BusObject::kMaxCalls + 1; ++i)
+    pending.append(caller.start(u"CopyLatestClip"_s));
+  ASSERT_TRUE(QTest::qWaitFor([&] { return pending.last().isFinished(); }));
+  EXPECT_EQ(pending.last().error().type(), QDBusError::LimitsExceeded);
+  EXPECT_EQ(waiting.size(), BusObject::kMaxCalls);
+  for (const IntentAnswer& answer : std::exchange(waiting, {}))
+    answer({});
+  ASSERT_TRUE(QTest::qWaitFor([&] { return pending.first().isFinished(); }));
+  // What has been answered takes no room any more.
+  pending.first() = caller.start(u"CopyLatestClip"_s);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return waiting.size() == 1; }));
+}
+
+TEST(DBusInstanceHost, GoesWhileCallsAreWithoutAnAnswer) {
+  IntentAnswer waiting;
+  Caller caller;
+  {
+    DBusInstanceHost host;
+    ASSERT_EQ(host.claim({}), InstanceHost::Claim::first);
+    InstanceRequests requests;
+    requests.perform = [&](const IntentCall&, const IntentAnswer& answer) { waiting = answer; };
+    host.setRequests(requests);
+    for (int i = 0; i < 20; ++i)
+      caller.start(u"CopyLatestClip"_s);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return static_cast<bool>(waiting); }));
+    host.setRequests({});
+    waiting = {};
+  }
+  EXPECT_FALSE(isAnswered(caller.call(u"CopyLatestClip"_s)));
 }
 
 class Heard final : public QObject {

@@ -2,6 +2,71 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en" sourcelanguage="es">
 <context>
+    <name>BrevinAppShortcuts</name>
+    <message>
+        <source>Copiar lo último en %1</source>
+        <translation>Copy the latest in %1</translation>
+    </message>
+    <message>
+        <source>Copiar último</source>
+        <translation>Copy latest</translation>
+    </message>
+    <message>
+        <source>Buscar historial en %1</source>
+        <translation>Search history in %1</translation>
+    </message>
+    <message>
+        <source>Buscar historial</source>
+        <translation>Search history</translation>
+    </message>
+    <message>
+        <source>Pausar o reanudar captura en %1</source>
+        <translation>Pause or resume capture in %1</translation>
+    </message>
+    <message>
+        <source>Pausar captura</source>
+        <translation>Pause capture</translation>
+    </message>
+    <message>
+        <source>Pegar desde colección en %1</source>
+        <translation>Paste from collection in %1</translation>
+    </message>
+    <message>
+        <source>Pegar colección</source>
+        <translation>Paste collection</translation>
+    </message>
+</context>
+<context>
+    <name>BrevinIntentError</name>
+    <message>
+        <source>Nimbrel no está disponible.</source>
+        <translation>Nimbrel is not available.</translation>
+    </message>
+    <message>
+        <source>No hay texto seguro en el historial.</source>
+        <translation>There is no safe text in the history.</translation>
+    </message>
+    <message>
+        <source>La colección no contiene texto seguro.</source>
+        <translation>The collection holds no safe text.</translation>
+    </message>
+    <message>
+        <source>No se pudo desbloquear Brevin.</source>
+        <translation>Brevin could not be unlocked.</translation>
+    </message>
+    <message>
+        <source>Concede permiso de Accesibilidad para pegar automáticamente.</source>
+        <translation>Grant the Accessibility permission to paste automatically.</translation>
+    </message>
+</context>
+<context>
+    <name>BusObject</name>
+    <message>
+        <source>Demasiadas peticiones seguidas.</source>
+        <translation>Too many requests in a row.</translation>
+    </message>
+</context>
+<context>
     <name>ClipRow</name>
     <message>
         <source>Plantilla</source>
@@ -171,8 +236,13 @@
         <translation>“%1”: %2</translation>
     </message>
     <message>
-        <source>Uso: nimbrel [OPCIÓN]
+        <source>Uso: nimbrel [--panel | --help | --version]
      nimbrel nimbrel://add?text=TEXTO[&amp;source=iphone|ipad|mac]…
+     nimbrel copy-latest | search TEXTO | toggle-capture | collections  [--json] [--notify]
+     nimbrel paste-from COLECCIÓN | show [--collections] | quit  [--notify]
+     nimbrel export [--secrets] [--passphrase-file ARCHIVO] ARCHIVO
+     nimbrel import [--passphrase-file ARCHIVO] ARCHIVO
+     nimbrel doctor [--repair]
      nimbrel classify [--source ID] [--no-codes] [--multiline] [--lines] [ARCHIVO]
      nimbrel transform TRANSFORMACIÓN [ARCHIVO]
 
@@ -180,10 +250,24 @@ Nimbrel guarda lo que copias, cifrado, y lo pega donde estés: ⇧⌘V, u otro a
 los ajustes, abre el panel (la tecla ⌘ es Súper). Si ya está en marcha, otro
 arranque muestra su panel.
 
-Una dirección nimbrel://add añade al historial un texto de otro dispositivo.
-
+  --panel        muestra el panel al arrancar
   -h, --help     muestra esta ayuda y termina
   -v, --version  muestra la versión y termina
+
+Una dirección nimbrel://add añade al historial un texto de otro dispositivo.
+
+copy-latest pone en el portapapeles el último texto que no es secreto y search
+escribe los que tienen unas palabras, veinte como mucho; toggle-capture pausa o
+reanuda la captura; collections enumera las colecciones y paste-from pega lo último
+de una; show muestra el panel, o las colecciones para elegir; quit termina Nimbrel.
+
+  --json         da la respuesta para un programa
+  --notify       muestra la respuesta en el escritorio
+
+export escribe el historial en un archivo cifrado con una contraseña, sin los
+secretos si no se piden con --secrets, e import lo añade al de otro equipo, con
+Nimbrel parado. doctor dice qué funciona y qué no; con --repair, y Nimbrel parado,
+aparta una base de datos dañada y salva en otra lo que se puede leer.
 
 classify dice si un texto es secreto: none (no), soft (un código de un solo uso)
 o hard (una credencial, una tarjeta, una cuenta). Lee la entrada estándar o un
@@ -197,9 +281,18 @@ archivo; el estado de salida es 0 sea cual sea la respuesta.
 transform escribe el texto transformado por una de estas: uppercase, lowercase,
 titleCase, trimWhitespace, removeLineBreaks, urlEncode, urlDecode, base64Encode,
 base64Decode, formatJSON, compactJSON.
+
+Estado de salida: 0 hecho, 1 falló, 2 mal escrito, 3 Nimbrel no está disponible,
+4 no hay texto, 5 la colección no lo tiene, 6 sin desbloquear, 7 sin permiso para
+pegar, 8 demasiadas peticiones, 9 no contesta.
 </source>
-        <translation>Usage: nimbrel [OPTION]
+        <translation>Usage: nimbrel [--panel | --help | --version]
        nimbrel nimbrel://add?text=TEXT[&amp;source=iphone|ipad|mac]…
+       nimbrel copy-latest | search TEXT | toggle-capture | collections  [--json] [--notify]
+       nimbrel paste-from COLLECTION | show [--collections] | quit  [--notify]
+       nimbrel export [--secrets] [--passphrase-file FILE] ARCHIVE
+       nimbrel import [--passphrase-file FILE] ARCHIVE
+       nimbrel doctor [--repair]
        nimbrel classify [--source ID] [--no-codes] [--multiline] [--lines] [FILE]
        nimbrel transform TRANSFORMATION [FILE]
 
@@ -207,10 +300,24 @@ Nimbrel keeps what you copy, encrypted, and pastes it wherever you are: ⇧⌘V,
 another shortcut of the settings, opens the panel (the key ⌘ is Super). When it runs
 already, another start shows its panel.
 
-A nimbrel://add address adds a text of another device to the history.
-
+  --panel        shows the panel when it starts
   -h, --help     shows this help and ends
   -v, --version  shows the version and ends
+
+A nimbrel://add address adds a text of another device to the history.
+
+copy-latest puts the latest text that is no secret on the clipboard, and search writes
+those that hold some words, twenty at most; toggle-capture pauses or resumes capture;
+collections lists the collections, and paste-from pastes the latest of one; show shows
+the panel, or the collections to choose from; quit ends Nimbrel.
+
+  --json         gives the answer for a program
+  --notify       shows the answer on the desktop
+
+export writes the history to an archive encrypted with a passphrase, without the secrets
+unless --secrets asks for them, and import adds it to another computer&apos;s, while Nimbrel
+is not running. doctor says what works and what does not; with --repair, while Nimbrel is
+not running, it sets a damaged database aside and saves what can be read in another.
 
 classify says whether a text is secret: none (no), soft (a one-time code) or hard
 (a credential, a card, an account). It reads the standard input or a file; the exit
@@ -224,7 +331,205 @@ status is 0 whatever the answer.
 transform writes the text transformed by one of these: uppercase, lowercase,
 titleCase, trimWhitespace, removeLineBreaks, urlEncode, urlDecode, base64Encode,
 base64Decode, formatJSON, compactJSON.
+
+Exit status: 0 done, 1 it failed, 2 misused, 3 Nimbrel is not available, 4 there is no
+text, 5 nor in the collection, 6 not unlocked, 7 no right to paste, 8 too many requests,
+9 no answer.
 </translation>
+    </message>
+    <message>
+        <source>--panel no admite «%1»</source>
+        <translation>--panel does not take “%1”</translation>
+    </message>
+    <message>
+        <source>%1 no conoce la opción «%2»</source>
+        <translation>%1 does not know the option “%2”</translation>
+    </message>
+    <message>
+        <source>%1 necesita el nombre de un archivo</source>
+        <translation>%1 needs the name of one file</translation>
+    </message>
+    <message>
+        <source>no se puede leer la clave del historial; desbloquea el almacén de claves</source>
+        <translation>the key of the history cannot be read; unlock the key store</translation>
+    </message>
+    <message>
+        <source>Nimbrel está en marcha; termínalo con «nimbrel quit» y repite la orden</source>
+        <translation>Nimbrel is running; end it with “nimbrel quit” and repeat the command</translation>
+    </message>
+    <message>
+        <source>no es un archivo de Nimbrel, o es de una versión más reciente</source>
+        <translation>this is no archive of Nimbrel, or one of a newer version</translation>
+    </message>
+    <message>
+        <source>la contraseña no es correcta</source>
+        <translation>the passphrase is not right</translation>
+    </message>
+    <message>
+        <source>el archivo está dañado o incompleto; no se ha importado nada</source>
+        <translation>the archive is damaged or incomplete; nothing was imported</translation>
+    </message>
+    <message>
+        <source>el archivo no se puede leer</source>
+        <translation>the archive cannot be read</translation>
+    </message>
+    <message>
+        <source>abrir el archivo pide demasiada memoria</source>
+        <translation>opening the archive takes too much memory</translation>
+    </message>
+    <message>
+        <source>«%1» ya existe</source>
+        <translation>“%1” exists already</translation>
+    </message>
+    <message>
+        <source>aún no hay historial</source>
+        <translation>there is no history yet</translation>
+    </message>
+    <message>
+        <source>no se puede escribir «%1»: %2</source>
+        <translation>“%1” cannot be written: %2</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n elemento(s) exportado(s).</source>
+        <translation>
+            <numerusform>%n item exported.</numerusform>
+            <numerusform>%n items exported.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n secreto(s) quedan fuera; --secrets los incluye.</source>
+        <translation>
+            <numerusform>%n secret is left out; --secrets includes it.</numerusform>
+            <numerusform>%n secrets are left out; --secrets includes them.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n elemento(s) no se pudieron leer.</source>
+        <translation>
+            <numerusform>%n item could not be read.</numerusform>
+            <numerusform>%n items could not be read.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n elemento(s) añadido(s).</source>
+        <translation>
+            <numerusform>%n item added.</numerusform>
+            <numerusform>%n items added.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n elemento(s) ya estaban.</source>
+        <translation>
+            <numerusform>%n item was there already.</numerusform>
+            <numerusform>%n items were there already.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n elemento(s) han caducado o no se guardan según los ajustes.</source>
+        <translation>
+            <numerusform>%n item has expired, or is none to be kept by the settings.</numerusform>
+            <numerusform>%n items have expired, or are none to be kept by the settings.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n elemento(s) no se pudieron importar.</source>
+        <translation>
+            <numerusform>%n item could not be imported.</numerusform>
+            <numerusform>%n items could not be imported.</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>El historial guarda %1 elementos sin fijar y ahora hay %2: los más antiguos se borrarán con la próxima copia, si antes no subes el límite en los ajustes.</source>
+        <translation>The history keeps %1 items that are not pinned, and there are %2 now: the oldest go with the next copy, unless you raise the limit in the settings before.</translation>
+    </message>
+    <message>
+        <source>no se puede leer «%1»</source>
+        <translation>“%1” cannot be read</translation>
+    </message>
+    <message>
+        <source>el historial no se puede escribir; no se ha importado nada</source>
+        <translation>the history cannot be written; nothing was imported</translation>
+    </message>
+    <message>
+        <source>Aún no hay historial que reparar.</source>
+        <translation>There is no history to repair yet.</translation>
+    </message>
+    <message>
+        <source>La base de datos está bien; no hay nada que reparar.</source>
+        <translation>The database is fine; there is nothing to repair.</translation>
+    </message>
+    <message>
+        <source>la base de datos no se puede abrir: %1</source>
+        <translation>the database cannot be opened: %1</translation>
+    </message>
+    <message>
+        <source>no se pudo reparar: %1</source>
+        <translation>it could not be repaired: %1</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n elemento(s) salvado(s).</source>
+        <translation>
+            <numerusform>%n item saved.</numerusform>
+            <numerusform>%n items saved.</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>La base de datos dañada queda como %1.</source>
+        <translation>The damaged database is kept as %1.</translation>
+    </message>
+    <message>
+        <source>falta el texto que buscar</source>
+        <translation>the text to look for is missing</translation>
+    </message>
+    <message>
+        <source>falta el nombre de la colección</source>
+        <translation>the name of the collection is missing</translation>
+    </message>
+    <message>
+        <source>sobra «%1»</source>
+        <translation>“%1” is too much</translation>
+    </message>
+    <message>
+        <source>Demasiadas peticiones seguidas.</source>
+        <translation>Too many requests in a row.</translation>
+    </message>
+    <message>
+        <source>Nimbrel está en marcha, pero no contesta.</source>
+        <translation>Nimbrel is running, but does not answer.</translation>
+    </message>
+    <message>
+        <source>nimbrel: no se puede escribir el resultado: %1
+</source>
+        <translation>nimbrel: the result cannot be written: %1
+</translation>
+    </message>
+    <message>
+        <source>no se puede leer la contraseña</source>
+        <translation>the passphrase cannot be read</translation>
+    </message>
+    <message>
+        <source>la contraseña está vacía</source>
+        <translation>the passphrase is empty</translation>
+    </message>
+    <message>
+        <source>la contraseña debe tener al menos %1 caracteres</source>
+        <translation>the passphrase must have at least %1 characters</translation>
+    </message>
+    <message>
+        <source>no hay terminal en la que pedir la contraseña; usa --passphrase-file</source>
+        <translation>there is no terminal to ask for the passphrase on; use --passphrase-file</translation>
+    </message>
+    <message>
+        <source>Contraseña del archivo: </source>
+        <translation>Passphrase of the archive: </translation>
+    </message>
+    <message>
+        <source>Otra vez: </source>
+        <translation>Once more: </translation>
+    </message>
+    <message>
+        <source>las contraseñas no coinciden</source>
+        <translation>the passphrases differ</translation>
     </message>
 </context>
 <context>
@@ -256,6 +561,255 @@ base64Decode, formatJSON, compactJSON.
     <message>
         <source>Borrar la búsqueda</source>
         <translation>Clear the search</translation>
+    </message>
+</context>
+<context>
+    <name>CopyLatestClipIntent</name>
+    <message>
+        <source>Copiar último texto</source>
+        <translation>Copy latest text</translation>
+    </message>
+    <message>
+        <source>Último texto copiado.</source>
+        <translation>Latest text copied.</translation>
+    </message>
+</context>
+<context>
+    <name>Doctor</name>
+    <message>
+        <source>Programa</source>
+        <translation>Program</translation>
+    </message>
+    <message>
+        <source>en marcha</source>
+        <translation>running</translation>
+    </message>
+    <message>
+        <source>no está en marcha</source>
+        <translation>not running</translation>
+    </message>
+    <message>
+        <source>Arráncalo desde el menú o con «nimbrel»; los ajustes lo arrancan con la sesión.</source>
+        <translation>Start it from the menu or with “nimbrel”; the settings start it with the session.</translation>
+    </message>
+    <message>
+        <source>Historial</source>
+        <translation>History</translation>
+    </message>
+    <message>
+        <source>aún no hay ninguno</source>
+        <translation>there is none yet</translation>
+    </message>
+    <message>
+        <source>la base de datos está dañada: %1</source>
+        <translation>the database is damaged: %1</translation>
+    </message>
+    <message>
+        <source>Termina Nimbrel con «nimbrel quit» y ejecuta «nimbrel doctor --repair».</source>
+        <translation>End Nimbrel with “nimbrel quit” and run “nimbrel doctor --repair”.</translation>
+    </message>
+    <message>
+        <source>la base de datos no se puede abrir: %1</source>
+        <translation>the database cannot be opened: %1</translation>
+    </message>
+    <message>
+        <source>Mira los permisos de %1 y si la escribió una versión más reciente de Nimbrel.</source>
+        <translation>Look at the rights of %1, and whether a newer version of Nimbrel has written it.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n elemento(s)</source>
+        <translation>
+            <numerusform>%n item</numerusform>
+            <numerusform>%n items</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>%1, de ellos %2 que no se pueden leer</source>
+        <translation>%1, of them %2 that cannot be read</translation>
+    </message>
+    <message>
+        <source>Se cifraron con otra clave: se verán si vuelve el almacén de claves en que estaba.</source>
+        <translation>They were encrypted with another key: they will be seen when the key store comes back that had it.</translation>
+    </message>
+    <message>
+        <source>Carpeta</source>
+        <translation>Folder</translation>
+    </message>
+    <message>
+        <source>no se puede escribir en %1</source>
+        <translation>%1 cannot be written to</translation>
+    </message>
+    <message>
+        <source>El historial solo vive en la memoria. Mira los permisos y el espacio libre.</source>
+        <translation>The history lives in memory only. Look at the rights and at the free space.</translation>
+    </message>
+    <message>
+        <source>Almacén de claves</source>
+        <translation>Key store</translation>
+    </message>
+    <message>
+        <source>Sin clave el historial se guarda sin cifrar: instala o arranca gnome-keyring, KWallet o KeePassXC.</source>
+        <translation>Without a key the history is kept unencrypted: install or start gnome-keyring, KWallet or KeePassXC.</translation>
+    </message>
+    <message>
+        <source>no contesta; quizá espera a que lo desbloquees</source>
+        <translation>does not answer; perhaps it waits for you to unlock it</translation>
+    </message>
+    <message>
+        <source>tiene la clave del historial</source>
+        <translation>has the key of the history</translation>
+    </message>
+    <message>
+        <source>responde; la clave se crea en el primer arranque</source>
+        <translation>answers; the key is made at the first start</translation>
+    </message>
+    <message>
+        <source>no hay ninguno</source>
+        <translation>there is none</translation>
+    </message>
+    <message>
+        <source>no deja leer la clave</source>
+        <translation>does not let the key be read</translation>
+    </message>
+    <message>
+        <source>Desbloquéalo y arranca Nimbrel de nuevo.</source>
+        <translation>Unlock it and start Nimbrel again.</translation>
+    </message>
+    <message>
+        <source>Atajo %1</source>
+        <translation>Shortcut %1</translation>
+    </message>
+    <message>
+        <source>lo tiene Nimbrel, u otro programa</source>
+        <translation>Nimbrel has it, or another program</translation>
+    </message>
+    <message>
+        <source>lo tiene otro programa</source>
+        <translation>another program has it</translation>
+    </message>
+    <message>
+        <source>Elige otro en los ajustes, o quítaselo al otro programa.</source>
+        <translation>Choose another in the settings, or take it from the other program.</translation>
+    </message>
+    <message>
+        <source>Nimbrel no lo tiene</source>
+        <translation>Nimbrel does not have it</translation>
+    </message>
+    <message>
+        <source>Elígelo otra vez en los ajustes, o arranca Nimbrel de nuevo.</source>
+        <translation>Choose it again in the settings, or start Nimbrel again.</translation>
+    </message>
+    <message>
+        <source>está libre</source>
+        <translation>is free</translation>
+    </message>
+    <message>
+        <source>Pegar</source>
+        <translation>Paste</translation>
+    </message>
+    <message>
+        <source>Nimbrel puede pulsar teclas</source>
+        <translation>Nimbrel can press keys</translation>
+    </message>
+    <message>
+        <source>Nimbrel no puede pulsar teclas</source>
+        <translation>Nimbrel cannot press keys</translation>
+    </message>
+    <message>
+        <source>Falta la extensión XTEST del servidor X. Pega tú con Ctrl-V.</source>
+        <translation>The X server lacks the XTEST extension. Paste with Ctrl-V yourself.</translation>
+    </message>
+    <message>
+        <source>Bandeja</source>
+        <translation>Tray</translation>
+    </message>
+    <message>
+        <source>hay una</source>
+        <translation>there is one</translation>
+    </message>
+    <message>
+        <source>no hay ninguna: el símbolo no se ve</source>
+        <translation>there is none: the symbol is not to be seen</translation>
+    </message>
+    <message>
+        <source>Todo funciona con el atajo. En GNOME hace falta la extensión AppIndicator.</source>
+        <translation>Everything works with the shortcut. GNOME needs the extension AppIndicator.</translation>
+    </message>
+    <message>
+        <source>Escritorio</source>
+        <translation>Desktop</translation>
+    </message>
+    <message>
+        <source>no hay ninguno a la vista</source>
+        <translation>there is none in sight</translation>
+    </message>
+    <message>
+        <source>Ejecuta esto en una terminal del escritorio.</source>
+        <translation>Run this in a terminal of the desktop.</translation>
+    </message>
+    <message>
+        <source>Wayland</source>
+        <translation>Wayland</translation>
+    </message>
+    <message>
+        <source>Nimbrel solo ve, por XWayland, los programas de X11: elige una sesión X11 al entrar.</source>
+        <translation>Nimbrel sees only the programs of X11, through XWayland: choose an X11 session when you log in.</translation>
+    </message>
+    <message>
+        <source>Texto en imágenes</source>
+        <translation>Text in images</translation>
+    </message>
+    <message>
+        <source>falta el ayudante nimbrel-imaging</source>
+        <translation>the helper nimbrel-imaging is missing</translation>
+    </message>
+    <message>
+        <source>No se guardan imágenes. Instala Nimbrel otra vez.</source>
+        <translation>No images are kept. Install Nimbrel again.</translation>
+    </message>
+    <message>
+        <source>apagado en los ajustes</source>
+        <translation>switched off in the settings</translation>
+    </message>
+    <message>
+        <source>faltan idiomas; hay: %1</source>
+        <translation>languages are missing; there are: %1</translation>
+    </message>
+    <message>
+        <source>Instala tesseract-ocr-spa y tesseract-ocr-eng.</source>
+        <translation>Install tesseract-ocr-spa and tesseract-ocr-eng.</translation>
+    </message>
+    <message>
+        <source>Protección de secretos</source>
+        <translation>Protection of secrets</translation>
+    </message>
+    <message>
+        <source>encendida</source>
+        <translation>switched on</translation>
+    </message>
+    <message>
+        <source>apagada en los ajustes</source>
+        <translation>switched off in the settings</translation>
+    </message>
+    <message>
+        <source>no se puede pedir la contraseña (%1)</source>
+        <translation>the password cannot be asked for (%1)</translation>
+    </message>
+    <message>
+        <source>Hacen falta polkit, su agente en la sesión y Nimbrel instalado.</source>
+        <translation>This takes polkit, its agent in the session, and Nimbrel installed.</translation>
+    </message>
+    <message>
+        <source>hay un bus de sesión</source>
+        <translation>there is a session bus</translation>
+    </message>
+    <message>
+        <source>no hay un bus de sesión</source>
+        <translation>there is no session bus</translation>
+    </message>
+    <message>
+        <source>Sin él no hay órdenes, ni almacén de claves, ni un solo Nimbrel por sesión: instala dbus-user-session.</source>
+        <translation>Without it there are no commands, no key store, and no single Nimbrel in a session: install dbus-user-session.</translation>
     </message>
 </context>
 <context>
@@ -293,6 +847,32 @@ base64Decode, formatJSON, compactJSON.
     </message>
 </context>
 <context>
+    <name>IntentService</name>
+    <message>
+        <source>El texto es demasiado largo.</source>
+        <translation>The text is too long.</translation>
+    </message>
+</context>
+<context>
+    <name>PasteFromCollectionIntent</name>
+    <message>
+        <source>Pegar desde colección</source>
+        <translation>Paste from collection</translation>
+    </message>
+    <message>
+        <source>Colección</source>
+        <translation>Collection</translation>
+    </message>
+    <message>
+        <source>Colección desde la que quieres pegar.</source>
+        <translation>Collection that you want to paste from.</translation>
+    </message>
+    <message>
+        <source>Pegar desde %1</source>
+        <translation>Paste from %1</translation>
+    </message>
+</context>
+<context>
     <name>PreviewWindow</name>
     <message>
         <source>Vista rápida</source>
@@ -309,6 +889,29 @@ base64Decode, formatJSON, compactJSON.
     <message>
         <source>Se muestra el principio del texto.</source>
         <translation>The beginning of the text is shown.</translation>
+    </message>
+</context>
+<context>
+    <name>SearchHistoryIntent</name>
+    <message>
+        <source>Se encontraron %1 textos.</source>
+        <translation>%1 texts were found.</translation>
+    </message>
+    <message>
+        <source>Buscar historial</source>
+        <translation>Search history</translation>
+    </message>
+    <message>
+        <source>Texto</source>
+        <translation>Text</translation>
+    </message>
+    <message>
+        <source>Texto que quieres buscar en el historial.</source>
+        <translation>Text that you want to look for in the history.</translation>
+    </message>
+    <message>
+        <source>Buscar %1 en el historial</source>
+        <translation>Search for %1 in the history</translation>
     </message>
 </context>
 <context>
@@ -374,6 +977,21 @@ base64Decode, formatJSON, compactJSON.
     <message>
         <source>Compactar JSON</source>
         <translation>Compact JSON</translation>
+    </message>
+</context>
+<context>
+    <name>ToggleCaptureIntent</name>
+    <message>
+        <source>Pausar o reanudar captura</source>
+        <translation>Pause or resume capture</translation>
+    </message>
+    <message>
+        <source>Captura pausada.</source>
+        <translation>Capture paused.</translation>
+    </message>
+    <message>
+        <source>Captura reanudada.</source>
+        <translation>Capture resumed.</translation>
     </message>
 </context>
 <context>

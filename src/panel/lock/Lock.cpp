@@ -26,6 +26,7 @@ void Lock::ask(Reason reason, std::function<void(Answer)> done) {
   if (isWithinGrace()) return done(Answer::proven);
   if (busy_ || isAuthenticating()) return done(Answer::refused);
   busy_ = true;
+  askedFor_ = reason;
   authenticator_.canAuthenticate(
       [lock = QPointer(this), reason, done = std::move(done)](const std::optional<QString>& obstacle) {
         if (!lock) return;
@@ -60,8 +61,8 @@ Lock::Answer Lock::answerOf(const AuthenticationReply& reply) {
   return unasked ? Answer::unavailable : Answer::refused;
 }
 
-void Lock::withdraw() {
-  if (busy_ && !prompting_) withdrawn_ = true;
+void Lock::withdraw(Reason reason) {
+  if (busy_ && askedFor_ == reason && !prompting_) withdrawn_ = true;
 }
 
 bool Lock::isWithinGrace() const {

@@ -52,8 +52,9 @@ class Lock final : public QObject {
   /// Whether the prompt is up now.
   [[nodiscard]] bool isPrompting() const { return prompting_; }
 
-  /// Whoever asked last does not want the answer any more: no prompt comes up that is not up already.
-  void withdraw();
+  /// Whoever asked last, for this, does not want the answer any more: no prompt comes up that is not up
+  /// already.
+  void withdraw(Reason reason);
 
   /// Runs after each prompt, whatever came of it.
   void setAfterAuthentication(std::function<void()> hook) { afterAuthentication_ = std::move(hook); }
@@ -82,6 +83,7 @@ class Lock final : public QObject {
   std::optional<Unlock> lastUnlock_;
   /// From the question whether the user can be asked on.
   bool busy_ = false;
+  Reason askedFor_ = Reason::clip;
   bool prompting_ = false;
   bool withdrawn_ = false;
   std::optional<std::chrono::steady_clock::time_point> lastReply_;

@@ -60,6 +60,16 @@ std::unique_ptr<InstanceClient> makeInstanceClient() {
   return std::make_unique<DBusInstanceClient>();
 }
 
+HeadlessPlatform makeHeadlessPlatform() {
+  HeadlessPlatform platform;
+  platform.instance = std::make_unique<DBusInstanceHost>();
+  platform.client = makeInstanceClient();
+  platform.secrets = std::make_unique<LibsecretStore>();
+  platform.defaults = std::make_unique<JsonUserDefaults>(userDefaultsPath());
+  platform.authenticator = std::make_unique<PolkitAuthenticator>();
+  return platform;
+}
+
 Platform makePlatform() {
   auto desktop = std::make_shared<X11Desktop>();
   // The theme that every application installs its icon for, also under desktops that name none.

@@ -23,6 +23,13 @@ TEST(CommandLine, RunsWithUrlsOfItsOwnAndNoOthers) {
   }
 }
 
+TEST(CommandLine, ShowsThePanelForWhoeverStartsItFromAMenu) {
+  EXPECT_EQ(parseCommandLine({u"--panel"_s}, u"1"_s), CommandLine(RunCommand{{}, true}));
+  EXPECT_EQ(parseCommandLine({u"--panel"_s, u"nimbrel:x"_s}, u"1"_s),
+            CommandLine(RunCommand{{u"nimbrel:x"_s}, false}));
+  EXPECT_EQ(std::get<PrintCommand>(parseCommandLine({u"--panel"_s, u"show"_s}, u"1"_s)).exitStatus, 2);
+}
+
 TEST(CommandLine, PrintsItsVersion) {
   for (const QString& option : {u"--version"_s, u"-v"_s})
     EXPECT_EQ(parseCommandLine({option}, u"1.2.3"_s), CommandLine(PrintCommand{u"nimbrel 1.2.3\n"_s, 0}));

@@ -22,12 +22,11 @@ class FakeInstanceClient final : public InstanceClient {
     shown.append(collections);
     return reply;
   }
-  [[nodiscard]] bool quit() override { return ends; }
+  [[nodiscard]] IntentReply quit() override { return reply; }
   [[nodiscard]] bool isRunning() override { return true; }
   void notify(const QString&, const QString& text) override { notices.append(text); }
 
   IntentReply reply;
-  bool ends = true;
   QList<IntentCall> calls;
   QList<bool> shown;
   QStringList notices;
@@ -108,6 +107,13 @@ TEST_F(InstanceCommandTest, ATerminalIsNotToldToDoThings) {
   EXPECT_EQ(output.data(), u"a\ufffd]0;x\ufffd\tb\nc\ufffd\n"_s.toUtf8());
 }
 
+TEST_F(InstanceCommandTest, NorByJson) {
+  client.reply = {.texts = {u"\u009b2J \u202e \u007f "_s + QString::fromUcs4(U"\U000e0041") + u" ñ"_s}};
+  EXPECT_EQ(runCommand({u"search"_s, u"x"_s, u"--json"_s}), 0);
+  EXPECT_EQ(output.data(), R"({"texts":["\u009b2J \u202e \u007f \udb40\udc41 ñ"]})"
+                           "\n");
+}
+
 TEST_F(InstanceCommandTest, SaysWhatWasDone) {
   client.reply = {.message = u"Último texto copiado."_s};
   EXPECT_EQ(runCommand({u"copy-latest"_s}), 0);
@@ -149,7 +155,7 @@ TEST_F(InstanceCommandTest, ShowsAndQuits) {
   EXPECT_EQ(runCommand({u"show"_s, u"--collections"_s}), 0);
   EXPECT_EQ(client.shown, (QList<bool>{false, true}));
   EXPECT_EQ(runCommand({u"quit"_s}), 0);
-  client.ends = false;
+  client.reply = {.error = u"noAnswer"_s};
   EXPECT_EQ(runCommand({u"quit"_s}), 9);
   EXPECT_EQ(output.data(), "");
 }

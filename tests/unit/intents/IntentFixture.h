@@ -45,6 +45,7 @@ class IntentFixture : public StoreFixture {
                           .settings = settings,
                           .lock = lock,
                           .permission = permission,
+                          .clock = clock,
                           .pasteClipNow = [this](const ClipItem& clip) {
                             if (!pasteFailure) pasted.append(clip.text);
                             return pasteFailure;

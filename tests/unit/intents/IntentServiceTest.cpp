@@ -120,14 +120,63 @@ TEST_F(IntentServiceTest, WithTheLockOnSuggestsNothingAndAsksNobody) {
   settings.lockMode = LockMode::sensitiveOnly;
   EXPECT_TRUE(suggest({u"pan"_s}).isEmpty());
   EXPECT_TRUE(service.describe({idAt(0)}).isEmpty());
-  service.choose(idAt(0));
-  EXPECT_TRUE(pasteboard.writes.isEmpty());
   EXPECT_TRUE(authenticator.asked.isEmpty());
   prove();
   EXPECT_EQ(suggest({u"pan"_s}), QStringList{idAt(0)});
   EXPECT_EQ(service.describe({idAt(0)}).size(), 1);
   clock.advance(std::chrono::seconds(61));
   EXPECT_TRUE(suggest({u"pan"_s}).isEmpty());
+}
+
+TEST_F(IntentServiceTest, WithTheLockOnChoosingAsks) {
+  copyText(u"pan"_s);
+  copyText(u"leche"_s);
+  settings.lockMode = LockMode::sensitiveOnly;
+  service.choose(idAt(1));
+  EXPECT_TRUE(pasteboard.writes.isEmpty());
+  authenticator.reply(Reply::proven);
+  EXPECT_EQ(pasteboard.text, u"pan"_s);
+}
+
+TEST_F(IntentServiceTest, AUserWhoRefusesIsNotAskedAgainForAWhile) {
+  copyText(u"pan"_s);
+  settings.lockMode = LockMode::sensitiveOnly;
+  const auto ask = [this] {
+    service.perform({Intent::copyLatestClip, {}}, [](const IntentReply&) {});
+    return authenticator.asked.size();
+  };
+  EXPECT_EQ(ask(), 1);
+  authenticator.reply(Reply::refused);
+  clock.advance(std::chrono::seconds(14));
+  EXPECT_EQ(perform(Intent::copyLatestClip).error, u"authenticationFailed");
+  service.choose(idAt(0));
+  EXPECT_EQ(authenticator.asked.size(), 1);
+  // What asks for no proof goes on.
+  EXPECT_EQ(perform(Intent::toggleCapture).error, QString());
+  clock.advance(std::chrono::seconds(1));
+  EXPECT_EQ(ask(), 2);
+  authenticator.reply(Reply::refused);
+  // Twice as long now.
+  clock.advance(std::chrono::seconds(29));
+  EXPECT_EQ(ask(), 2);
+  clock.advance(std::chrono::seconds(1));
+  EXPECT_EQ(ask(), 3);
+  authenticator.reply(Reply::proven);
+  clock.advance(std::chrono::seconds(61));
+  EXPECT_EQ(ask(), 4);
+  authenticator.reply(Reply::refused);
+  clock.advance(std::chrono::seconds(15));
+  EXPECT_EQ(ask(), 5);
+}
+
+TEST_F(IntentServiceTest, TheUsersOwnProofEndsTheWait) {
+  copyText(u"pan"_s);
+  settings.lockMode = LockMode::sensitiveOnly;
+  service.perform({Intent::copyLatestClip, {}}, [](const IntentReply&) {});
+  authenticator.reply(Reply::refused);
+  clock.advance(std::chrono::seconds(1));
+  prove();
+  EXPECT_EQ(perform(Intent::copyLatestClip).error, QString());
 }
 
 TEST_F(IntentServiceTest, AProofThatRunsOutWhileItLooksIsNone) {

@@ -75,6 +75,14 @@ TEST_F(CopyLatestClipIntentTest, TakesACopyThatItMadeForNoNewClip) {
   EXPECT_EQ(texts(), (QStringList{u"secreto"_s, u"b"_s, u"a"_s}));
 }
 
+TEST_F(CopyLatestClipIntentTest, ACodeIsASecretToo) {
+  grader.grades.insert(u"482913"_s, SensitivityLevel::soft);
+  copyText(u"482913"_s);
+  ASSERT_EQ(texts().size(), 1);
+  perform();
+  EXPECT_EQ(outcome.error(), Error::emptyHistory);
+}
+
 TEST_F(CopyLatestClipIntentTest, WithOnlySecretsFailsAndLeavesThePasteboardAlone) {
   copySecret(u"secreto"_s);
   perform();
@@ -207,6 +215,24 @@ TEST_F(SearchHistoryIntentTest, DoesNotGiveWhatHasGoneMeanwhile) {
   EXPECT_TRUE(outcome.value().texts.isEmpty());
 }
 
+TEST_F(SearchHistoryIntentTest, DoesNotGiveWhatHasBecomeASecretMeanwhile) {
+  copyImage("png"_ba);
+  copyText(u"pan"_s);
+  perform(u"pan"_s);
+  // The same text is copied again, and found to be a secret now.
+  copySecret(u"pan"_s);
+  ASSERT_TRUE(clip(0).isSensitive());
+  EXPECT_TRUE(outcome.value().texts.isEmpty());
+}
+
+TEST_F(SearchHistoryIntentTest, TheLockSwitchedOnMeanwhileHolds) {
+  copyText(u"pan"_s);
+  perform(u"pan"_s);
+  settings.lockMode = LockMode::sensitiveOnly;
+  ASSERT_TRUE(QTest::qWaitFor([this] { return outcome.result.has_value(); }));
+  EXPECT_EQ(outcome.error(), Error::authenticationFailed);
+}
+
 TEST_F(SearchHistoryIntentTest, AnswersEachWhoAsks) {
   copyText(u"pan"_s);
   copyText(u"leche"_s);
@@ -234,7 +260,9 @@ TEST_F(SearchHistoryIntentTest, WithTheLockOnLooksOnlyWithAProof) {
   authenticator.reply(Reply::proven);
   EXPECT_EQ(outcome.value().texts, QStringList{u"pan"_s});
   // The proof holds for the next.
+  outcome.result.reset();
   perform(u"pan"_s);
+  EXPECT_EQ(outcome.value().texts, QStringList{u"pan"_s});
   EXPECT_EQ(authenticator.asked.size(), 2);
 }
 
@@ -317,6 +345,15 @@ TEST_F(PasteFromCollectionIntentTest, WithoutTrustFailsBeforeAnythingIsPasted) {
   EXPECT_EQ(trust.requests, 1);
   // Whatever is in the collection.
   perform(u"ninguna"_s);
+  EXPECT_EQ(outcome.error(), Error::accessibilityRequired);
+}
+
+TEST_F(PasteFromCollectionIntentTest, WithTheLockOnTheProofComesBeforeEverything) {
+  settings.lockMode = LockMode::sensitiveOnly;
+  trust.trusted = false;
+  perform(u"trabajo"_s);
+  EXPECT_EQ(trust.requests, 0);
+  authenticator.reply(Reply::proven);
   EXPECT_EQ(outcome.error(), Error::accessibilityRequired);
 }
 

@@ -39,9 +39,7 @@ constexpr std::array kMethods{
     Method{bus::kSearchInterface, "LaunchSearch", "asu"},
 };
 
-/// What a call without arguments costs to keep.
-constexpr qint64 kCostOfCall = 256;
-/// And what a string does, beside its characters.
+/// What a string costs to keep, beside its characters.
 constexpr qint64 kCostOfString = 64;
 
 const char* interfaceAt(const QString& path) {
@@ -70,22 +68,17 @@ qint64 sizeOf(const QVariant& argument) {
 }
 
 qint64 sizeOf(const QVariantList& arguments) {
-  qint64 size = kCostOfCall;
+  qint64 size = 0;
   for (const QVariant& argument : arguments)
     size += sizeOf(argument);
   return size;
 }
 
-/// The first of these URLs, as many as may wait.
-QStringList boundedUrls(const QStringList& urls) {
-  QStringList bounded;
-  qint64 size = 0;
-  for (const QString& url : urls) {
-    size += url.size() + kCostOfString;
-    if (size > BusObject::kMaxUrls) break;
-    bounded.append(url);
-  }
-  return bounded;
+/// Whether a method is about the program itself.
+bool isControl(const QDBusMessage& message) {
+  const QString member = message.member();
+  return member == QLatin1String("Show") || member == QLatin1String("ShowCollections") ||
+         member == QLatin1String("OpenUrls") || member == QLatin1String("Quit");
 }
 
 void refuse(const QDBusMessage& message, const QDBusConnection& connection, QDBusError::ErrorType type,
@@ -100,7 +93,7 @@ QString tooMuch() {
 }  // namespace
 
 BusObject::BusObject(const Clock& clock, std::function<void(const BusCall&)> accepted)
-    : budget_(clock), accepted_(std::move(accepted)) {}
+    : budget_(clock), controlBudget_(clock), accepted_(std::move(accepted)) {}
 
 QString BusObject::introspect(const QString& path) const {
   const char* const here = interfaceAt(path);
@@ -114,37 +107,43 @@ QString BusObject::introspect(const QString& path) const {
 
 bool BusObject::handleMessage(const QDBusMessage& message, const QDBusConnection& connection) {
   if (message.type() != QDBusMessage::MethodCallMessage) return false;
-  if (!budget_.admits(message.service())) {
+  const auto tooMany = [&] {
     refuse(message, connection, QDBusError::LimitsExceeded, tooMuch());
     return true;
-  }
+  };
+  // Whoever floods one kind of them leaves the other to the user.
+  CallBudget& budget = isControl(message) ? controlBudget_ : budget_;
+  if (!budget.admits(message.service())) return tooMany();
   if (message.interface() == QLatin1String(bus::kProperties)) return answerProperties(message, connection);
   const Method* const method = methodOf(message);
   if (!method) return false;
-  BusCall call{QLatin1String(method->interface), message.member(), message.arguments(), message};
   if (message.signature().toStdString() != method->signature) {
     refuse(message, connection, QDBusError::InvalidArgs,
            QStringLiteral("%1(%2)").arg(message.member(), QLatin1String(method->signature)));
     return true;
   }
-  if (call.member == QLatin1String("OpenUrls"))
-    call.arguments = {boundedUrls(call.arguments.value(0).toStringList())};
-  if (!hasRoomFor(sizeOf(call.arguments))) {
-    refuse(message, connection, QDBusError::LimitsExceeded, tooMuch());
-    return true;
-  }
-  accepted_(call);
+  const qint64 size = sizeOf(message.arguments());
+  const bool isUrls = message.member() == QLatin1String("OpenUrls");
+  const auto room = size > (isUrls ? kMaxUrls : kMaxArguments) ? nullptr : roomFor(size);
+  if (!room) return tooMany();
+  accepted_({QLatin1String(method->interface), message.member(), message.arguments(), message, room});
   return true;
 }
 
-bool BusObject::hasRoomFor(qint64 size) {
-  if (waiting_ + size > kMaxWaiting) return false;
-  waiting_ += size;
-  return true;
+std::shared_ptr<void> BusObject::roomFor(qint64 size) {
+  // Only this thread adds.
+  if (waiting_->calls >= kMaxCalls || waiting_->size + size > kMaxWaiting) return nullptr;
+  ++waiting_->calls;
+  waiting_->size += size;
+  return {waiting_.get(), [waiting = waiting_, size](void*) {
+            --waiting->calls;
+            waiting->size -= size;
+          }};
 }
 
-void BusObject::settle(const BusCall& call) {
-  waiting_ -= sizeOf(call.arguments);
+void BusObject::send(const QDBusMessage& reply) {
+  QMetaObject::invokeMethod(
+      this, [reply] { QDBusConnection::sessionBus().send(reply); }, Qt::QueuedConnection);
 }
 
 bool BusObject::answerProperties(const QDBusMessage& message, const QDBusConnection& connection) const {

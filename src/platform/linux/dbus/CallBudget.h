@@ -15,8 +15,8 @@ class CallBudget final {
   /// More than anybody types in a search, and less than anybody notices.
   static constexpr double kBurst = 40;
   static constexpr double kPerSecond = 20;
-  static constexpr double kBurstOfAll = 120;
-  static constexpr double kPerSecondOfAll = 60;
+  static constexpr double kBurstOfAll = 200;
+  static constexpr double kPerSecondOfAll = 100;
 
   /// The clock outlives this.
   explicit CallBudget(const Clock& clock) : clock_(clock), all_{kBurstOfAll, clock.steadyNow()} {}

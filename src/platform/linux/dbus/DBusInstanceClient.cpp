@@ -15,21 +15,28 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// Longer than the user is given for the password.
-constexpr int kCallTimeoutMilliseconds = 150'000;
+/// Longer than the user is given for the password, and where nobody is asked for one.
+constexpr auto kAskingTime = 150s;
+constexpr auto kAnswerTime = 5s;
 /// How long a program that starts, or ends, is waited for.
 constexpr auto kPatience = 15s;
 constexpr auto kPause = 100ms;
 
-QDBusMessage callOnce(const QString& method, const QVariantList& arguments) {
+QDBusMessage callOnce(const QString& method, std::chrono::milliseconds patience,
+                      const QVariantList& arguments) {
   auto call = QDBusMessage::createMethodCall(QLatin1String(bus::kService), QLatin1String(bus::kPath),
                                              QLatin1String(bus::kInterface), method);
   call.setArguments(arguments);
-  return QDBusConnection::sessionBus().call(call, QDBus::Block, kCallTimeoutMilliseconds);
+  return QDBusConnection::sessionBus().call(call, QDBus::Block, static_cast<int>(patience.count()));
 }
 
 bool isStarting(const QDBusMessage& answer) {
   return bus::errorOf(answer.errorName()) == InstanceClient::kUnavailable;
+}
+
+bool hasOwner() {
+  const QDBusConnection bus = QDBusConnection::sessionBus();
+  return bus.isConnected() && bus.interface()->isServiceRegistered(QLatin1String(bus::kService));
 }
 
 /// What went wrong on the way.
@@ -41,7 +48,8 @@ QString errorOf(const QDBusMessage& answer) {
     case QDBusError::NoReply:
     case QDBusError::Timeout:
     case QDBusError::TimedOut:
-      return InstanceClient::kNoAnswer.toString();
+      // Or it has gone while it was asked.
+      return hasOwner() ? InstanceClient::kNoAnswer.toString() : InstanceClient::kUnavailable.toString();
     default:
       return InstanceClient::kUnavailable.toString();
   }
@@ -84,38 +92,42 @@ IntentReply replyOf(const QDBusMessage& answer) {
 
 }  // namespace
 
-QDBusMessage DBusInstanceClient::call(const QString& method, const QVariantList& arguments) {
+QDBusMessage DBusInstanceClient::call(const QString& method, std::chrono::milliseconds patience,
+                                      const QVariantList& arguments) {
   const QDeadlineTimer deadline(kPatience);
-  QDBusMessage answer = callOnce(method, arguments);
+  QDBusMessage answer = callOnce(method, patience, arguments);
   while (isStarting(answer) && !deadline.hasExpired()) {
     std::this_thread::sleep_for(kPause);
-    answer = callOnce(method, arguments);
+    answer = callOnce(method, patience, arguments);
   }
   return answer;
 }
 
 IntentReply DBusInstanceClient::perform(const IntentCall& wanted) {
-  return replyOf(call(methodOf(wanted.intent),
+  const bool asks = wanted.intent != Intent::toggleCapture && wanted.intent != Intent::listCollections;
+  return replyOf(call(methodOf(wanted.intent), asks ? kAskingTime : kAnswerTime,
                       hasArgument(wanted.intent) ? QVariantList{wanted.argument} : QVariantList()));
 }
 
 IntentReply DBusInstanceClient::show(bool collections) {
-  return replyOf(call(collections ? QStringLiteral("ShowCollections") : QStringLiteral("Show")));
+  return replyOf(call(collections ? QStringLiteral("ShowCollections") : QStringLiteral("Show"), kAnswerTime));
 }
 
 bool DBusInstanceClient::isRunning() {
-  const QDBusConnection bus = QDBusConnection::sessionBus();
-  return bus.isConnected() && bus.interface()->isServiceRegistered(QLatin1String(bus::kService));
+  return hasOwner();
 }
 
-bool DBusInstanceClient::quit() {
-  // Or the bus would start it for this.
-  if (!isRunning()) return true;
-  static_cast<void>(callOnce(QStringLiteral("Quit"), {}));
+IntentReply DBusInstanceClient::quit() {
+  if (!QDBusConnection::sessionBus().isConnected()) return {.error = kUnavailable.toString()};
   const QDeadlineTimer deadline(kPatience);
-  while (isRunning() && !deadline.hasExpired())
+  // Not without asking whether there is one: the bus would start it for this.
+  bool asked = false;
+  while (hasOwner() && !deadline.hasExpired()) {
+    if (!asked)
+      asked = callOnce(QStringLiteral("Quit"), kAnswerTime, {}).type() == QDBusMessage::ReplyMessage;
     std::this_thread::sleep_for(kPause);
-  return !isRunning();
+  }
+  return hasOwner() ? IntentReply{.error = kNoAnswer.toString()} : IntentReply{};
 }
 
 void DBusInstanceClient::notify(const QString& title, const QString& text) {

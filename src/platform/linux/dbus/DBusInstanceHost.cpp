@@ -16,16 +16,20 @@ constexpr int kCallTimeoutMilliseconds = 5000;
 constexpr int kAttempts = 10;
 constexpr unsigned long kAttemptPause = 100;
 
+/// The longest text that the panel is asked to look for.
+constexpr qsizetype kMaxSearch = 4096;
+
 /// Of an empty URL, in UTF-16 units.
 constexpr qsizetype kCostOfUrl = 64;
 
-void reply(const QDBusMessage& message, const QVariantList& values = {}) {
-  if (message.isReplyRequired()) QDBusConnection::sessionBus().send(message.createReply(values));
+/// What the bus cannot carry would end a text.
+QString carried(QString text) {
+  return text.replace(QChar(), QChar(QChar::ReplacementCharacter));
 }
-
-void replyError(const QDBusMessage& message, const QString& error, const QString& text) {
-  if (message.isReplyRequired())
-    QDBusConnection::sessionBus().send(message.createErrorReply(bus::errorName(error), text));
+QStringList carried(QStringList texts) {
+  for (QString& text : texts)
+    text = carried(text);
+  return texts;
 }
 
 /// A reply's values, as the interface has them for an intent.
@@ -34,13 +38,13 @@ QVariantList valuesOf(Intent intent, const IntentReply& reply) {
     case Intent::copyLatestClip:
       return {reply.message};
     case Intent::searchHistory:
-      return {reply.texts, reply.message};
+      return {carried(reply.texts), reply.message};
     case Intent::toggleCapture:
       return {reply.paused, reply.message};
     case Intent::pasteFromCollection:
       return {};
     case Intent::listCollections:
-      return {reply.texts};
+      return {carried(reply.texts)};
   }
   return {};
 }
@@ -50,7 +54,7 @@ QVariant metasOf(const QList<ClipSuggestion>& clips) {
   metas.beginArray(QMetaType::fromType<QVariantMap>());
   for (const ClipSuggestion& clip : clips) {
     metas << QVariantMap{{QStringLiteral("id"), clip.id},
-                         {QStringLiteral("name"), clip.text},
+                         {QStringLiteral("name"), carried(clip.text)},
                          {QStringLiteral("gicon"), QStringLiteral("app.nimbrel.Nimbrel")}};
   }
   metas.endArray();
@@ -62,12 +66,7 @@ QVariant metasOf(const QList<ClipSuggestion>& clips) {
 DBusInstanceHost::DBusInstanceHost() {
   object_ = std::make_unique<BusObject>(clock_, [this](const BusCall& call) {
     QMetaObject::invokeMethod(
-        this,
-        [this, call] {
-          object_->settle(call);
-          answer(call);
-        },
-        Qt::QueuedConnection);
+        this, [this, call] { answer(call); }, Qt::QueuedConnection);
   });
   thread_.setObjectName(QStringLiteral("Nimbrel.bus"));
 }
@@ -82,23 +81,32 @@ DBusInstanceHost::~DBusInstanceHost() {
 }
 
 bool DBusInstanceHost::registerObject() {
-  if (!thread_.isRunning()) {
-    object_->moveToThread(&thread_);
-    thread_.start();
-  }
-  return QDBusConnection::sessionBus().registerVirtualObject(QLatin1String(bus::kPath), object_.get(),
-                                                             QDBusConnection::SubPath);
+  // Before it moves: the bus gives it a companion, which moves along.
+  const bool registered = QDBusConnection::sessionBus().registerVirtualObject(
+      QLatin1String(bus::kPath), object_.get(), QDBusConnection::SubPath);
+  object_->moveToThread(&thread_);
+  thread_.start();
+  return registered;
 }
 
 void DBusInstanceHost::unregisterObject() {
   QDBusConnection::sessionBus().unregisterObject(QLatin1String(bus::kPath), QDBusConnection::UnregisterTree);
 }
 
+void DBusInstanceHost::reply(const BusCall& call, const QVariantList& values) {
+  if (call.message.isReplyRequired()) object_->send(call.message.createReply(values));
+}
+
+void DBusInstanceHost::replyError(const BusCall& call, const QString& error, const QString& text) {
+  if (call.message.isReplyRequired())
+    object_->send(call.message.createErrorReply(bus::errorName(error), text));
+}
+
 InstanceHost::Claim DBusInstanceHost::claim(const QStringList& urls) {
   QDBusConnection bus = QDBusConnection::sessionBus();
   if (!bus.isConnected()) return Claim::unavailable;
   // The object comes first: whoever finds the name taken must find somebody behind it.
-  registerObject();
+  if (!registerObject()) return Claim::unavailable;
   if (bus.registerService(QLatin1String(bus::kService))) return Claim::first;
   for (int attempt = 0; attempt < kAttempts; ++attempt) {
     const QDBusMessage answer = handOver(urls);
@@ -115,7 +123,11 @@ InstanceHost::Claim DBusInstanceHost::claim(const QStringList& urls) {
   return Claim::unanswered;
 }
 
-QDBusMessage DBusInstanceHost::handOver(const QStringList& urls) {
+QDBusMessage DBusInstanceHost::handOver(const QStringList& given) {
+  // What is longer than any URL that is taken is not even sent.
+  QStringList urls = given;
+  urls.removeIf([](const QString& url) { return url.size() + kCostOfUrl > BusObject::kMaxUrls; });
+  if (urls.isEmpty() && !given.isEmpty()) urls.append(QString());
   const QString method = urls.isEmpty() ? QStringLiteral("Show") : QStringLiteral("OpenUrls");
   QDBusMessage call = QDBusMessage::createMethodCall(QLatin1String(bus::kService), QLatin1String(bus::kPath),
                                                      QLatin1String(bus::kInterface), method);
@@ -147,10 +159,10 @@ void DBusInstanceHost::answer(const BusCall& call) {
   if (call.interface == QLatin1String(bus::kSearchInterface)) return answerSearch(call);
   // Answered before it is done: nobody need wait for that.
   if (answerAtOnce(call)) {
-    reply(call.message);
+    reply(call);
     return deliver();
   }
-  if (!answerIntent(call)) replyError(call.message, QStringLiteral("unavailable"), {});
+  if (!answerIntent(call)) replyError(call, QStringLiteral("unavailable"), {});
 }
 
 bool DBusInstanceHost::answerAtOnce(const BusCall& call) {
@@ -178,9 +190,9 @@ bool DBusInstanceHost::answerIntent(const BusCall& call) {
   const auto intent = intents.find(call.member);
   if (intent == intents.end() || !requests_.perform) return false;
   requests_.perform({*intent, call.arguments.value(0).toString()},
-                    [message = call.message, intent = *intent](const IntentReply& outcome) {
-                      if (outcome.error.isEmpty()) return reply(message, valuesOf(intent, outcome));
-                      replyError(message, outcome.error, outcome.message);
+                    [this, call, intent = *intent](const IntentReply& outcome) {
+                      if (outcome.error.isEmpty()) return reply(call, valuesOf(intent, outcome));
+                      replyError(call, outcome.error, outcome.message);
                     });
   return true;
 }
@@ -193,21 +205,21 @@ void DBusInstanceHost::answerSearch(const BusCall& call) {
   if (call.member == QLatin1String("GetResultMetas")) {
     const auto clips = requests_.describe ? requests_.describe(call.arguments.value(0).toStringList())
                                           : QList<ClipSuggestion>();
-    return reply(call.message, {metasOf(clips)});
+    return reply(call, {metasOf(clips)});
   }
-  reply(call.message);
+  reply(call);
   if (call.member == QLatin1String("ActivateResult")) {
     if (requests_.choose) requests_.choose(call.arguments.value(0).toString());
     return;
   }
-  search_ = call.arguments.value(0).toStringList().join(u' ');
+  search_ = call.arguments.value(0).toStringList().join(u' ').left(kMaxSearch);
   showRequested_ = true;
   deliver();
 }
 
 void DBusInstanceHost::suggest(const BusCall& call, const QStringList& terms) {
-  if (!requests_.suggest) return reply(call.message, {QStringList()});
-  requests_.suggest(terms, [message = call.message](const QStringList& ids) { reply(message, {ids}); });
+  if (!requests_.suggest) return reply(call, {QStringList()});
+  requests_.suggest(terms, [this, call](const QStringList& ids) { reply(call, {ids}); });
 }
 
 void DBusInstanceHost::keepUrls(const QStringList& urls) {

@@ -26,7 +26,9 @@ class DBusInstanceHost final : public QObject, public InstanceHost {
   void announceCapture(bool paused) override;
 
  private:
-  [[nodiscard]] static QDBusMessage handOver(const QStringList& urls);
+  [[nodiscard]] static QDBusMessage handOver(const QStringList& given);
+  void reply(const BusCall& call, const QVariantList& values = {});
+  void replyError(const BusCall& call, const QString& error, const QString& text);
   bool registerObject();
   void unregisterObject();
   void answer(const BusCall& call);

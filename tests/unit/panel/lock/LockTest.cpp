@@ -172,7 +172,7 @@ TEST_F(LockTest, TellsWhereNobodyWasAsked) {
 TEST_F(LockTest, AWithdrawnRequestBringsUpNoPrompt) {
   authenticator.slow = true;
   ask();
-  lock.withdraw();
+  lock.withdraw(Lock::Reason::clip);
   authenticator.answerWhetherItCan();
   EXPECT_EQ(answer, false);
   EXPECT_EQ(prompts(), 0);
@@ -180,7 +180,7 @@ TEST_F(LockTest, AWithdrawnRequestBringsUpNoPrompt) {
   ask();
   EXPECT_EQ(prompts(), 1);
   // One that is up already stays.
-  lock.withdraw();
+  lock.withdraw(Lock::Reason::clip);
   authenticator.reply(Outcome::proven);
   EXPECT_EQ(answer, true);
 }

@@ -41,7 +41,7 @@ TEST_F(CallBudgetTest, ManyTogetherAreBoundedToo) {
   int count = 0;
   for (int caller = 0; caller < 1000; ++caller)
     count += admitted(1, u":1.%1"_s.arg(caller));
-  EXPECT_EQ(count, 120);
+  EXPECT_EQ(count, 200);
 }
 
 TEST_F(CallBudgetTest, ForgetsThoseWhoAreQuiet) {

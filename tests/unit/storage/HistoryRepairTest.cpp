@@ -1,0 +1,177 @@
+#include "storage/HistoryRepair.h"
+
+#include <gmock/gmock.h>
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include "storage/ClipDatabase.h"
+#include "storage/SQLiteConnection.h"
+#include "support/Fakes.h"
+#include "support/LogRecorder.h"
+#include "support/StoreFixture.h"
+
+namespace nimbrel {
+namespace {
+
+using namespace Qt::StringLiterals;
+using State = DatabaseHealth::State;
+
+constexpr int kPageBytes = 4096;
+
+class HistoryRepairTest : public ::testing::Test {
+ protected:
+  /// A history of so many clips with texts of some length, all in the file.
+  void fill(int clips, qsizetype length = 300) {
+    ClipDatabase database(path, cipher);
+    QList<ClipItem> items;
+    for (int i = 0; i < clips; ++i)
+      items.append(testing::textClip(u"texto %1 "_s.arg(i) + QString(length, u'x'), 1000 + i));
+    ASSERT_TRUE(database.saveMany(items));
+    ASSERT_TRUE(database.checkpoint());
+  }
+  /// Overwrites pages, counted from 0, as a failing disk does.
+  void damage(qint64 first, qint64 last) {
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+    for (qint64 page = first; page <= last; ++page) {
+      file.seek(page * kPageBytes);
+      file.write(QByteArray(kPageBytes, '\xa5'));
+    }
+  }
+  [[nodiscard]] qint64 pages() const { return QFileInfo(path).size() / kPageBytes; }
+  [[nodiscard]] qsizetype readable() {
+    ClipDatabase database(path, cipher);
+    return database.loadAll().clips.size();
+  }
+  [[nodiscard]] static QByteArray bytesOf(const QString& file) {
+    QFile opened(file);
+    return opened.open(QIODevice::ReadOnly) ? opened.readAll() : QByteArray();
+  }
+
+  testing::LogRecorder log;
+  QTemporaryDir folder;
+  QString path = folder.filePath(u"brevin.sqlite"_s);
+  testing::ManualClock clock;
+  testing::FakeSecretStore secrets;
+  SystemRandom random;
+  HistoryCipher cipher{secrets, random};
+};
+
+TEST_F(HistoryRepairTest, ASoundHistoryIsSound) {
+  EXPECT_EQ(examineDatabase(path, &cipher).state, State::missing);
+  EXPECT_FALSE(QFile::exists(path));
+  fill(5);
+  const DatabaseHealth health = examineDatabase(path, &cipher);
+  EXPECT_EQ(health.state, State::sound);
+  EXPECT_EQ(health.rows, 5);
+  EXPECT_EQ(health.unreadable, 0);
+}
+
+TEST_F(HistoryRepairTest, CountsTheRowsThatCannotBeOpened) {
+  fill(5);
+  testing::FakeSecretStore others;
+  HistoryCipher another(others, random);
+  EXPECT_EQ(examineDatabase(path, &another).unreadable, 5);
+}
+
+TEST_F(HistoryRepairTest, LookingChangesNothingAlsoWhileTheProgramRuns) {
+  fill(5);
+  ClipDatabase running(path, cipher);
+  running.save(testing::indexed(testing::textClip(u"nuevo"_s)));
+  running.flush();
+  const QByteArray journal = bytesOf(path + u"-wal"_s);
+  ASSERT_FALSE(journal.isEmpty());
+  EXPECT_EQ(examineDatabase(path, &cipher).rows, 6);
+  EXPECT_EQ(bytesOf(path + u"-wal"_s), journal);
+}
+
+TEST_F(HistoryRepairTest, LeavesANewerVersionsHistoryAlone) {
+  fill(1);
+  SQLiteConnection(path.toUtf8()).execute("PRAGMA user_version = 9");
+  EXPECT_EQ(examineDatabase(path, &cipher).state, State::untouchable);
+}
+
+TEST_F(HistoryRepairTest, SalvagesWhatIsOnBothSidesOfTheDamage) {
+  fill(2000);
+  const qint64 middle = pages() / 2;
+  damage(middle, middle + 3);
+  ASSERT_EQ(examineDatabase(path, nullptr).state, State::damaged);
+  const QByteArray before = bytesOf(path);
+  const RepairOutcome outcome = repairDatabase(path, clock);
+  EXPECT_EQ(outcome.failure, std::nullopt);
+  // At most the rows of the pages that are gone, and of one inner page, whatever those held.
+  EXPECT_GT(outcome.salvaged, 1900);
+  EXPECT_LT(outcome.salvaged, 2000);
+  EXPECT_EQ(readable(), outcome.salvaged);
+  EXPECT_EQ(examineDatabase(path, &cipher).state, State::sound);
+  EXPECT_EQ(bytesOf(folder.filePath(outcome.setAside)), before);
+  EXPECT_EQ(outcome.setAside, u"brevin.damaged-1773500966.sqlite");
+}
+
+TEST_F(HistoryRepairTest, SalvagesWhatIsOnlyInTheLog) {
+  fill(500);
+  ClipDatabase running(path, cipher);
+  running.save(testing::indexed(testing::textClip(u"reciente"_s)));
+  running.flush();
+  // As the files are when the computer stops.
+  QDir(folder.path()).mkdir(u"parado"_s);
+  const QString stopped = folder.filePath(u"parado/brevin.sqlite"_s);
+  ASSERT_TRUE(QFile::copy(path, stopped));
+  ASSERT_TRUE(QFile::copy(path + u"-wal"_s, stopped + u"-wal"_s));
+  path = stopped;
+  damage(pages() / 2, pages() / 2);
+  const RepairOutcome outcome = repairDatabase(path, clock);
+  EXPECT_EQ(outcome.failure, std::nullopt);
+  ClipDatabase repaired(path, cipher);
+  const auto clips = repaired.loadAll().clips;
+  EXPECT_TRUE(std::any_of(clips.begin(), clips.end(),
+                          [](const ClipRef& clip) { return clip->clip.text == u"reciente"; }));
+}
+
+TEST_F(HistoryRepairTest, KeepsRowsThatOnlyAnotherKeyOpens) {
+  fill(50);
+  SQLiteConnection(path.toUtf8()).execute("UPDATE clips SET payload = x'4252564e3141' WHERE rowid < 11");
+  damage(pages() - 1, pages() - 1);
+  const RepairOutcome outcome = repairDatabase(path, clock);
+  EXPECT_GE(outcome.salvaged, 10);
+  EXPECT_EQ(
+      SQLiteConnection(path.toUtf8()).integer("SELECT COUNT(*) FROM clips WHERE payload = x'4252564e3141'"),
+      10);
+}
+
+TEST_F(HistoryRepairTest, WhatIsNoDatabaseAtAllIsSetAsideForAnEmptyOne) {
+  QFile file(path);
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+  file.write(QByteArray(10'000, 'x'));
+  file.close();
+  ASSERT_EQ(examineDatabase(path, nullptr).state, State::damaged);
+  const RepairOutcome outcome = repairDatabase(path, clock);
+  EXPECT_EQ(outcome.failure, std::nullopt);
+  EXPECT_EQ(outcome.salvaged, 0);
+  EXPECT_EQ(readable(), 0);
+  EXPECT_EQ(bytesOf(folder.filePath(outcome.setAside)), QByteArray(10'000, 'x'));
+}
+
+TEST_F(HistoryRepairTest, TheRepairedHistoryIsForItsOwnerAlone) {
+  fill(100);
+  damage(pages() / 2, pages() / 2);
+  const RepairOutcome outcome = repairDatabase(path, clock);
+  const auto owner = QFile::ReadOwner | QFile::WriteOwner | QFile::ReadUser | QFile::WriteUser;
+  EXPECT_EQ(QFile::permissions(path), owner);
+  EXPECT_EQ(QFile::permissions(folder.filePath(outcome.setAside)), owner);
+}
+
+TEST_F(HistoryRepairTest, WithoutRoomForACopyNothingIsTouched) {
+  fill(100);
+  damage(pages() / 2, pages() / 2);
+  const QByteArray before = bytesOf(path);
+  // Where the copy would go there is something already.
+  ASSERT_TRUE(QDir(folder.path()).mkdir(u"brevin.damaged-1773500966.sqlite"_s));
+  EXPECT_TRUE(repairDatabase(path, clock).failure.has_value());
+  EXPECT_EQ(bytesOf(path), before);
+}
+
+}  // namespace
+}  // namespace nimbrel
