@@ -39,6 +39,9 @@ Xvfb -displayfd 3 -screen 0 "${NIMBREL_SCREEN:-1280x900x24}" -nolisten tcp -nore
 pids+=($!)
 read -r number <"$home/display"
 export DISPLAY=:$number
+# What the bus starts belongs to this desktop too.
+dbus-update-activation-environment HOME DISPLAY XDG_DATA_HOME XDG_CONFIG_HOME XDG_CACHE_HOME XDG_RUNTIME_DIR \
+  QT_QPA_PLATFORM DBUS_SYSTEM_BUS_ADDRESS
 
 if [ "${NIMBREL_KEYRING:-yes}" != no ]; then
   printf 'nimbrel' | gnome-keyring-daemon --unlock --components=secrets --daemonize >"$home/keyring.log" 2>&1

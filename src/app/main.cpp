@@ -135,6 +135,12 @@ void endSoon() {
   }).detach();
 }
 
+int withoutDesktop(int argc, char** argv) {
+  const QCoreApplication application(argc, argv);
+  const Localization localization(interfaceLanguage(QLocale::system().uiLanguages()));
+  return execute(PrintCommand{Texts::tr("nimbrel: no hay ningún escritorio X11 a la vista\n"), 1});
+}
+
 /// What of other programs' requests concerns the history.
 InstanceRequests intentRequests(IntentService& intents) {
   InstanceRequests requests;
@@ -150,7 +156,7 @@ InstanceRequests intentRequests(IntentService& intents) {
 }
 
 int runApplication(int argc, char** argv, const RunCommand& command) {
-  preparePlatform();
+  if (!preparePlatform()) return withoutDesktop(argc, argv);
   QApplication application(argc, argv);
   QApplication::setApplicationName(QStringLiteral("Nimbrel"));
   QApplication::setDesktopFileName(QStringLiteral("app.nimbrel.Nimbrel"));

@@ -90,8 +90,9 @@ struct HeadlessPlatform final {
 /// Main thread.
 [[nodiscard]] DesktopFacts examineDesktop(const QList<HotKeyProbe>& hotKeys);
 
-/// The settings that must be made before the application object exists; called once, first thing in `main`.
-void preparePlatform();
+/// The settings that must be made before the application object exists; called once, before it. False when
+/// there is no desktop to run on, which the toolkit would end the process for.
+[[nodiscard]] bool preparePlatform();
 
 /// Keeps what the process has in memory from others: no core dumps, and no debugger, but the administrator's.
 /// Does nothing in builds that are there to be debugged. Called once, before anything else.

@@ -241,6 +241,9 @@ RepairOutcome repairDatabase(const QString& path, const Clock& clock) {
     removeDatabase(fresh);
     return outcome;
   }
+  // Looking into the copy has left an empty log beside it where there was none.
+  if (!QFileInfo::exists(withSuffix(path, "-wal"))) QFile::remove(withSuffix(copy, "-wal"));
+  QFile::remove(withSuffix(copy, "-shm"));
   syncFile(fresh);
   QFile::remove(withSuffix(fresh, "-wal"));
   QFile::remove(withSuffix(fresh, "-shm"));

@@ -14,9 +14,8 @@ from cryptography.hazmat.primitives.ciphers.aead import AESGCM
 
 import desktop
 from desktop import focused, key, run, type_text, until, windows
-from scenario import NIMBREL, QT_ENTRY, PanelScenario, main
+from scenario import NIMBREL, POLKIT_MOCK, QT_ENTRY, PanelScenario, main
 
-POLKIT_MOCK = str(pathlib.Path(QT_ENTRY).resolve().with_name("polkit_mock"))
 TOKEN = "ghp_" + "aB3dE5fG7hJ9kL1mN3pQ5rS7tU9vW1xY3zA5"
 CODE_LIFE = 60
 

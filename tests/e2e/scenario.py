@@ -1,4 +1,5 @@
 """What the end-to-end tests share. Every one is started as TEST NIMBREL QT_ENTRY QT_COPY KEY_GRAB [TEST…]"""
+import json
 import pathlib
 import sqlite3
 import subprocess
@@ -11,6 +12,7 @@ import desktop
 from desktop import active, focused, key, run, type_text, until, windows
 
 NIMBREL, QT_ENTRY, QT_COPY, KEY_GRAB = sys.argv[1:5]
+POLKIT_MOCK = str(pathlib.Path(QT_ENTRY).resolve().with_name("polkit_mock"))
 
 
 class Client:
@@ -134,6 +136,29 @@ class PanelScenario(Scenario):
     def setUp(self):
         super().setUp()
         run("xdotool", "mousemove", "500", "200")
+
+    def stop(self):
+        self.nimbrel.quit()
+
+    def start_with(self, **settings):
+        """Starts the program anew with settings of the user's."""
+        self.stop()
+        folder = self.nimbrel.config / "Nimbrel"
+        folder.mkdir(parents=True, exist_ok=True)
+        path = folder / "defaults.json"
+        values = json.loads(path.read_text()) if path.exists() else {}
+        path.write_text(json.dumps(values | settings))
+        self.nimbrel.start()
+
+    def authority(self, mode):
+        process = subprocess.Popen([POLKIT_MOCK, mode], stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True)
+        self.assertEqual(process.stdout.readline(), "ready\n")
+        def end():
+            process.kill()
+            process.wait()
+            process.stdout.close()
+        self.addCleanup(end)
+        return process
 
     def geometry(self, window=None):
         """Of the panel, or of another window; nothing of one that has just gone."""

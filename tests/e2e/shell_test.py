@@ -11,7 +11,6 @@ import desktop
 from desktop import active, focused, key, run, type_text, until, windows
 from scenario import NIMBREL, QT_ENTRY, PanelScenario, main
 
-POLKIT_MOCK = str(pathlib.Path(QT_ENTRY).resolve().with_name("polkit_mock"))
 SESSION_MANAGER = str(pathlib.Path(QT_ENTRY).resolve().with_name("session_manager"))
 DATA = pathlib.Path(__file__).resolve().parents[2] / "data"
 SECRET = "ghp_" + "aB3dE5fG7hJ9kL1mN3pQ5rS7tU9vW1xY3zA5"
@@ -32,29 +31,6 @@ class Shell(PanelScenario):
 
     def previewed(self):
         return [path.read_text() for path in self.preview_files()]
-
-    def stop(self):
-        self.nimbrel.quit()
-
-    def start_with(self, **settings):
-        """Starts the program anew with settings of the user's."""
-        self.stop()
-        folder = self.nimbrel.config / "Nimbrel"
-        folder.mkdir(parents=True, exist_ok=True)
-        path = folder / "defaults.json"
-        values = json.loads(path.read_text()) if path.exists() else {}
-        path.write_text(json.dumps(values | settings))
-        self.nimbrel.start()
-
-    def authority(self, mode):
-        process = subprocess.Popen([POLKIT_MOCK, mode], stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True)
-        self.assertEqual(process.stdout.readline(), "ready\n")
-        def end():
-            process.kill()
-            process.wait()
-            process.stdout.close()
-        self.addCleanup(end)
-        return process
 
     def call(self, method, *arguments, check=True):
         return run("dbus-send", "--session", "--print-reply", "--dest=app.nimbrel.Nimbrel", "/app/nimbrel/Nimbrel",

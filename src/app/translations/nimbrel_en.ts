@@ -531,6 +531,12 @@ text, 5 nor in the collection, 6 not unlocked, 7 no right to paste, 8 too many r
         <source>las contraseñas no coinciden</source>
         <translation>the passphrases differ</translation>
     </message>
+    <message>
+        <source>nimbrel: no hay ningún escritorio X11 a la vista
+</source>
+        <translation>nimbrel: no X11 desktop is in sight
+</translation>
+    </message>
 </context>
 <context>
     <name>ContentView</name>

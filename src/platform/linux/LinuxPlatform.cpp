@@ -50,10 +50,12 @@ class XtestTrust final : public AccessibilityTrust {
 
 }  // namespace
 
-void preparePlatform() {
+bool preparePlatform() {
   // The panel, the hot keys and the pasteboard speak X11, also on desktops where Qt would choose Wayland.
   const QByteArray chosen = qgetenv("QT_QPA_PLATFORM");
   if (chosen.isEmpty() || chosen.startsWith("wayland")) qputenv("QT_QPA_PLATFORM", "xcb");
+  const XcbConnection display(xcb_connect(nullptr, nullptr));
+  return xcb_connection_has_error(display.get()) == 0;
 }
 
 std::unique_ptr<InstanceClient> makeInstanceClient() {

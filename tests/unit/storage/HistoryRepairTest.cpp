@@ -108,6 +108,7 @@ TEST_F(HistoryRepairTest, SalvagesWhatIsOnBothSidesOfTheDamage) {
   EXPECT_EQ(examineDatabase(path, &cipher).state, State::sound);
   EXPECT_EQ(bytesOf(folder.filePath(outcome.setAside)), before);
   EXPECT_EQ(outcome.setAside, u"brevin.damaged-1773500966.sqlite");
+  EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files).size(), 2);
 }
 
 TEST_F(HistoryRepairTest, SalvagesWhatIsOnlyInTheLog) {
