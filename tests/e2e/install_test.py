@@ -47,8 +47,9 @@ class Installation(unittest.TestCase):
         cls.folder.cleanup()
 
     def shell(self, script):
-        """Runs a script on a session bus of its own that knows the installation."""
-        return run("dbus-run-session", "--", "bash", "-euc", script, env=self.environment)
+        """Runs a script on a session bus of its own that knows the installation, with a key store."""
+        store = "printf nimbrel | gnome-keyring-daemon --unlock --components=secrets --daemonize >/dev/null 2>&1; "
+        return run("dbus-run-session", "--", "bash", "-euc", store + script, env=self.environment)
 
     def test_everything_is_there_and_nothing_is_executable_that_need_not(self):
         found = {str(path.relative_to(self.prefix)) for path in self.prefix.rglob("*") if path.is_file()}
