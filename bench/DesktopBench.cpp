@@ -6,15 +6,20 @@
 #include <xcb/damage.h>
 #include <xcb/xtest.h>
 
+#include <QDBusConnection>
+#include <QDBusMessage>
 #include <QFile>
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QTemporaryDir>
 #include <array>
+#include <atomic>
 #include <chrono>
 #include <cstring>
 #include <optional>
+#include <stop_token>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "bench/BenchHistory.h"
@@ -229,10 +234,38 @@ BENCHMARK(start)
     ->Unit(benchmark::kMillisecond)
     ->Iterations(7);
 
+/// Other programs that ask for something as fast as the bus lets them.
+class Flood final {
+ public:
+  explicit Flood(int callers) {
+    for (int caller = 0; caller < callers; ++caller)
+      threads_.emplace_back([this, caller](const std::stop_token& stop) { ask(caller, stop); });
+  }
+  [[nodiscard]] std::int64_t calls() const { return calls_; }
+
+ private:
+  void ask(int caller, const std::stop_token& stop) {
+    const QString name = QStringLiteral("flood %1").arg(caller);
+    auto bus = QDBusConnection::connectToBus(QDBusConnection::SessionBus, name);
+    auto call = QDBusMessage::createMethodCall(
+        QStringLiteral("app.nimbrel.Nimbrel"), QStringLiteral("/app/nimbrel/Nimbrel"),
+        QStringLiteral("app.nimbrel.Nimbrel"), QStringLiteral("SearchHistory"));
+    call << QStringLiteral("de");
+    for (; !stop.stop_requested(); ++calls_)
+      bus.call(call);
+    QDBusConnection::disconnectFromBus(name);
+  }
+
+  std::atomic<std::int64_t> calls_ = 0;
+  std::vector<std::jthread> threads_;
+};
+
+/// With a second argument, while so many other programs flood this one.
 void hotKeyToMapped(benchmark::State& state) {
   Observer observer;
   Program program(static_cast<int>(state.range(0)));
   program.start(observer);
+  const Flood flood(static_cast<int>(state.range(1)));
   openPanel(observer);
   closePanel(observer);
   double painted = 0;
@@ -243,10 +276,12 @@ void hotKeyToMapped(benchmark::State& state) {
     closePanel(observer);
   }
   state.counters["last_paint_ms"] = painted / static_cast<double>(state.iterations());
+  state.counters["calls"] = static_cast<double>(flood.calls());
 }
 BENCHMARK(hotKeyToMapped)
-    ->Arg(10'000)
-    ->Arg(100'000)
+    ->Args({10'000, 0})
+    ->Args({100'000, 0})
+    ->Args({10'000, 3})
     ->UseManualTime()
     ->Unit(benchmark::kMillisecond)
     ->Iterations(10);
