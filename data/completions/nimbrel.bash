@@ -16,17 +16,19 @@ _nimbrel() {
       local line
       while IFS= read -r line; do
         [[ $line == "$word"* ]] && COMPREPLY+=("$(printf '%q' "$line")")
-      done < <(nimbrel collections 2>/dev/null) ;;
+      done < <(nimbrel collections --no-start 2>/dev/null) ;;
     export)
       if [[ $word == -* ]]; then
         mapfile -t COMPREPLY < <(compgen -W "--secrets --passphrase-file" -- "$word")
       else
+        compopt -o filenames
         mapfile -t COMPREPLY < <(compgen -f -- "$word")
       fi ;;
     import)
       if [[ $word == -* ]]; then
         mapfile -t COMPREPLY < <(compgen -W "--passphrase-file" -- "$word")
       else
+        compopt -o filenames
         mapfile -t COMPREPLY < <(compgen -f -- "$word")
       fi ;;
     doctor) mapfile -t COMPREPLY < <(compgen -W "--repair" -- "$word") ;;
@@ -34,6 +36,7 @@ _nimbrel() {
       if [[ $word == -* ]]; then
         mapfile -t COMPREPLY < <(compgen -W "--source --no-codes --multiline --lines" -- "$word")
       else
+        compopt -o filenames
         mapfile -t COMPREPLY < <(compgen -f -- "$word")
       fi ;;
     transform)
@@ -41,6 +44,7 @@ _nimbrel() {
         mapfile -t COMPREPLY < <(compgen -W "uppercase lowercase titleCase trimWhitespace removeLineBreaks urlEncode \
           urlDecode base64Encode base64Decode formatJSON compactJSON" -- "$word")
       else
+        compopt -o filenames
         mapfile -t COMPREPLY < <(compgen -f -- "$word")
       fi ;;
   esac

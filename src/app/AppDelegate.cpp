@@ -6,6 +6,7 @@
 #include "app/StatusItemState.h"
 #include "capture/LegacyImport.h"
 #include "look/Symbols.h"
+#include "storage/HistoryRepair.h"
 
 namespace nimbrel {
 namespace {
@@ -179,8 +180,9 @@ void AppDelegate::findApplications() {
 void AppDelegate::sweepOrphans() {
   // A file of a clip that may yet come back has no row.
   if (store_.canUndoRemoval()) return sweepTimer_.start();
-  if (!holdsUnimportedHistory(storageDirectory_, *platform_.defaults))
-    files_.sweepOrphans(*database_, store_.filesInUse());
+  const bool belongElsewhere = holdsUnimportedHistory(storageDirectory_, *platform_.defaults) ||
+                               !damagedDatabases(storageDirectory_).isEmpty();
+  if (!belongElsewhere) files_.sweepOrphans(*database_, store_.filesInUse());
 }
 
 void AppDelegate::pasteNextQueued() {

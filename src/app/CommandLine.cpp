@@ -39,6 +39,7 @@ QString helpText() {
       "\n"
       "  --json         da la respuesta para un programa\n"
       "  --notify       muestra la respuesta en el escritorio\n"
+      "  --no-start     no arranca Nimbrel para esto\n"
       "\n"
       "export escribe el historial en un archivo cifrado con una contraseña, sin los\n"
       "secretos si no se piden con --secrets, e import lo añade al de otro equipo, con\n"

@@ -53,11 +53,15 @@ Finding keyStore(const DoctorFacts& facts) {
   const QString advice = Texts::tr(
       "Sin clave el historial se guarda sin cifrar: instala o arranca gnome-keyring, KWallet o KeePassXC.");
   if (!facts.keyStore)
-    return {Grade::fails, subject, Texts::tr("no contesta; quizá espera a que lo desbloquees"), advice};
+    return {Grade::fails, subject, Texts::tr("no contesta"),
+            Texts::tr("Quizá espera a que lo desbloquees: busca su ventana, o entra de nuevo en la sesión.")};
   switch (*facts.keyStore) {
     case SecretLookup::Outcome::found:
       return {Grade::works, subject, Texts::tr("tiene la clave del historial"), {}};
     case SecretLookup::Outcome::notFound:
+      if (facts.database.unreadable > 0)
+        return {Grade::fails, subject, Texts::tr("no tiene la clave con la que se cifró el historial"),
+                Texts::tr("Recupera el almacén de claves en que estaba, o el historial seguirá ilegible.")};
       return {Grade::works, subject, Texts::tr("responde; la clave se crea en el primer arranque"), {}};
     case SecretLookup::Outcome::unavailable:
       return {Grade::fails, subject, Texts::tr("no hay ninguno"), advice};
@@ -131,6 +135,10 @@ Finding recognition(const DoctorFacts& facts) {
 Finding lock(const DoctorFacts& facts) {
   const QString subject = Texts::tr("Protección de secretos");
   const bool isOn = facts.settings.lockMode != LockMode::disabled;
+  if (!facts.desktop.hasLockAction)
+    return {
+        isOn ? Grade::fails : Grade::partly, subject, Texts::tr("polkit no conoce la acción de Nimbrel"),
+        Texts::tr("Instala el paquete, o copia app.nimbrel.Nimbrel.policy a /usr/share/polkit-1/actions.")};
   if (!facts.lockObstacle)
     return {Grade::works, subject, isOn ? Texts::tr("encendida") : Texts::tr("apagada en los ajustes"), {}};
   return {isOn ? Grade::fails : Grade::partly, subject,
@@ -146,10 +154,20 @@ Finding bus(const DoctorFacts& facts) {
                     "dbus-user-session.")};
 }
 
+Finding setAside(const DoctorFacts& facts) {
+  return {
+      Grade::partly, Texts::tr("Historial apartado"), facts.setAside.join(QStringLiteral(", ")),
+      Texts::tr(
+          "Quedó al reparar, en %1. Bórralo cuando no lo necesites: también guarda lo que ya había caducado.")
+          .arg(facts.storageDirectory)};
+}
+
 }  // namespace
 
 QList<Finding> diagnose(const DoctorFacts& facts) {
-  QList<Finding> findings{program(facts), storage(facts), database(facts), keyStore(facts)};
+  QList<Finding> findings{program(facts), storage(facts), database(facts)};
+  if (!facts.setAside.isEmpty()) findings.append(setAside(facts));
+  findings << keyStore(facts);
   findings += display(facts);
   findings << recognition(facts) << lock(facts) << bus(facts);
   return findings;

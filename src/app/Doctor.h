@@ -2,6 +2,7 @@
 
 #include <QList>
 #include <QString>
+#include <QStringList>
 #include <optional>
 
 #include "platform/DesktopFacts.h"
@@ -20,6 +21,8 @@ struct DoctorFacts final {
   DatabaseHealth database;
   /// Nothing when the key store has not answered in time.
   std::optional<SecretLookup::Outcome> keyStore;
+  /// Databases that were set aside.
+  QStringList setAside;
   SettingsValues settings;
   /// Why the user could not be asked to prove who they are.
   std::optional<QString> lockObstacle;

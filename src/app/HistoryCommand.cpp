@@ -1,9 +1,11 @@
 #include "app/HistoryCommand.h"
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QEventLoop>
 #include <QFile>
 #include <QFileInfo>
+#include <QLockFile>
 #include <QSaveFile>
 #include <algorithm>
 #include <chrono>
@@ -34,8 +36,13 @@ struct Failure {
   int status = 1;
 };
 
-template <typename T>
-using Result = std::variant<T, Failure>;
+/// What was done, as the user reads it, and the exit status.
+struct Report {
+  QString text;
+  int status = 0;
+};
+
+using Result = std::variant<Report, Failure>;
 
 /// How long the key store may take before it counts as one that does not answer.
 constexpr auto kKeyStorePatience = 10s;
@@ -60,7 +67,9 @@ std::variant<HistoryCommand, UsageError> parseArchive(const QString& name, const
   const CommandArguments arguments = sortedArguments(withJoinedFile(given));
   Command command;
   for (const QString& option : arguments.options) {
-    if (option.startsWith(kFile) && option != kFile) {
+    if (option == kFile || option == kFile.chopped(1))
+      return UsageError{Texts::tr("falta el archivo de --passphrase-file")};
+    if (option.startsWith(kFile)) {
       command.passphraseFile = option.sliced(kFile.size());
       continue;
     }
@@ -102,13 +111,18 @@ struct OpenedHistory {
         settings(loadSettings(*parts.platform.defaults)) {}
 };
 
+QString unreadableHistory() {
+  return Texts::tr("el historial no se puede leer entero; «nimbrel doctor» dice más");
+}
+
 QString unreadableKey() {
   return Texts::tr("no se puede leer la clave del historial; desbloquea el almacén de claves");
 }
 
 /// Has the user prove who they are where the settings protect the history.
 bool isUnlocked(const HistoryCommandParts& parts, const SettingsValues& settings) {
-  if (settings.lockMode == LockMode::disabled) return true;
+  // Settings that cannot be read are no word of the user's.
+  if (settings.lockMode == LockMode::disabled && parts.platform.defaults->isIntact()) return true;
   Lock lock(*parts.platform.authenticator, parts.clock);
   QEventLoop loop;
   bool proven = false;
@@ -122,19 +136,20 @@ bool isUnlocked(const HistoryCommandParts& parts, const SettingsValues& settings
   return proven;
 }
 
-/// Makes sure that the application is not running, and does not start meanwhile.
-std::optional<Failure> keepOthersOut(const HistoryCommandParts& parts) {
+Failure isRunning() {
+  return {Texts::tr("Nimbrel está en marcha; termínalo con «nimbrel quit» y repite la orden")};
+}
+
+/// Makes sure that the application is not running, and does not start meanwhile; also one of another session.
+std::optional<Failure> keepOthersOut(const HistoryCommandParts& parts, QLockFile& lock) {
   // Asked first: a claim would show the panel of a running one.
-  if (parts.platform.client->isRunning())
-    return Failure{Texts::tr("Nimbrel está en marcha; termínalo con «nimbrel quit» y repite la orden")};
-  switch (parts.platform.instance->claim({})) {
-    case InstanceHost::Claim::first:
-    case InstanceHost::Claim::unavailable:
-      return std::nullopt;
-    case InstanceHost::Claim::handedOver:
-    case InstanceHost::Claim::unanswered:
-      return Failure{Texts::tr("Nimbrel está en marcha; termínalo con «nimbrel quit» y repite la orden")};
-  }
+  if (parts.platform.client->isRunning()) return isRunning();
+  const auto claim = parts.platform.instance->claim({});
+  if (claim == InstanceHost::Claim::handedOver || claim == InstanceHost::Claim::unanswered)
+    return isRunning();
+  // Of a process that has gone it is nobody's, but never by its age.
+  lock.setStaleLockTime(0);
+  if (!lock.tryLock()) return isRunning();
   return std::nullopt;
 }
 
@@ -156,10 +171,10 @@ QString describe(ArchiveError error) {
 
 // The commands
 
-Result<QString> exportTo(const ExportCommand& command, const HistoryCommandParts& parts) {
+Result exportTo(const ExportCommand& command, const HistoryCommandParts& parts) {
   // Whatever else is there is somebody's.
-  if (QFileInfo::exists(command.archive))
-    return Failure{Texts::tr("«%1» ya existe").arg(printable(command.archive))};
+  const auto taken = [&] { return Failure{Texts::tr("«%1» ya existe").arg(printable(command.archive))}; };
+  if (QFileInfo::exists(command.archive)) return taken();
   OpenedHistory history(parts);
   const QString path = databasePath(history.directory);
   if (!QFileInfo::exists(path)) return Failure{Texts::tr("aún no hay historial")};
@@ -170,10 +185,12 @@ Result<QString> exportTo(const ExportCommand& command, const HistoryCommandParts
   if (const auto* const why = std::get_if<QString>(&passphrase)) return Failure{*why};
   history.database = std::make_unique<ClipDatabase>(path, history.cipher);
   const LoadedHistory loaded = history.database->loadAll();
+  if (!loaded.complete) return Failure{unreadableHistory()};
+  if (loaded.unreadableCount > 0 && !history.cipher.hasKey()) return Failure{unreadableKey()};
   QSaveFile file(command.archive);
   const auto failed = [&] {
-    return Failure{
-        Texts::tr("no se puede escribir «%1»: %2").arg(printable(command.archive), file.errorString())};
+    const QString why = file.error() == QFile::NoError ? Texts::tr("falta memoria") : file.errorString();
+    return Failure{Texts::tr("no se puede escribir «%1»: %2").arg(printable(command.archive), why)};
   };
   if (!file.open(QIODevice::WriteOnly)) return failed();
   file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
@@ -182,7 +199,10 @@ Result<QString> exportTo(const ExportCommand& command, const HistoryCommandParts
   BlobFiles files(history.directory, history.cipher, parts.clock);
   const auto secrets = command.withSecrets ? ExportedSecrets::included : ExportedSecrets::leftOut;
   const auto count = exportHistory(loaded.clips, secrets, files, parts.clock, archive);
-  if (!count || !file.commit()) return failed();
+  if (!count) return failed();
+  // Somebody may have put one there meanwhile.
+  if (QFileInfo::exists(command.archive)) return taken();
+  if (!file.commit()) return failed();
   QString text = Texts::tr("%n elemento(s) exportado(s).", nullptr, static_cast<int>(count->clips)) + u'\n';
   if (count->secrets > 0)
     text += Texts::tr("%n secreto(s) quedan fuera; --secrets los incluye.", nullptr,
@@ -190,7 +210,7 @@ Result<QString> exportTo(const ExportCommand& command, const HistoryCommandParts
             u'\n';
   const auto unreadable = static_cast<int>(count->unreadable + loaded.unreadableCount);
   if (unreadable > 0) text += Texts::tr("%n elemento(s) no se pudieron leer.", nullptr, unreadable) + u'\n';
-  return text;
+  return Report{text, unreadable > 0 ? 1 : 0};
 }
 
 QString describe(const ImportCount& count, const SettingsValues& settings) {
@@ -215,19 +235,29 @@ QString describe(const ImportCount& count, const SettingsValues& settings) {
   return text;
 }
 
-Result<QString> importFrom(const ImportCommand& command, const HistoryCommandParts& parts) {
+Result importFrom(const ImportCommand& command, const HistoryCommandParts& parts) {
   QFile file(command.archive);
   // Opening anything but a regular file could wait for ever.
   if (!QFileInfo(command.archive).isFile() || !file.open(QIODevice::ReadOnly))
     return Failure{Texts::tr("no se puede leer «%1»").arg(printable(command.archive))};
-  if (auto failure = keepOthersOut(parts)) return *failure;
+  // Before the user is asked for anything.
+  if (parts.platform.client->isRunning()) return isRunning();
   auto passphrase = parts.readPassphrase(command.passphraseFile, PassphraseUse::know);
   if (const auto* const why = std::get_if<QString>(&passphrase)) return Failure{*why};
   ArchiveReader archive(file);
   if (const auto error = archive.begin(std::get<WipedBytes>(passphrase).bytes()))
     return Failure{describe(*error)};
   OpenedHistory history(parts);
+  // What is known already tells what there is.
+  if (!isUnlocked(parts, history.settings))
+    return Failure{localizedDescription(BrevinIntentError::authenticationFailed), 6};
+  QLockFile lock(lockPath(history.directory));
+  if (auto failure = keepOthersOut(parts, lock)) return *failure;
   if (history.cipher.keyState() == HistoryCipher::KeyState::unreadable) return Failure{unreadableKey()};
+  // Without its key what is there cannot be told from what is new, and would be joined by plain text.
+  const QString path = databasePath(history.directory);
+  if (!history.cipher.hasKey() && examineDatabase(path, nullptr).unreadable > 0)
+    return Failure{unreadableKey()};
   history.database = openHistory(history.directory, history.cipher, *parts.platform.defaults, parts.clock);
   BlobFiles files(history.directory, history.cipher, parts.clock);
   const auto outcome =
@@ -236,19 +266,22 @@ Result<QString> importFrom(const ImportCommand& command, const HistoryCommandPar
           .run(archive);
   if (const auto* const error = std::get_if<ArchiveError>(&outcome)) return Failure{describe(*error)};
   if (std::holds_alternative<ImportError>(outcome))
-    return Failure{Texts::tr("el historial no se puede escribir; no se ha importado nada")};
-  return describe(std::get<ImportCount>(outcome), history.settings);
+    return Failure{Texts::tr("el historial no se puede leer o escribir; no se ha importado nada")};
+  const auto& count = std::get<ImportCount>(outcome);
+  return Report{describe(count, history.settings), count.failed > 0 ? 1 : 0};
 }
 
 /// Whether the key store has the key; nothing when it does not answer in time.
-std::optional<SecretLookup::Outcome> keyStoreOutcome(SecretStore& secrets) {
+std::optional<SecretLookup::Outcome> keyStoreOutcome(const std::shared_ptr<SecretStore>& secrets) {
   auto answer = std::make_shared<std::promise<SecretLookup::Outcome>>();
   auto future = answer->get_future();
   // Left behind if need be: the process ends soon.
-  std::thread([answer, &secrets] {
-    SecretLookup lookup = secrets.find(historyKeyItem());
+  std::thread([answer, secrets] {
+    SecretLookup lookup = secrets->find(historyKeyItem());
+    const bool isKey = lookup.secret.size() == AesGcm::kKeyBytes;
     wipe(lookup.secret);
-    answer->set_value(lookup.outcome);
+    const bool isOther = lookup.outcome == SecretLookup::Outcome::found && !isKey;
+    answer->set_value(isOther ? SecretLookup::Outcome::failed : lookup.outcome);
   }).detach();
   if (future.wait_for(kKeyStorePatience) == std::future_status::timeout) return std::nullopt;
   return future.get();
@@ -273,24 +306,27 @@ DoctorFacts examine(const HistoryCommandParts& parts) {
   facts.isRunning = parts.platform.client->isRunning();
   facts.storageDirectory = makeStorageDirectory(parts.dataFolder);
   facts.canWriteStorage = QFileInfo(facts.storageDirectory).isWritable();
-  facts.keyStore = keyStoreOutcome(*parts.platform.secrets);
+  facts.keyStore = keyStoreOutcome(parts.platform.secrets);
   HistoryCipher cipher(*parts.platform.secrets, parts.random);
   // Without a key, asking the cipher would make one.
   const bool hasKey = facts.keyStore == SecretLookup::Outcome::found;
   facts.database = examineDatabase(databasePath(facts.storageDirectory), hasKey ? &cipher : nullptr);
+  facts.setAside = damagedDatabases(facts.storageDirectory);
   facts.lockObstacle = lockObstacle(*parts.platform.authenticator);
   return facts;
 }
 
-Result<QString> repair(const HistoryCommandParts& parts) {
-  if (auto failure = keepOthersOut(parts)) return *failure;
-  const QString path = databasePath(makeStorageDirectory(parts.dataFolder));
+Result repair(const HistoryCommandParts& parts) {
+  const QString folder = makeStorageDirectory(parts.dataFolder);
+  const QString path = databasePath(folder);
+  QLockFile lock(lockPath(folder));
+  if (auto failure = keepOthersOut(parts, lock)) return *failure;
   const DatabaseHealth health = examineDatabase(path, nullptr);
   switch (health.state) {
     case DatabaseHealth::State::missing:
-      return Texts::tr("Aún no hay historial que reparar.") + u'\n';
+      return Report{Texts::tr("Aún no hay historial que reparar.") + u'\n'};
     case DatabaseHealth::State::sound:
-      return Texts::tr("La base de datos está bien; no hay nada que reparar.") + u'\n';
+      return Report{Texts::tr("La base de datos está bien; no hay nada que reparar.") + u'\n'};
     case DatabaseHealth::State::untouchable:
       return Failure{Texts::tr("la base de datos no se puede abrir: %1").arg(health.detail)};
     case DatabaseHealth::State::damaged:
@@ -298,17 +334,20 @@ Result<QString> repair(const HistoryCommandParts& parts) {
   }
   const RepairOutcome outcome = repairDatabase(path, parts.clock);
   if (outcome.failure) return Failure{Texts::tr("no se pudo reparar: %1").arg(*outcome.failure)};
-  return Texts::tr("%n elemento(s) salvado(s).", nullptr, static_cast<int>(outcome.salvaged)) + u'\n' +
-         Texts::tr("La base de datos dañada queda como %1.").arg(outcome.setAside) + u'\n';
+  return Report{
+      Texts::tr("%n elemento(s) salvado(s).", nullptr, static_cast<int>(outcome.salvaged)) + u'\n' +
+      Texts::tr("La base de datos dañada queda como %1.").arg(QDir(folder).filePath(outcome.setAside)) +
+      u'\n'};
 }
 
-int tell(const Result<QString>& result, const CommandOutput& output) {
+int tell(const Result& result, const CommandOutput& output) {
   if (const auto* const failure = std::get_if<Failure>(&result)) {
     static_cast<void>(output.errors.write(QStringLiteral("nimbrel: %1\n").arg(failure->message).toUtf8()));
     return failure->status;
   }
-  const QByteArray text = std::get<QString>(result).toUtf8();
-  return output.output.write(text) == text.size() ? 0 : 1;
+  const auto& [text, status] = std::get<Report>(result);
+  const QByteArray bytes = text.toUtf8();
+  return output.output.write(bytes) == bytes.size() ? status : 1;
 }
 
 int runDoctor(const HistoryCommandParts& parts, const CommandOutput& output) {
@@ -316,7 +355,7 @@ int runDoctor(const HistoryCommandParts& parts, const CommandOutput& output) {
   const bool fails = std::any_of(findings.begin(), findings.end(), [](const Finding& finding) {
     return finding.grade == Finding::Grade::fails;
   });
-  return std::max(tell(printableLines(report(findings)), output), fails ? 1 : 0);
+  return tell(Report{printableLines(report(findings)), fails ? 1 : 0}, output);
 }
 
 }  // namespace

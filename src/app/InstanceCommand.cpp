@@ -41,6 +41,8 @@ bool take(const QString& option, InstanceCommand& command) {
     command.json = true;
   else if (option == u"--notify")
     command.notify = true;
+  else if (option == u"--no-start")
+    command.onlyRunning = true;
   else if (option == u"--collections" && command.kind == Kind::show)
     command.kind = Kind::showCollections;
   else
@@ -68,6 +70,7 @@ QString describe(const IntentReply& reply) {
 }
 
 IntentReply ask(const InstanceCommand& command, InstanceClient& client) {
+  if (command.onlyRunning && !client.isRunning()) return {.error = InstanceClient::kUnavailable.toString()};
   switch (command.kind) {
     case Kind::copyLatest:
       return client.perform({Intent::copyLatestClip, {}});

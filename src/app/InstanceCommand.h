@@ -22,6 +22,8 @@ struct InstanceCommand final {
   bool json = false;
   /// There is no terminal: what came of it is shown by the desktop.
   bool notify = false;
+  /// Only of an instance that is running: none is started for it.
+  bool onlyRunning = false;
 
   bool operator==(const InstanceCommand&) const = default;
 };

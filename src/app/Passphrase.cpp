@@ -8,6 +8,7 @@
 
 #include "app/CommandArguments.h"
 #include "app/DescriptorDevice.h"
+#include "capture/model/TextRules.h"
 
 namespace nimbrel {
 namespace {
@@ -18,19 +19,23 @@ struct Texts {
 
 /// Far longer than anybody types.
 constexpr qsizetype kMaxBytes = 4096;
+/// What Ctrl-C types.
+constexpr char kInterrupt = '\x03';
 
-/// Keeps a terminal from showing what is typed.
+/// Keeps a terminal from showing what is typed, and from ending the program at Ctrl-C before it shows it
+/// again.
 class NoEcho final {
  public:
   explicit NoEcho(int terminal) : terminal_(terminal) {
     known_ = tcgetattr(terminal, &before_) == 0;
     termios silent = before_;
-    silent.c_lflag &= ~static_cast<tcflag_t>(ECHO);
-    if (known_) tcsetattr(terminal, TCSAFLUSH, &silent);
+    silent.c_lflag &= ~static_cast<tcflag_t>(ECHO | ISIG);
+    known_ = known_ && tcsetattr(terminal, TCSAFLUSH, &silent) == 0;
   }
   ~NoEcho() {
     if (known_) tcsetattr(terminal_, TCSAFLUSH, &before_);
   }
+  [[nodiscard]] bool isSilent() const { return known_; }
   NoEcho(const NoEcho&) = delete;
   NoEcho& operator=(const NoEcho&) = delete;
 
@@ -48,6 +53,7 @@ std::optional<WipedBytes> firstLine(QIODevice& device) {
   while (line.bytes().size() < kMaxBytes) {
     const qint64 got = device.read(&byte, 1);
     if (got < 0) return std::nullopt;
+    if (byte == kInterrupt && got > 0) return std::nullopt;
     if (got == 0 || byte == '\n') break;
     if (byte != '\r') line.bytes().append(byte);
   }
@@ -55,8 +61,14 @@ std::optional<WipedBytes> firstLine(QIODevice& device) {
   return line;
 }
 
-WipedBytes normalized(const WipedBytes& line) {
-  return WipedBytes(QString::fromUtf8(line.bytes()).normalized(QString::NormalizationForm_C).toUtf8());
+std::optional<WipedBytes> normalized(const WipedBytes& line) {
+  auto text = strictUtf8(line.bytes());
+  if (!text) return std::nullopt;
+  QString normal = text->normalized(QString::NormalizationForm_C);
+  WipedBytes bytes(normal.toUtf8());
+  wipe(normal);
+  wipe(*text);
+  return bytes;
 }
 
 std::optional<WipedBytes> ask(int terminal, const QString& question) {
@@ -64,7 +76,7 @@ std::optional<WipedBytes> ask(int terminal, const QString& question) {
   static_cast<void>(device.write(question.toUtf8()));
   auto line = [&] {
     const NoEcho silence(terminal);
-    return firstLine(device);
+    return silence.isSilent() ? firstLine(device) : std::nullopt;
   }();
   static_cast<void>(device.write("\n"));
   return line;
@@ -74,9 +86,10 @@ std::variant<WipedBytes, QString> checked(std::optional<WipedBytes> line, Passph
   if (!line) return Texts::tr("no se puede leer la contraseña");
   if (line->bytes().isEmpty()) return Texts::tr("la contraseña está vacía");
   auto passphrase = normalized(*line);
-  if (use == PassphraseUse::make && QString::fromUtf8(passphrase.bytes()).size() < kMinPassphrase)
+  if (!passphrase) return Texts::tr("la contraseña no es UTF-8 válido");
+  if (use == PassphraseUse::make && !hasCharacters(QString::fromUtf8(passphrase->bytes()), kMinPassphrase))
     return Texts::tr("la contraseña debe tener al menos %1 caracteres").arg(kMinPassphrase);
-  return passphrase;
+  return std::move(*passphrase);
 }
 
 std::variant<WipedBytes, QString> fromTerminal(PassphraseUse use) {

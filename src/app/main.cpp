@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QEventLoop>
 #include <QLocale>
+#include <QLockFile>
 #include <QSessionManager>
 #include <QThread>
 #include <algorithm>
@@ -72,14 +73,19 @@ int execute(const HistoryCommand& command) {
   HeadlessPlatform platform = makeHeadlessPlatform();
   SystemRandom random;
   const SystemClock clock;
-  return run(command,
-             {.platform = platform,
-              .random = random,
-              .clock = clock,
-              .dataFolder = userDataFolder(),
-              .readPassphrase = &readPassphrase,
-              .examineDesktop = &examineDesktop},
-             {.output = output, .errors = errors});
+  try {
+    return run(command,
+               {.platform = platform,
+                .random = random,
+                .clock = clock,
+                .dataFolder = userDataFolder(),
+                .readPassphrase = &readPassphrase,
+                .examineDesktop = &examineDesktop},
+               {.output = output, .errors = errors});
+  } catch (const std::bad_alloc&) {
+    static_cast<void>(errors.write(Texts::tr("nimbrel: no hay memoria para esto\n").toUtf8()));
+    return 1;
+  }
 }
 
 /// Runs something on another thread while the event loop goes on here. False when the program is told to end
@@ -180,6 +186,10 @@ int runApplication(int argc, char** argv, const RunCommand& command) {
   HistoryCipher cipher(*platform.secrets, random);
   const SystemClock clock;
   const QString directory = makeStorageDirectory(userDataFolder());
+  // For those who repair it, or add to it, from another session.
+  QLockFile lock(lockPath(directory));
+  lock.setStaleLockTime(0);
+  static_cast<void>(lock.tryLock());
   std::unique_ptr<ClipDatabase> database;
   // The key store may ask the user to unlock it, and an older history may be large.
   const bool opened = inBackground(*platform.termination, [&] {

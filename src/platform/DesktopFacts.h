@@ -21,6 +21,8 @@ struct DesktopFacts final {
   bool canPressKeys = false;
   bool hasTray = false;
   bool hasSessionBus = false;
+  /// Whether the system knows what the user is to be asked for a proof for.
+  bool hasLockAction = false;
   /// Of the combinations asked for, in their order: whether somebody else holds them.
   QList<bool> takenHotKeys;
   /// Whether the helper that looks at images is there, and the languages that it can read.

@@ -80,7 +80,8 @@ struct Platform final {
 struct HeadlessPlatform final {
   std::unique_ptr<InstanceHost> instance;
   std::unique_ptr<InstanceClient> client;
-  std::unique_ptr<SecretStore> secrets;
+  /// Shared with a thread that may have to be left behind.
+  std::shared_ptr<SecretStore> secrets;
   std::unique_ptr<UserDefaults> defaults;
   std::unique_ptr<DeviceAuthenticator> authenticator;
 };

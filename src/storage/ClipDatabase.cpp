@@ -115,6 +115,7 @@ void ClipDatabase::openDisk() {
 LoadedHistory ClipDatabase::loadAll() {
   return diskQueue_.runAndWait([this] {
     LoadedHistory loaded;
+    loaded.complete = disk_ != nullptr;
     if (!disk_) return loaded;
     try {
       disk_->run(kLoad, {}, [&](sqlite3_stmt* row) {
@@ -125,6 +126,7 @@ LoadedHistory ClipDatabase::loadAll() {
       });
     } catch (const SQLError& error) {
       logFailure("No se pudo leer el historial", error.description());
+      loaded.complete = false;
     }
     return loaded;
   });

@@ -25,6 +25,8 @@ struct LoadedHistory final {
   QList<ClipRef> clips;
   /// Rows that could not be opened or decoded; they stay in the file.
   qsizetype unreadableCount = 0;
+  /// Whether all rows were there to be read, in a database that could be opened.
+  bool complete = true;
 };
 
 /// Keeps the clips in one SQLite file, their payloads sealed, and a full-text index of them in memory, which

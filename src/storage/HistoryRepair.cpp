@@ -1,12 +1,17 @@
 #include "storage/HistoryRepair.h"
 
+#include <fcntl.h>
 #include <sqlite3.h>
 #include <unistd.h>
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QtEndian>
+#include <cerrno>
 #include <chrono>
+#include <cstdio>
+#include <cstring>
 #include <set>
 
 #include "storage/ClipDatabase.h"
@@ -23,10 +28,19 @@ constexpr const char* kOldColumns =
     "id, date, pinned, image_file, image_hash, expires_at, sensitive, payload, NULL";
 constexpr int kColumnCount = 9;
 constexpr int kNewestSchema = 2;
+/// Of the program's databases, as the library makes them.
+constexpr qint64 kPageBytes = 4096;
+/// The old log while the new database takes its place.
+constexpr const char* kJournalAside = "-wal.aside";
 /// Row numbers that are tried one by one where no index tells which there are.
 constexpr std::int64_t kMaxProbes = 200'000;
 
 using Row = SQLiteConnection::Bindings;
+
+/// The new database could not be written, which is no matter of the old one.
+struct WriteFailure {
+  QString description;
+};
 
 SQLValue valueAt(sqlite3_stmt* row, int column) {
   switch (sqlite3_column_type(row, column)) {
@@ -67,10 +81,12 @@ class Salvage final {
   /// How many rows it took over.
   [[nodiscard]] qint64 run() {
     // From both ends to where it is broken, and then each that an index knows, or that may be there.
-    const bool whole = succeeds([&] { read("ORDER BY rowid"); });
-    if (!whole) static_cast<void>(succeeds([&] { read("ORDER BY rowid DESC"); }));
-    if (!whole) readOneByOne();
-    return static_cast<qint64>(taken_.size());
+    if (succeeds([&] { read("ORDER BY rowid"); })) return count();
+    const std::int64_t before = taken_.empty() ? 0 : *taken_.rbegin();
+    static_cast<void>(succeeds([&] { read("ORDER BY rowid DESC"); }));
+    const auto after = taken_.upper_bound(before);
+    readBetween(before, after == taken_.end() ? before + kMaxProbes : *after);
+    return count();
   }
 
  private:
@@ -84,30 +100,34 @@ class Salvage final {
     Row values;
     for (int column = 1; column <= kColumnCount; ++column)
       values.push_back(valueAt(row, column));
-    // One that breaks the table's rules is no row.
-    const bool stored = succeeds([&] {
+    try {
       repaired_.run(
           "INSERT OR ABORT INTO clips(id, date, pinned, image_file, image_hash, expires_at, sensitive, "
           "payload, rich_file) VALUES(?, ?, ?, ?, ?, ?, ?, ?, ?)",
           values);
-    });
-    if (stored) taken_.insert(number);
+      taken_.insert(number);
+    } catch (const SQLError& error) {
+      // One that breaks the table's rules is no row.
+      const int kind = error.code & 0xff;
+      if (kind != SQLITE_CONSTRAINT && kind != SQLITE_MISMATCH) throw WriteFailure{error.description()};
+    }
   }
 
-  void readOneByOne() {
+  void readBetween(std::int64_t before, std::int64_t after) {
     std::set<std::int64_t> numbers;
     const auto note = [&](sqlite3_stmt* row) { numbers.insert(sqlite3_column_int64(row, 0)); };
     for (const char* const index : {"sqlite_autoindex_clips_1", "clips_date"}) {
       const QByteArray sql = QByteArray("SELECT rowid FROM clips INDEXED BY ") + index;
       static_cast<void>(succeeds([&] { damaged_.run(sql.constData(), {}, note); }));
     }
-    const std::int64_t last = taken_.empty() ? kMaxProbes : *taken_.rbegin();
-    for (std::int64_t number = 1; number <= std::min(last, kMaxProbes); ++number)
+    for (std::int64_t number = before + 1; number < std::min(after, before + kMaxProbes); ++number)
       numbers.insert(number);
     for (const std::int64_t number : numbers) {
       if (!taken_.contains(number)) static_cast<void>(succeeds([&] { read("WHERE rowid = ?", {number}); }));
     }
   }
+
+  [[nodiscard]] qint64 count() const { return static_cast<qint64>(taken_.size()); }
 
   SQLiteConnection& damaged_;
   SQLiteConnection& repaired_;
@@ -130,7 +150,8 @@ bool syncFile(const QString& path) {
 std::optional<QString> copyDatabase(const QString& from, const QString& to) {
   for (const char* const suffix : kSuffixes) {
     QFile source(withSuffix(from, suffix));
-    if (!source.exists()) continue;
+    // An empty log says nothing.
+    if (!source.exists() || (*suffix != '\0' && source.size() == 0)) continue;
     const QString copy = withSuffix(to, suffix);
     if (!source.copy(copy)) return source.errorString();
     QFile::setPermissions(copy, QFile::ReadOwner | QFile::WriteOwner);
@@ -161,16 +182,89 @@ void createDatabase(const QString& path) {
   const ClipDatabase created(path, cipher);
 }
 
-qint64 salvageInto(const QString& fresh, const QString& damagedPath) {
-  createDatabase(fresh);
-  SQLiteConnection repaired(QFile::encodeName(fresh));
+/// Has the header count the pages that there are: a file that was cut short is refused otherwise. With the
+/// first page of a new database, whose layout is always the same, in place of one that says nothing any more.
+void mendHeader(const QString& path, const QByteArray& firstPage = {}) {
+  constexpr qint64 kPageCount = 28;
+  constexpr qint64 kFreePages = 32;
+  QFile file(path);
+  if (!file.open(QIODevice::ReadWrite) || file.size() < kPageBytes) return;
+  if (!firstPage.isEmpty()) {
+    file.write(firstPage);
+    file.seek(kFreePages);
+    file.write(QByteArray(8, '\0'));
+  }
+  QByteArray count(4, Qt::Uninitialized);
+  qToBigEndian(static_cast<quint32>(file.size() / kPageBytes), count.data());
+  file.seek(kPageCount);
+  file.write(count);
+}
+
+QByteArray firstPageOf(const QString& path) {
+  QFile file(path);
+  return file.open(QIODevice::ReadOnly) ? file.read(kPageBytes) : QByteArray();
+}
+
+/// Reads what can be read of a file into a new database; how many rows.
+qint64 salvageFrom(const QString& damagedPath, SQLiteConnection& repaired) {
   SQLiteConnection damaged(QFile::encodeName(damagedPath));
-  damaged.keepLogOnClose();
   SQLTransaction transaction(repaired);
   const qint64 salvaged = Salvage(damaged, repaired).run();
   transaction.commit();
-  repaired.execute("PRAGMA wal_checkpoint(TRUNCATE)");
   return salvaged;
+}
+
+/// Works on a copy of its own, which may be mended.
+qint64 salvageInto(const QString& fresh, const QString& damagedPath, const QString& workPath) {
+  createDatabase(fresh);
+  const QByteArray firstPage = firstPageOf(fresh);
+  SQLiteConnection repaired(QFile::encodeName(fresh));
+  if (repaired.integer("PRAGMA user_version") != kNewestSchema)
+    throw WriteFailure{QStringLiteral("no se pudo crear")};
+  qint64 salvaged = 0;
+  for (const QByteArray& replacement : {QByteArray(), firstPage}) {
+    removeDatabase(workPath);
+    if (const auto failure = copyDatabase(damagedPath, workPath)) throw WriteFailure{*failure};
+    if (!replacement.isEmpty()) QFile::remove(withSuffix(workPath, "-wal"));
+    mendHeader(workPath, replacement);
+    if (salvaged == 0) salvaged = salvageFrom(workPath, repaired);
+  }
+  repaired.execute("PRAGMA wal_checkpoint(TRUNCATE)");
+  if (repaired.integer("SELECT COUNT(*) FROM clips") != salvaged)
+    throw WriteFailure{QStringLiteral("faltan filas")};
+  return salvaged;
+}
+
+bool syncFolder(const QDir& folder) {
+  const int descriptor =
+      ::open(QFile::encodeName(folder.path()).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  const bool synced = descriptor >= 0 && ::fsync(descriptor) == 0;
+  if (descriptor >= 0) ::close(descriptor);
+  return synced;
+}
+
+/// Puts the new database in the place of the old one. The old log goes first: it must never be taken for the
+/// new one's.
+std::optional<QString> replaceDatabase(const QString& fresh, const QString& path) {
+  const QDir folder = QFileInfo(path).dir();
+  const auto problem = [](const char* step) {
+    return QStringLiteral("%1: %2").arg(QLatin1String(step), QString::fromLocal8Bit(std::strerror(errno)));
+  };
+  for (const char* const suffix : {"-wal", "-shm"})
+    QFile::remove(withSuffix(fresh, suffix));
+  const QString journal = withSuffix(path, "-wal");
+  const QString aside = withSuffix(path, kJournalAside);
+  if (QFileInfo::exists(journal) && !QFile::rename(journal, aside)) return problem("rename");
+  QFile::remove(withSuffix(path, "-shm"));
+  if (!syncFile(fresh) || !syncFolder(folder) ||
+      std::rename(QFile::encodeName(fresh).constData(), QFile::encodeName(path).constData()) != 0) {
+    const QString why = problem("rename");
+    QFile::rename(aside, journal);
+    return why;
+  }
+  QFile::remove(aside);
+  static_cast<void>(syncFolder(folder));
+  return std::nullopt;
 }
 
 /// Finds out what the library says of a database.
@@ -182,12 +276,17 @@ QString problemsOf(SQLiteConnection& database) {
   return problems == QStringList(QStringLiteral("ok")) ? QString() : problems.join(QStringLiteral("; "));
 }
 
-void countRows(SQLiteConnection& database, HistoryCipher* cipher, DatabaseHealth& health) {
+void countRows(SQLiteConnection& database, std::int64_t schema, HistoryCipher* cipher,
+               DatabaseHealth& health) {
   health.rows = database.integer("SELECT COUNT(*) FROM clips");
-  if (!cipher) return;
-  const QByteArray sql = QByteArray("SELECT ") + kColumns + " FROM clips";
+  const QByteArray sql =
+      QByteArray("SELECT ") + (schema < kNewestSchema ? kOldColumns : kColumns) + " FROM clips";
   database.run(sql.constData(), {}, [&](sqlite3_stmt* row) {
-    if (!clipOf(row, *cipher)) ++health.unreadable;
+    constexpr int kPayload = 7;
+    const QByteArray payload(static_cast<const char*>(sqlite3_column_blob(row, kPayload)),
+                             sqlite3_column_bytes(row, kPayload));
+    const bool readable = cipher ? clipOf(row, *cipher).has_value() : !HistoryCipher::isSealed(payload);
+    if (!readable) ++health.unreadable;
   });
 }
 
@@ -201,6 +300,9 @@ DatabaseHealth examineDatabase(const QString& path, HistoryCipher* cipher) {
   using State = DatabaseHealth::State;
   DatabaseHealth health;
   if (!QFileInfo::exists(path)) return health;
+  // Opening it would throw the log away.
+  if (QFileInfo(path).size() == 0 && QFileInfo(withSuffix(path, "-wal")).size() > 0)
+    return {State::damaged, QStringLiteral("0 bytes"), 0, 0};
   try {
     SQLiteConnection database(QFile::encodeName(path));
     database.keepLogOnClose();
@@ -210,8 +312,10 @@ DatabaseHealth examineDatabase(const QString& path, HistoryCipher* cipher) {
     // One that has just been made, or by the program before its first start.
     if (schema == 0 && database.integer("SELECT COUNT(*) FROM sqlite_master") == 0) return health;
     health.detail = problemsOf(database);
+    if (schema < kNewestSchema && succeeds([&] { database.execute("SELECT rich_file FROM clips LIMIT 0"); }))
+      health.detail = QStringLiteral("esquema %1").arg(schema);
     if (!health.detail.isEmpty()) health.state = State::damaged;
-    countRows(database, cipher, health);
+    countRows(database, schema, cipher, health);
   } catch (const SQLError& error) {
     health.state = isDamage(error.code) ? State::damaged : State::untouchable;
     health.detail = error.description();
@@ -228,31 +332,34 @@ RepairOutcome repairDatabase(const QString& path, const Clock& clock) {
   const QString fresh = folder.filePath(QStringLiteral("brevin.repaired.sqlite"));
   // What an interrupted repair has left.
   removeDatabase(fresh);
+  // An earlier repair was stopped when it had taken the log away.
+  if (!QFileInfo::exists(withSuffix(path, "-wal")))
+    QFile::rename(withSuffix(path, kJournalAside), withSuffix(path, "-wal"));
+  const QString work = folder.filePath(QStringLiteral("brevin.salvage.sqlite"));
   outcome.failure = copyDatabase(path, copy);
-  if (outcome.failure) return outcome;
-  try {
-    outcome.salvaged = salvageInto(fresh, copy);
-  } catch (const SQLError& error) {
-    // A file that is no database at all has no rows.
-    if (!isDamage(error.code)) outcome.failure = error.description();
+  if (!outcome.failure) {
+    try {
+      outcome.salvaged = salvageInto(fresh, copy, work);
+    } catch (const WriteFailure& failure) {
+      outcome.failure = failure.description;
+    } catch (const SQLError& error) {
+      outcome.failure = error.description();
+    }
   }
-  if (outcome.failure || !QFileInfo::exists(fresh)) {
-    if (!outcome.failure) outcome.failure = QStringLiteral("no se pudo crear %1").arg(fresh);
+  removeDatabase(work);
+  QFile::remove(withSuffix(copy, "-shm"));
+  if (outcome.failure) {
+    // The old one is where it was, so that nothing of this is of any use.
     removeDatabase(fresh);
+    removeDatabase(copy);
     return outcome;
   }
-  // Looking into the copy has left an empty log beside it where there was none.
-  if (!QFileInfo::exists(withSuffix(path, "-wal"))) QFile::remove(withSuffix(copy, "-wal"));
-  QFile::remove(withSuffix(copy, "-shm"));
-  syncFile(fresh);
-  QFile::remove(withSuffix(fresh, "-wal"));
-  QFile::remove(withSuffix(fresh, "-shm"));
-  // The old log first: it must never be taken for the new database's.
-  QFile::remove(withSuffix(path, "-wal"));
-  QFile::remove(withSuffix(path, "-shm"));
-  if (std::rename(QFile::encodeName(fresh).constData(), QFile::encodeName(path).constData()) != 0)
-    outcome.failure = QStringLiteral("rename");
+  outcome.failure = replaceDatabase(fresh, path);
   return outcome;
+}
+
+QStringList damagedDatabases(const QString& storageDirectory) {
+  return QDir(storageDirectory).entryList({QStringLiteral("brevin.damaged-*.sqlite")}, QDir::Files);
 }
 
 }  // namespace nimbrel

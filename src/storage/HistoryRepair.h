@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 #include <optional>
 
 #include "platform/Clock.h"
@@ -24,12 +25,12 @@ struct DatabaseHealth final {
   /// What is wrong, in the library's words.
   QString detail;
   qint64 rows = 0;
-  /// Rows whose content cannot be opened or makes no sense; only told where a cipher was given.
+  /// Rows whose content cannot be opened or makes no sense.
   qint64 unreadable = 0;
 };
 
-/// Looks at a database, also while the program is using it, and changes nothing. *Waits* for the disk, and
-/// with a cipher for the key store.
+/// /// Looks at a database, also while the program is using it, and changes nothing; without a cipher, as one
+/// who has no key. *Waits* for the disk, and with a cipher for the key store.
 [[nodiscard]] DatabaseHealth examineDatabase(const QString& path, HistoryCipher* cipher);
 
 /// What a repair came to.
@@ -45,5 +46,9 @@ struct RepairOutcome final {
 /// be read. Nobody else may be using it. Can be interrupted at any moment: what was there is still there,
 /// under one name or the other. *Waits* for the disk.
 [[nodiscard]] RepairOutcome repairDatabase(const QString& path, const Clock& clock);
+
+/// The names of the databases that were set aside. While there is one, files that no row refers to may be
+/// its.
+[[nodiscard]] QStringList damagedDatabases(const QString& storageDirectory);
 
 }  // namespace nimbrel

@@ -34,4 +34,8 @@ QString databasePath(const QString& storageDirectory) {
   return QDir(storageDirectory).filePath(QStringLiteral("brevin.sqlite"));
 }
 
+QString lockPath(const QString& storageDirectory) {
+  return QDir(storageDirectory).filePath(QStringLiteral("nimbrel.lock"));
+}
+
 }  // namespace nimbrel

@@ -15,4 +15,7 @@ namespace nimbrel {
 /// The database's file in a storage directory.
 [[nodiscard]] QString databasePath(const QString& storageDirectory);
 
+/// The file that whoever works on the history keeps locked, in whatever session.
+[[nodiscard]] QString lockPath(const QString& storageDirectory);
+
 }  // namespace nimbrel

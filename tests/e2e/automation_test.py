@@ -206,13 +206,17 @@ class Automation(PanelScenario):
         self.assertEqual(done[0], 0)
         self.stop()
         home = self.path / "otra"
-        for attempt in range(12):
+        images = home / "Nimbrel" / "Images"
+        for attempt in range(4):
             process = subprocess.Popen([NIMBREL, "import", "--passphrase-file", "-", str(path)],
                                        env=dict(self.nimbrel.environment, XDG_DATA_HOME=str(home)),
                                        stdin=subprocess.PIPE, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
             process.stdin.write(b"una clave larga\n")
             process.stdin.close()
-            time.sleep(0.05 * (attempt + 1))
+            # As soon as it stores something.
+            before = len(list(images.glob("*"))) if images.exists() else 0
+            while process.poll() is None and (len(list(images.glob("*"))) if images.exists() else 0) <= before + attempt:
+                pass
             process.kill()
             process.wait()
         self.assertEqual(self.imported(path, home)[0], 0)

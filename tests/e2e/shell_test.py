@@ -254,7 +254,8 @@ class Shell(PanelScenario):
                    "url = 'nimbrel://add?text=' + 'x' * 50_000_000\n"
                    "bus.call_sync('app.nimbrel.Nimbrel', '/app/nimbrel/Nimbrel', 'app.nimbrel.Nimbrel', 'OpenUrls',"
                    " GLib.Variant('(as)', ([url],)), None, 0, 20000)\n")
-        subprocess.run(["/usr/bin/python3", "-c", program], check=True, timeout=60)
+        done = subprocess.run(["/usr/bin/python3", "-c", program], capture_output=True, text=True, timeout=60)
+        self.assertIn("LimitsExceeded", done.stderr)
         self.nimbrel.show()
         self.nimbrel.hide()
         self.assertEqual(self.nimbrel.count(), 1)

@@ -236,108 +236,6 @@
         <translation>“%1”: %2</translation>
     </message>
     <message>
-        <source>Uso: nimbrel [--panel | --help | --version]
-     nimbrel nimbrel://add?text=TEXTO[&amp;source=iphone|ipad|mac]…
-     nimbrel copy-latest | search TEXTO | toggle-capture | collections  [--json] [--notify]
-     nimbrel paste-from COLECCIÓN | show [--collections] | quit  [--notify]
-     nimbrel export [--secrets] [--passphrase-file ARCHIVO] ARCHIVO
-     nimbrel import [--passphrase-file ARCHIVO] ARCHIVO
-     nimbrel doctor [--repair]
-     nimbrel classify [--source ID] [--no-codes] [--multiline] [--lines] [ARCHIVO]
-     nimbrel transform TRANSFORMACIÓN [ARCHIVO]
-
-Nimbrel guarda lo que copias, cifrado, y lo pega donde estés: ⇧⌘V, u otro atajo de
-los ajustes, abre el panel (la tecla ⌘ es Súper). Si ya está en marcha, otro
-arranque muestra su panel.
-
-  --panel        muestra el panel al arrancar
-  -h, --help     muestra esta ayuda y termina
-  -v, --version  muestra la versión y termina
-
-Una dirección nimbrel://add añade al historial un texto de otro dispositivo.
-
-copy-latest pone en el portapapeles el último texto que no es secreto y search
-escribe los que tienen unas palabras, veinte como mucho; toggle-capture pausa o
-reanuda la captura; collections enumera las colecciones y paste-from pega lo último
-de una; show muestra el panel, o las colecciones para elegir; quit termina Nimbrel.
-
-  --json         da la respuesta para un programa
-  --notify       muestra la respuesta en el escritorio
-
-export escribe el historial en un archivo cifrado con una contraseña, sin los
-secretos si no se piden con --secrets, e import lo añade al de otro equipo, con
-Nimbrel parado. doctor dice qué funciona y qué no; con --repair, y Nimbrel parado,
-aparta una base de datos dañada y salva en otra lo que se puede leer.
-
-classify dice si un texto es secreto: none (no), soft (un código de un solo uso)
-o hard (una credencial, una tarjeta, una cuenta). Lee la entrada estándar o un
-archivo; el estado de salida es 0 sea cual sea la respuesta.
-
-  --source ID    la aplicación en la que se copió
-  --no-codes     no busca códigos de un solo uso
-  --multiline    mira también cada línea y cada palabra
-  --lines        responde a cada línea de la entrada por separado
-
-transform escribe el texto transformado por una de estas: uppercase, lowercase,
-titleCase, trimWhitespace, removeLineBreaks, urlEncode, urlDecode, base64Encode,
-base64Decode, formatJSON, compactJSON.
-
-Estado de salida: 0 hecho, 1 falló, 2 mal escrito, 3 Nimbrel no está disponible,
-4 no hay texto, 5 la colección no lo tiene, 6 sin desbloquear, 7 sin permiso para
-pegar, 8 demasiadas peticiones, 9 no contesta.
-</source>
-        <translation>Usage: nimbrel [--panel | --help | --version]
-       nimbrel nimbrel://add?text=TEXT[&amp;source=iphone|ipad|mac]…
-       nimbrel copy-latest | search TEXT | toggle-capture | collections  [--json] [--notify]
-       nimbrel paste-from COLLECTION | show [--collections] | quit  [--notify]
-       nimbrel export [--secrets] [--passphrase-file FILE] ARCHIVE
-       nimbrel import [--passphrase-file FILE] ARCHIVE
-       nimbrel doctor [--repair]
-       nimbrel classify [--source ID] [--no-codes] [--multiline] [--lines] [FILE]
-       nimbrel transform TRANSFORMATION [FILE]
-
-Nimbrel keeps what you copy, encrypted, and pastes it wherever you are: ⇧⌘V, or
-another shortcut of the settings, opens the panel (the key ⌘ is Super). When it runs
-already, another start shows its panel.
-
-  --panel        shows the panel when it starts
-  -h, --help     shows this help and ends
-  -v, --version  shows the version and ends
-
-A nimbrel://add address adds a text of another device to the history.
-
-copy-latest puts the latest text that is no secret on the clipboard, and search writes
-those that hold some words, twenty at most; toggle-capture pauses or resumes capture;
-collections lists the collections, and paste-from pastes the latest of one; show shows
-the panel, or the collections to choose from; quit ends Nimbrel.
-
-  --json         gives the answer for a program
-  --notify       shows the answer on the desktop
-
-export writes the history to an archive encrypted with a passphrase, without the secrets
-unless --secrets asks for them, and import adds it to another computer&apos;s, while Nimbrel
-is not running. doctor says what works and what does not; with --repair, while Nimbrel is
-not running, it sets a damaged database aside and saves what can be read in another.
-
-classify says whether a text is secret: none (no), soft (a one-time code) or hard
-(a credential, a card, an account). It reads the standard input or a file; the exit
-status is 0 whatever the answer.
-
-  --source ID    the application in which it was copied
-  --no-codes     does not look for one-time codes
-  --multiline    looks at each line and each word too
-  --lines        answers for each line of the input apart
-
-transform writes the text transformed by one of these: uppercase, lowercase,
-titleCase, trimWhitespace, removeLineBreaks, urlEncode, urlDecode, base64Encode,
-base64Decode, formatJSON, compactJSON.
-
-Exit status: 0 done, 1 it failed, 2 misused, 3 Nimbrel is not available, 4 there is no
-text, 5 nor in the collection, 6 not unlocked, 7 no right to paste, 8 too many requests,
-9 no answer.
-</translation>
-    </message>
-    <message>
         <source>--panel no admite «%1»</source>
         <translation>--panel does not take “%1”</translation>
     </message>
@@ -447,10 +345,6 @@ text, 5 nor in the collection, 6 not unlocked, 7 no right to paste, 8 too many r
         <translation>“%1” cannot be read</translation>
     </message>
     <message>
-        <source>el historial no se puede escribir; no se ha importado nada</source>
-        <translation>the history cannot be written; nothing was imported</translation>
-    </message>
-    <message>
         <source>Aún no hay historial que reparar.</source>
         <translation>There is no history to repair yet.</translation>
     </message>
@@ -536,6 +430,136 @@ text, 5 nor in the collection, 6 not unlocked, 7 no right to paste, 8 too many r
 </source>
         <translation>nimbrel: no X11 desktop is in sight
 </translation>
+    </message>
+    <message>
+        <source>Uso: nimbrel [--panel | --help | --version]
+     nimbrel nimbrel://add?text=TEXTO[&amp;source=iphone|ipad|mac]…
+     nimbrel copy-latest | search TEXTO | toggle-capture | collections  [--json] [--notify]
+     nimbrel paste-from COLECCIÓN | show [--collections] | quit  [--notify]
+     nimbrel export [--secrets] [--passphrase-file ARCHIVO] ARCHIVO
+     nimbrel import [--passphrase-file ARCHIVO] ARCHIVO
+     nimbrel doctor [--repair]
+     nimbrel classify [--source ID] [--no-codes] [--multiline] [--lines] [ARCHIVO]
+     nimbrel transform TRANSFORMACIÓN [ARCHIVO]
+
+Nimbrel guarda lo que copias, cifrado, y lo pega donde estés: ⇧⌘V, u otro atajo de
+los ajustes, abre el panel (la tecla ⌘ es Súper). Si ya está en marcha, otro
+arranque muestra su panel.
+
+  --panel        muestra el panel al arrancar
+  -h, --help     muestra esta ayuda y termina
+  -v, --version  muestra la versión y termina
+
+Una dirección nimbrel://add añade al historial un texto de otro dispositivo.
+
+copy-latest pone en el portapapeles el último texto que no es secreto y search
+escribe los que tienen unas palabras, veinte como mucho; toggle-capture pausa o
+reanuda la captura; collections enumera las colecciones y paste-from pega lo último
+de una; show muestra el panel, o las colecciones para elegir; quit termina Nimbrel.
+
+  --json         da la respuesta para un programa
+  --notify       muestra la respuesta en el escritorio
+  --no-start     no arranca Nimbrel para esto
+
+export escribe el historial en un archivo cifrado con una contraseña, sin los
+secretos si no se piden con --secrets, e import lo añade al de otro equipo, con
+Nimbrel parado. doctor dice qué funciona y qué no; con --repair, y Nimbrel parado,
+aparta una base de datos dañada y salva en otra lo que se puede leer.
+
+classify dice si un texto es secreto: none (no), soft (un código de un solo uso)
+o hard (una credencial, una tarjeta, una cuenta). Lee la entrada estándar o un
+archivo; el estado de salida es 0 sea cual sea la respuesta.
+
+  --source ID    la aplicación en la que se copió
+  --no-codes     no busca códigos de un solo uso
+  --multiline    mira también cada línea y cada palabra
+  --lines        responde a cada línea de la entrada por separado
+
+transform escribe el texto transformado por una de estas: uppercase, lowercase,
+titleCase, trimWhitespace, removeLineBreaks, urlEncode, urlDecode, base64Encode,
+base64Decode, formatJSON, compactJSON.
+
+Estado de salida: 0 hecho, 1 falló, 2 mal escrito, 3 Nimbrel no está disponible,
+4 no hay texto, 5 la colección no lo tiene, 6 sin desbloquear, 7 sin permiso para
+pegar, 8 demasiadas peticiones, 9 no contesta.
+</source>
+        <translation>Usage: nimbrel [--panel | --help | --version]
+       nimbrel nimbrel://add?text=TEXT[&amp;source=iphone|ipad|mac]…
+       nimbrel copy-latest | search TEXT | toggle-capture | collections  [--json] [--notify]
+       nimbrel paste-from COLLECTION | show [--collections] | quit  [--notify]
+       nimbrel export [--secrets] [--passphrase-file FILE] ARCHIVE
+       nimbrel import [--passphrase-file FILE] ARCHIVE
+       nimbrel doctor [--repair]
+       nimbrel classify [--source ID] [--no-codes] [--multiline] [--lines] [FILE]
+       nimbrel transform TRANSFORMATION [FILE]
+
+Nimbrel keeps what you copy, encrypted, and pastes it wherever you are: ⇧⌘V, or
+another shortcut of the settings, opens the panel (the key ⌘ is Super). When it runs
+already, another start shows its panel.
+
+  --panel        shows the panel when it starts
+  -h, --help     shows this help and ends
+  -v, --version  shows the version and ends
+
+A nimbrel://add address adds a text of another device to the history.
+
+copy-latest puts the latest text that is no secret on the clipboard, and search writes
+those that hold some words, twenty at most; toggle-capture pauses or resumes capture;
+collections lists the collections, and paste-from pastes the latest of one; show shows
+the panel, or the collections to choose from; quit ends Nimbrel.
+
+  --json         gives the answer for a program
+  --notify       shows the answer on the desktop
+  --no-start     does not start Nimbrel for this
+
+export writes the history to an archive encrypted with a passphrase, without the secrets
+unless --secrets asks for them, and import adds it to another computer&apos;s, while Nimbrel
+is not running. doctor says what works and what does not; with --repair, while Nimbrel is
+not running, it sets a damaged database aside and saves what can be read in another.
+
+classify says whether a text is secret: none (no), soft (a one-time code) or hard
+(a credential, a card, an account). It reads the standard input or a file; the exit
+status is 0 whatever the answer.
+
+  --source ID    the application in which it was copied
+  --no-codes     does not look for one-time codes
+  --multiline    looks at each line and each word too
+  --lines        answers for each line of the input apart
+
+transform writes the text transformed by one of these: uppercase, lowercase,
+titleCase, trimWhitespace, removeLineBreaks, urlEncode, urlDecode, base64Encode,
+base64Decode, formatJSON, compactJSON.
+
+Exit status: 0 done, 1 it failed, 2 misused, 3 Nimbrel is not available, 4 there is no
+text, 5 nor in the collection, 6 not unlocked, 7 no right to paste, 8 too many requests,
+9 no answer.
+</translation>
+    </message>
+    <message>
+        <source>falta el archivo de --passphrase-file</source>
+        <translation>the file of --passphrase-file is missing</translation>
+    </message>
+    <message>
+        <source>el historial no se puede leer entero; «nimbrel doctor» dice más</source>
+        <translation>the history cannot be read whole; “nimbrel doctor” says more</translation>
+    </message>
+    <message>
+        <source>falta memoria</source>
+        <translation>there is not enough memory</translation>
+    </message>
+    <message>
+        <source>el historial no se puede leer o escribir; no se ha importado nada</source>
+        <translation>the history cannot be read or written; nothing was imported</translation>
+    </message>
+    <message>
+        <source>nimbrel: no hay memoria para esto
+</source>
+        <translation>nimbrel: there is no memory for this
+</translation>
+    </message>
+    <message>
+        <source>la contraseña no es UTF-8 válido</source>
+        <translation>the passphrase is no valid UTF-8</translation>
     </message>
 </context>
 <context>
@@ -656,10 +680,6 @@ text, 5 nor in the collection, 6 not unlocked, 7 no right to paste, 8 too many r
     <message>
         <source>Sin clave el historial se guarda sin cifrar: instala o arranca gnome-keyring, KWallet o KeePassXC.</source>
         <translation>Without a key the history is kept unencrypted: install or start gnome-keyring, KWallet or KeePassXC.</translation>
-    </message>
-    <message>
-        <source>no contesta; quizá espera a que lo desbloquees</source>
-        <translation>does not answer; perhaps it waits for you to unlock it</translation>
     </message>
     <message>
         <source>tiene la clave del historial</source>
@@ -816,6 +836,38 @@ text, 5 nor in the collection, 6 not unlocked, 7 no right to paste, 8 too many r
     <message>
         <source>Sin él no hay órdenes, ni almacén de claves, ni un solo Nimbrel por sesión: instala dbus-user-session.</source>
         <translation>Without it there are no commands, no key store, and no single Nimbrel in a session: install dbus-user-session.</translation>
+    </message>
+    <message>
+        <source>no contesta</source>
+        <translation>does not answer</translation>
+    </message>
+    <message>
+        <source>Quizá espera a que lo desbloquees: busca su ventana, o entra de nuevo en la sesión.</source>
+        <translation>Perhaps it waits for you to unlock it: look for its window, or log in again.</translation>
+    </message>
+    <message>
+        <source>no tiene la clave con la que se cifró el historial</source>
+        <translation>does not have the key that the history was encrypted with</translation>
+    </message>
+    <message>
+        <source>Recupera el almacén de claves en que estaba, o el historial seguirá ilegible.</source>
+        <translation>Bring back the key store that had it, or the history stays unreadable.</translation>
+    </message>
+    <message>
+        <source>polkit no conoce la acción de Nimbrel</source>
+        <translation>polkit does not know Nimbrel’s action</translation>
+    </message>
+    <message>
+        <source>Instala el paquete, o copia app.nimbrel.Nimbrel.policy a /usr/share/polkit-1/actions.</source>
+        <translation>Install the package, or copy app.nimbrel.Nimbrel.policy to /usr/share/polkit-1/actions.</translation>
+    </message>
+    <message>
+        <source>Historial apartado</source>
+        <translation>History set aside</translation>
+    </message>
+    <message>
+        <source>Quedó al reparar, en %1. Bórralo cuando no lo necesites: también guarda lo que ya había caducado.</source>
+        <translation>Left by a repair, in %1. Delete it when you do not need it: it also keeps what had expired.</translation>
     </message>
 </context>
 <context>

@@ -3,7 +3,12 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
+#include <cmath>
+
+#include "capture/CaptureDecision.h"
 #include "capture/ImportedClips.h"
+#include "capture/SecretClips.h"
+#include "capture/model/TextRules.h"
 #include "storage/ContentHash.h"
 
 namespace nimbrel {
@@ -19,18 +24,37 @@ std::optional<ClipItem> decoded(const QByteArray& json) {
   return document.isObject() ? clipFromJson(document.object()) : std::nullopt;
 }
 
+/// What a clip with texts as long as they may be takes as JSON.
+constexpr qsizetype kMaxClipBytes = 16'000'000;
+
+/// Whether a clip could be one of the program's own: no larger than what is captured, with dates that are
+/// some.
+bool isSensible(const ClipItem& clip) {
+  // The year 9999.
+  constexpr double kLastMoment = 253'402'300'799;
+  const auto isMoment = [](Timestamp moment) { return std::abs(unixSeconds(moment)) <= kLastMoment; };
+  return clip.text.size() <= kMaxTextBytes && clip.ocrText.value_or(QString()).size() <= kMaxTextBytes &&
+         isMoment(clip.date) && (!clip.expiresAt || isMoment(*clip.expiresAt));
+}
+
 }  // namespace
 
 std::variant<ImportCount, ArchiveError, ImportError> HistoryImport::run(ArchiveReader& archive) {
-  history_ = HistoryList(parts_.database.loadAll().clips);
+  const LoadedHistory loaded = parts_.database.loadAll();
+  // What cannot be read cannot be told from what is new.
+  if (!loaded.complete) return ImportError::database;
+  history_ = HistoryList(loaded.clips);
+  hasUnreadable_ = loaded.unreadableCount > 0;
   if (const auto error = readAll(archive)) {
     removeStoredFiles();
     return *error;
   }
-  if (!changed_.isEmpty() && (!parts_.database.saveMany(changed_) || !parts_.database.checkpoint())) {
+  if (!changed_.isEmpty() && !parts_.database.saveMany(changed_.values())) {
     removeStoredFiles();
     return ImportError::database;
   }
+  // Whoever reads meanwhile only delays this.
+  static_cast<void>(parts_.database.checkpoint());
   count_.unpinned = history_.unpinnedCount();
   return count_;
 }
@@ -46,7 +70,7 @@ std::optional<ArchiveError> HistoryImport::readAll(ArchiveReader& archive) {
     if (!record) return std::nullopt;
     switch (record->type) {
       case ArchiveRecord::Type::clip:
-        archived.clip = decoded(record->data);
+        if (record->data.size() <= kMaxClipBytes) archived.clip = decoded(record->data);
         if (!archived.clip) ++count_.failed;
         wipe(record->data);
         break;
@@ -63,20 +87,21 @@ std::optional<ArchiveError> HistoryImport::readAll(ArchiveReader& archive) {
 void HistoryImport::take(Archived archived) {
   // Files without a clip, or of one that made no sense.
   if (!archived.clip) return;
-  if (archived.clip->imageFile && !archived.image) {
+  const bool lacksImage = archived.clip->imageFile && !archived.image;
+  if (lacksImage || !isSensible(*archived.clip)) {
     ++count_.failed;
     return;
   }
   complete(archived);
   ClipItem& clip = *archived.clip;
-  const bool expired = !clip.pinned && clip.expiresAt && *clip.expiresAt <= parts_.clock.now();
-  if (expired || !gradeImported(clip, parts_.settings, parts_.clock.now())) {
+  const bool expired = clip.expiresAt && *clip.expiresAt <= parts_.clock.now();
+  if (expired || !grade(clip)) {
     ++count_.unwanted;
     return;
   }
   if (const auto row = rowOf(clip)) {
     ++count_.known;
-    return merge(*row, clip);
+    return merge(*row, archived);
   }
   if (!storeFiles(archived)) {
     ++count_.failed;
@@ -86,17 +111,27 @@ void HistoryImport::take(Archived archived) {
   add(clip);
 }
 
+bool HistoryImport::grade(ClipItem& clip) const {
+  const auto now = parts_.clock.now();
+  // What this history's user wants of secrets holds, whatever the other's wanted.
+  if (clip.isSensitive()) return markSecret(clip, SensitivityLevel::hard, parts_.settings, now);
+  clip.sensitive.reset();
+  return gradeImported(clip, parts_.settings, now);
+}
+
 void HistoryImport::complete(Archived& archived) const {
   ClipItem& clip = *archived.clip;
-  // Whatever the archive says of its content.
-  if (archived.image)
-    clip.imageHash = sha256Hex(*archived.image);
-  else
-    clip.textHash = sha256Hex(clip.text.toUtf8());
+  // A clip is of one kind, and its content is what is there, whatever the archive says of it.
+  if (!clip.imageFile) archived.image.reset();
+  if (archived.image) clip.fileURLString.reset();
+  clip.imageHash = archived.image ? std::optional(sha256Hex(*archived.image)) : std::nullopt;
+  clip.textHash = archived.image ? std::nullopt : std::optional(sha256Hex(clip.text.toUtf8()));
+  const bool isCollected = clip.collection && !trimmedWhitespace(*clip.collection).isEmpty();
+  if (!isCollected) clip.collection.reset();
+  clip.pinned = clip.pinned || isCollected;
   if (clip.pinned) clip.expiresAt.reset();
-  if (clip.collection) clip.pinned = true;
-  // Another history may have a clip of this name.
-  if (clip.id.isNull() || history_.rowOf(clip.id)) clip.id = QUuid::createUuid();
+  // Another clip may have this id; also one that cannot be read.
+  if (clip.id.isNull() || hasUnreadable_ || history_.rowOf(clip.id)) clip.id = QUuid::createUuid();
 }
 
 std::optional<qsizetype> HistoryImport::rowOf(const ClipItem& clip) const {
@@ -105,17 +140,32 @@ std::optional<qsizetype> HistoryImport::rowOf(const ClipItem& clip) const {
   return history_.rowOfText(clip.text, *clip.textHash);
 }
 
-void HistoryImport::merge(qsizetype row, const ClipItem& archived) {
+void HistoryImport::merge(qsizetype row, Archived& item) {
   const ClipItem before = history_.at(row)->clip;
+  const ClipItem& archived = *item.clip;
   ClipItem clip = before;
-  clip.pinned = clip.pinned || archived.pinned;
-  if (!clip.collection) clip.collection = archived.collection;
-  if (!clip.ocrText) clip.ocrText = archived.ocrText;
+  // A picture whose file has been lost, and a text that never had its formatting.
+  const bool lacksFile = before.isImage() ? !parts_.files.loadImageData(*before.imageFile)
+                                          : before.isText() && !before.richFile && !before.isSensitive();
+  if (lacksFile && storeFiles(item)) {
+    clip.imageFile = archived.imageFile;
+    clip.richFile = archived.richFile;
+    clip.richHash = archived.richHash;
+  }
+  if (archived.isSensitive() && !clip.isSensitive()) {
+    becomeSensitive(clip);
+    if (!clip.pinned) clip.expiresAt = archived.expiresAt;
+  }
+  // That a secret stays is for the user of this history to say.
+  if (!clip.isSensitive()) {
+    clip.pinned = clip.pinned || archived.pinned;
+    if (!clip.collection) clip.collection = archived.collection;
+    if (!clip.ocrText) clip.ocrText = archived.ocrText;
+  }
   if (clip.pinned) clip.expiresAt.reset();
   if (clip == before) return;
   history_.replace(row, std::make_shared<const IndexedClip>(clip));
-  changed_.removeIf([&](const ClipItem& other) { return other.id == clip.id; });
-  changed_.append(clip);
+  changed_.insert(clip.id, clip);
 }
 
 bool HistoryImport::storeFiles(Archived& archived) {
@@ -141,7 +191,7 @@ bool HistoryImport::storeFiles(Archived& archived) {
 }
 
 void HistoryImport::add(ClipItem clip) {
-  changed_.append(clip);
+  changed_.insert(clip.id, clip);
   history_.insert(std::make_shared<const IndexedClip>(std::move(clip)), history_.takePlace());
 }
 

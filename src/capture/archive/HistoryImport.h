@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QHash>
 #include <QList>
 #include <QSet>
 #include <QStringList>
@@ -43,7 +44,7 @@ struct ImportCount final {
 enum class ImportError {
   /// The archive's.
   archive,
-  /// The database's, which is in the log.
+  /// The history's, which could not be read whole or not be written; the log has why.
   database,
 };
 
@@ -69,8 +70,10 @@ class HistoryImport final {
   [[nodiscard]] std::optional<ArchiveError> readAll(ArchiveReader& archive);
   void take(Archived archived);
   void complete(Archived& archived) const;
+  /// False for a clip that the user wants none of.
+  [[nodiscard]] bool grade(ClipItem& clip) const;
   [[nodiscard]] std::optional<qsizetype> rowOf(const ClipItem& clip) const;
-  void merge(qsizetype row, const ClipItem& archived);
+  void merge(qsizetype row, Archived& item);
   [[nodiscard]] bool storeFiles(Archived& archived);
   void add(ClipItem clip);
   void removeStoredFiles();
@@ -78,7 +81,9 @@ class HistoryImport final {
   HistoryImportParts parts_;
   HistoryList history_;
   ImportCount count_;
-  QList<ClipItem> changed_;
+  /// Rows that could not be read, and whose ids are nobody knows which.
+  bool hasUnreadable_ = false;
+  QHash<QUuid, ClipItem> changed_;
   SideFileNames stored_;
 };
 

@@ -62,6 +62,12 @@ QList<bool> takenOf(X11Session& session, const QList<HotKeyProbe>& hotKeys) {
 DesktopFacts examineDesktop(const QList<HotKeyProbe>& hotKeys) {
   DesktopFacts facts;
   facts.hasSessionBus = QDBusConnection::sessionBus().isConnected();
+  // Where polkit looks.
+  for (const char* const folder : {"/usr/share", "/usr/local/share", "/etc", "/run"}) {
+    const QString action =
+        QStringLiteral("%1/polkit-1/actions/app.nimbrel.Nimbrel.policy").arg(QLatin1String(folder));
+    facts.hasLockAction = facts.hasLockAction || QFileInfo::exists(action);
+  }
   facts.hasImageHelper = QFileInfo(imagingHelperProgram()).isExecutable();
   facts.recognitionLanguages = recognitionLanguages();
   facts.hasForeignWindows = !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");

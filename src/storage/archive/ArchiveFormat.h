@@ -36,7 +36,7 @@ inline constexpr int kChunkBytes = 1 << 20;
 /// In a chunk's length: it is the last.
 inline constexpr quint32 kLastChunk = 0x80000000U;
 /// Of a record, at most: more than any picture that capture stores takes.
-inline constexpr quint32 kMaxRecordBytes = 512U << 20;
+inline constexpr quint32 kMaxRecordBytes = 160U << 20;
 
 /// How dear it is to try a passphrase: the parameters of scrypt (RFC 7914).
 struct Cost final {

@@ -3,9 +3,7 @@
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
 #include <QDBusError>
-#include <QDBusMetaType>
 #include <QDeadlineTimer>
-#include <QMap>
 #include <chrono>
 #include <thread>
 
@@ -92,28 +90,10 @@ IntentReply replyOf(const QDBusMessage& answer) {
   return reply;
 }
 
-/// A program that the bus starts finds the display of whoever asked for it, also in sessions that have not told
-/// the bus of it.
-void tellDisplay() {
-  if (hasOwner() || qEnvironmentVariableIsEmpty("DISPLAY")) return;
-  QMap<QString, QString> environment;
-  for (const char* const name : {"DISPLAY", "XAUTHORITY"}) {
-    if (!qEnvironmentVariableIsEmpty(name))
-      environment.insert(QLatin1String(name), qEnvironmentVariable(name));
-  }
-  auto call = QDBusMessage::createMethodCall(
-      QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
-      QStringLiteral("org.freedesktop.DBus"), QStringLiteral("UpdateActivationEnvironment"));
-  qDBusRegisterMetaType<QMap<QString, QString>>();
-  call << QVariant::fromValue(environment);
-  QDBusConnection::sessionBus().call(call, QDBus::Block, static_cast<int>(std::chrono::milliseconds(kAnswerTime).count()));
-}
-
 }  // namespace
 
 QDBusMessage DBusInstanceClient::call(const QString& method, std::chrono::milliseconds patience,
                                       const QVariantList& arguments) {
-  tellDisplay();
   const QDeadlineTimer deadline(kPatience);
   QDBusMessage answer = callOnce(method, patience, arguments);
   while (isStarting(answer) && !deadline.hasExpired()) {
