@@ -8,7 +8,7 @@
 #include "platform/DesktopFacts.h"
 #include "platform/SecretStore.h"
 #include "settings/model/SettingsValues.h"
-#include "storage/HistoryRepair.h"
+#include "storage/DatabaseHealth.h"
 
 namespace nimbrel {
 

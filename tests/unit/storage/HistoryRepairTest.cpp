@@ -7,6 +7,7 @@
 #include <QTemporaryDir>
 
 #include "storage/ClipDatabase.h"
+#include "storage/DatabaseHealth.h"
 #include "storage/SQLiteConnection.h"
 #include "support/Fakes.h"
 #include "support/LogRecorder.h"
@@ -167,6 +168,18 @@ TEST_F(HistoryRepairTest, TakesUpTheLogThatAStoppedRepairHadTakenAway) {
   EXPECT_FALSE(QFile::exists(path + u"-wal.aside"_s));
 }
 
+TEST_F(HistoryRepairTest, WhatWasSetAsideBeforeStays) {
+  const QString earlier = folder.filePath(u"brevin.damaged-1773500966.sqlite"_s);
+  QFile file(earlier);
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+  file.write("de antes");
+  file.close();
+  fill(100);
+  damage(pages() / 2, pages() / 2);
+  EXPECT_EQ(repairDatabase(path, clock).setAside, u"brevin.damaged-1773500967.sqlite");
+  EXPECT_EQ(bytesOf(earlier), "de antes"_ba);
+}
+
 TEST_F(HistoryRepairTest, WhatIsSetAsideIsKnown) {
   EXPECT_TRUE(damagedDatabases(folder.path()).isEmpty());
   fill(100);
@@ -252,12 +265,12 @@ TEST_F(HistoryRepairTest, TheRepairedHistoryIsForItsOwnerAlone) {
   EXPECT_EQ(QFile::permissions(folder.filePath(outcome.setAside)), owner);
 }
 
-TEST_F(HistoryRepairTest, WithoutRoomForACopyNothingIsTouched) {
+TEST_F(HistoryRepairTest, WhereNoNewOneCanBeMadeNothingIsTouched) {
   fill(100);
   damage(pages() / 2, pages() / 2);
   const QByteArray before = bytesOf(path);
-  // Where the copy would go there is something already.
-  ASSERT_TRUE(QDir(folder.path()).mkdir(u"brevin.damaged-1773500966.sqlite"_s));
+  // Where the new one would be made there is something already.
+  ASSERT_TRUE(QDir(folder.path()).mkdir(u"brevin.repaired.sqlite"_s));
   EXPECT_TRUE(repairDatabase(path, clock).failure.has_value());
   EXPECT_EQ(bytesOf(path), before);
   EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), QStringList{u"brevin.sqlite"_s});
