@@ -17,6 +17,8 @@ using namespace std::chrono_literals;
 constexpr auto kReopenGuard = 200ms;
 /// Lets the panel's going settle before the keystroke.
 constexpr auto kPasteDelay = 60ms;
+/// So long the keyboard may wander when the preview has gone.
+constexpr auto kPreviewSettling = 150ms;
 
 }  // namespace
 
@@ -55,7 +57,10 @@ void PanelController::connectContent() {
 void PanelController::connectPreview() {
   quickLook_ = std::make_unique<QuickLook>(parts_.preview, parts_.sideFiles, parts_.previewFolder,
                                            [this] { return panel_.panelArea(); });
-  quickLook_->setClosedHandler([this] { refocusPanel(); });
+  quickLook_->setClosedHandler([this] {
+    previewClosed_ = parts_.services.clock.steadyNow();
+    refocusPanel();
+  });
   connect(content_, &ContentView::quickLookRequested, quickLook_.get(), &QuickLook::toggle);
   connect(content_, &ContentView::quickLookSelectionChanged, quickLook_.get(), &QuickLook::update);
   connect(&parts_.services.store, &ClipboardStore::clipsRemoved, quickLook_.get(),
@@ -93,6 +98,10 @@ void PanelController::showPanel() {
 }
 
 void PanelController::resignKey() {
+  // When the preview goes, the window manager may give its keyboard to whom it likes, just before the panel
+  // takes it.
+  if (previewClosed_ && parts_.services.clock.steadyNow() - *previewClosed_ < kPreviewSettling)
+    return refocusPanel();
   // Whoever looks at the preview may turn elsewhere meanwhile, and the system's prompt takes the keyboard.
   if (!parts_.lock.isAuthenticating() && !isPreviewing()) return hidePanel(Focus::leave);
   // A prompt that goes slowly may take it once more.

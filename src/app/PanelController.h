@@ -94,6 +94,7 @@ class PanelController final : public QObject {
   ContentView* content_;
   std::unique_ptr<PanelWindow> window_;
   std::optional<std::chrono::steady_clock::time_point> lastHide_;
+  std::optional<std::chrono::steady_clock::time_point> previewClosed_;
   QTimer pasteTimer_;
   std::unique_ptr<QuickLook> quickLook_;
 };

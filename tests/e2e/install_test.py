@@ -67,6 +67,16 @@ class Installation(unittest.TestCase):
             picture = share / f"icons/hicolor/{side}x{side}/apps/app.nimbrel.Nimbrel.png"
             self.assertEqual(run("identify", "-format", "%w %h", str(picture)), f"{side} {side}")
 
+    def test_the_menu_offers_the_shortcuts_in_their_order(self):
+        entry = (self.prefix / "share/applications/app.nimbrel.Nimbrel.desktop").read_text()
+        actions = entry.split("[Desktop Action ")[1:]
+        self.assertEqual([line.removeprefix("Name[es]=") for action in actions for line in action.splitlines()
+                          if line.startswith("Name[es]=")],
+                         ["Copiar último", "Buscar historial", "Pausar captura", "Pegar colección"])
+        for action in actions:
+            icon = next(line for line in action.splitlines() if line.startswith("Icon=")).removeprefix("Icon=")
+            self.assertTrue((self.prefix / f"share/icons/hicolor/scalable/actions/{icon}.svg").exists(), icon)
+
     def test_the_service_names_the_installed_program(self):
         service = (self.prefix / "share/dbus-1/services/app.nimbrel.Nimbrel.service").read_text()
         self.assertIn(f"Exec=\"{self.prefix}/bin/nimbrel\"\n", service)

@@ -179,6 +179,19 @@ TEST_F(PanelControllerTest, HasTheKeyboardAgainWhenThePreviewCloses) {
   EXPECT_EQ(window->stepsForward, 1);
 }
 
+TEST_F(PanelControllerTest, StaysWhenTheKeyboardWandersAsThePreviewCloses) {
+  controller->togglePanel();
+  openPreview();
+  preview.close();
+  clock.advance(100ms);
+  window->resign();
+  EXPECT_TRUE(controller->isVisible());
+  EXPECT_EQ(window->stepsForward, 2);
+  clock.advance(50ms);
+  window->resign();
+  EXPECT_FALSE(controller->isVisible());
+}
+
 TEST_F(PanelControllerTest, PastesWithThePreviewOpenAndLeavesNoFile) {
   controller->togglePanel();
   openPreview();
