@@ -8,8 +8,10 @@ namespace nimbrel {
 namespace {
 
 constexpr int kColumnCount = 9;
-/// Row numbers that are tried one by one where no index tells which there are.
-constexpr std::int64_t kMaxProbes = 200'000;
+/// How far rows are looked for where no index tells which there are.
+constexpr std::int64_t kMaxProbes = 1'000'000;
+/// How often the damage is run into before that is enough: each row of a damaged page costs some.
+constexpr int kMaxFailures = 20'000;
 
 SQLValue valueAt(sqlite3_stmt* row, int column) {
   switch (sqlite3_column_type(row, column)) {
@@ -71,17 +73,28 @@ void Salvage::take(sqlite3_stmt* row) {
 }
 
 void Salvage::readBetween(std::int64_t before, std::int64_t after) {
+  // Without a table that is known there is nothing to ask for.
+  if (!succeeds([this] { damaged_.run((select_ + "LIMIT 0").constData()); })) return;
   std::set<std::int64_t> numbers;
   const auto note = [&](sqlite3_stmt* row) { numbers.insert(sqlite3_column_int64(row, 0)); };
   for (const char* const index : {"sqlite_autoindex_clips_1", "clips_date"}) {
     const QByteArray sql = QByteArray("SELECT rowid FROM clips INDEXED BY ") + index;
     static_cast<void>(succeeds([&] { damaged_.run(sql.constData(), {}, note); }));
   }
-  for (std::int64_t number = before + 1; number < std::min(after, before + kMaxProbes); ++number)
-    numbers.insert(number);
-  for (const std::int64_t number : numbers) {
-    if (!taken_.contains(number)) static_cast<void>(succeeds([&] { read("WHERE rowid = ?", {number}); }));
-  }
+  for (const std::int64_t number : numbers)
+    readRange(number, number);
+  readRange(before + 1, std::min(after - 1, before + kMaxProbes));
+}
+
+void Salvage::readRange(std::int64_t first, std::int64_t last) {
+  if (first > last || failures_ >= kMaxFailures || (first == last && taken_.contains(first))) return;
+  if (succeeds([&] { read("WHERE rowid BETWEEN ? AND ?", {first, last}); })) return;
+  ++failures_;
+  if (first == last) return;
+  // The damage is in one half or in both.
+  const std::int64_t middle = first + (last - first) / 2;
+  readRange(first, middle);
+  readRange(middle + 1, last);
 }
 
 }  // namespace nimbrel

@@ -45,12 +45,14 @@ class Salvage final {
   void read(const QByteArray& which, const SQLiteConnection::Bindings& bindings = {});
   void take(sqlite3_stmt* row);
   void readBetween(std::int64_t before, std::int64_t after);
+  void readRange(std::int64_t first, std::int64_t last);
   [[nodiscard]] qint64 count() const { return static_cast<qint64>(taken_.size()); }
 
   SQLiteConnection& damaged_;
   SQLiteConnection& repaired_;
   QByteArray select_;
   std::set<std::int64_t> taken_;
+  int failures_ = 0;
 };
 
 }  // namespace nimbrel
