@@ -39,6 +39,13 @@ CommandArguments sortedArguments(const QStringList& arguments) {
   return result;
 }
 
+QStringList withJoinedValue(QStringList arguments, QStringView option) {
+  for (qsizetype i = 0; i + 1 < arguments.size() && arguments.at(i) != u"--"; ++i) {
+    if (arguments.at(i) == option) arguments[i] += u'=' + arguments.takeAt(i + 1);
+  }
+  return arguments;
+}
+
 QString printable(const QString& argument) {
   return mapped(argument, [](char32_t character) {
     return isHarmless(character) ? textOf(character) : QString(QChar::ReplacementCharacter);

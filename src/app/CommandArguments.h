@@ -14,6 +14,9 @@ struct CommandArguments final {
 /// "-" is a file's name, and after "--" everything is none of the options.
 [[nodiscard]] CommandArguments sortedArguments(const QStringList& arguments);
 
+/// Joins an option with the value that is an argument of its own: "--source ID" becomes "--source=ID".
+[[nodiscard]] QStringList withJoinedValue(QStringList arguments, QStringView option);
+
 /// An argument as a message may show it: what it could do to a terminal is left out.
 [[nodiscard]] QString printable(const QString& argument);
 

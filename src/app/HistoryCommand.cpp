@@ -16,18 +16,10 @@ std::variant<HistoryCommand, UsageError> misused(const QString& command, const Q
   return UsageError{Texts::tr("%1 no conoce la opción «%2»").arg(command, printable(option))};
 }
 
-/// Joins an option with the value that is an argument of its own.
-QStringList withJoinedFile(QStringList arguments) {
-  for (qsizetype i = 0; i + 1 < arguments.size() && arguments.at(i) != u"--"; ++i) {
-    if (arguments.at(i) == u"--passphrase-file") arguments[i] += u'=' + arguments.takeAt(i + 1);
-  }
-  return arguments;
-}
-
 template <typename Command>
 std::variant<HistoryCommand, UsageError> parseArchive(const QString& name, const QStringList& given) {
   constexpr QStringView kFile = u"--passphrase-file=";
-  const CommandArguments arguments = sortedArguments(withJoinedFile(given));
+  const CommandArguments arguments = sortedArguments(withJoinedValue(given, u"--passphrase-file"));
   Command command;
   for (const QString& option : arguments.options) {
     if (option == kFile || option == kFile.chopped(1))

@@ -31,17 +31,9 @@ QString missingFile() {
   return Texts::tr("falta el nombre del archivo");
 }
 
-/// Joins an option with the value that is an argument of its own: "--source ID" becomes "--source=ID".
-QStringList withJoinedSource(QStringList arguments) {
-  for (qsizetype i = 0; i + 1 < arguments.size() && arguments.at(i) != u"--"; ++i) {
-    if (arguments.at(i) == u"--source") arguments[i] += u'=' + arguments.takeAt(i + 1);
-  }
-  return arguments;
-}
-
 std::variant<TextCommand, UsageError> parseClassify(const QStringList& given) {
   constexpr QStringView kSource = u"--source=";
-  const CommandArguments arguments = sortedArguments(withJoinedSource(given));
+  const CommandArguments arguments = sortedArguments(withJoinedValue(given, u"--source"));
   ClassifyCommand command;
   for (const QString& option : arguments.options) {
     if (option == u"--no-codes")

@@ -2,16 +2,12 @@
 
 #include <thread>
 
-#include "capture/model/ClipItem.h"
 #include "capture/model/Log.h"
+#include "storage/BlobName.h"
 #include "storage/ContentHash.h"
 
 namespace nimbrel {
 namespace {
-
-QString newFileName(const QString& extension) {
-  return clipIdText(QUuid::createUuid()) + u'.' + extension;
-}
 
 /// What may wait to be decoded: six of the largest images, or hundreds of screenshots.
 constexpr qint64 kMaxWaitingBytes = 128LL << 20;
@@ -67,7 +63,7 @@ std::optional<PreparedImage> ClipFiles::prepare(const QByteArray& data) {
 
 void ClipFiles::storeImage(const PreparedImage& image, Stored done) {
   fileQueue_.post([this, png = image.png, done = std::move(done)] {
-    const QString name = newFileName(QStringLiteral("png"));
+    const QString name = newBlobName(QStringLiteral("png"));
     const auto stored = files_.saveImage(png, name) ? std::optional(name) : std::nullopt;
     calls_.post([done, stored] { done(stored); });
   });
@@ -75,7 +71,7 @@ void ClipFiles::storeImage(const PreparedImage& image, Stored done) {
 
 void ClipFiles::storeRich(const RichContent& content, Stored done) {
   fileQueue_.post([this, content, done = std::move(done)] {
-    const QString name = newFileName(content.fileExtension);
+    const QString name = newBlobName(content.fileExtension);
     const auto stored = files_.saveRich(content.data, name) ? std::optional(name) : std::nullopt;
     calls_.post([done, stored] { done(stored); });
   });

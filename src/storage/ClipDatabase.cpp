@@ -12,7 +12,6 @@
 namespace nimbrel {
 namespace {
 
-constexpr int kSchemaVersion = 2;
 constexpr QFile::Permissions kOwnerOnly = QFile::ReadOwner | QFile::WriteOwner;
 
 constexpr const char* kSchema =
@@ -76,7 +75,7 @@ std::unique_ptr<SQLiteConnection> openAndMigrate(const QString& path) {
   // Asked before anything that writes, so that a file that is not ours to change stays byte for byte as it
   // is.
   const std::int64_t found = disk->integer("PRAGMA user_version");
-  if (found > kSchemaVersion) {
+  if (found > kDatabaseSchema) {
     disk->keepLogOnClose();
     throw SQLError(SQLITE_ERROR,
                    QStringLiteral("la escribió una versión más reciente de Nimbrel (esquema %1)").arg(found));

@@ -11,6 +11,9 @@ struct sqlite3_stmt;
 
 namespace nimbrel {
 
+/// The version of the database that this program writes.
+inline constexpr int kDatabaseSchema = 2;
+
 /// The bindings of the upsert for a clip, its payload sealed; nothing when sealing fails.
 [[nodiscard]] std::optional<std::vector<SQLValue>> rowOf(const ClipItem& clip, HistoryCipher& cipher);
 

@@ -6,9 +6,6 @@
 
 namespace nimbrel {
 
-/// The version of the database that this program writes.
-inline constexpr int kDatabaseSchema = 2;
-
 /// How a history's database is.
 struct DatabaseHealth final {
   enum class State {

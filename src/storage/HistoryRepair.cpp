@@ -13,7 +13,7 @@
 #include <cstring>
 
 #include "storage/ClipDatabase.h"
-#include "storage/DatabaseHealth.h"
+#include "storage/ClipRows.h"
 #include "storage/SQLiteConnection.h"
 #include "storage/Salvage.h"
 

@@ -2,22 +2,17 @@
 
 #include <QJsonDocument>
 #include <QJsonObject>
-
 #include <cmath>
 
 #include "capture/CaptureDecision.h"
 #include "capture/ImportedClips.h"
 #include "capture/SecretClips.h"
 #include "capture/model/TextRules.h"
+#include "storage/BlobName.h"
 #include "storage/ContentHash.h"
 
 namespace nimbrel {
 namespace {
-
-/// As a clip's own files are named.
-QString fileName(const QString& extension) {
-  return clipIdText(QUuid::createUuid()) + u'.' + extension;
-}
 
 std::optional<ClipItem> decoded(const QByteArray& json) {
   const QJsonDocument document = QJsonDocument::fromJson(json);
@@ -176,12 +171,12 @@ bool HistoryImport::storeFiles(Archived& archived) {
   clip.richFile.reset();
   clip.richHash.reset();
   if (archived.image) {
-    clip.imageFile = fileName(QStringLiteral("png"));
+    clip.imageFile = newBlobName(QStringLiteral("png"));
     if (!parts_.files.saveImage(*archived.image, *clip.imageFile)) return false;
     stored_.images.append(*clip.imageFile);
   }
   if (!hasRich) return true;
-  const QString name = fileName(extension);
+  const QString name = newBlobName(extension);
   // A text without its formatting is better than none.
   if (!parts_.files.saveRich(*archived.rich, name)) return true;
   stored_.rich.append(name);

@@ -2,6 +2,9 @@
 
 #include <QString>
 #include <QStringView>
+#include <array>
+
+#include "platform/InstanceRequests.h"
 
 namespace nimbrel::bus {
 
@@ -13,6 +16,19 @@ inline constexpr const char* kInterface = "app.nimbrel.Nimbrel";
 /// The search provider of GNOME Shell (developer.gnome.org, "Search provider").
 inline constexpr const char* kSearchPath = "/app/nimbrel/Nimbrel/SearchProvider";
 inline constexpr const char* kSearchInterface = "org.gnome.Shell.SearchProvider2";
+
+/// The method of each intent.
+struct IntentMethod final {
+  Intent intent;
+  const char* name;
+};
+inline constexpr std::array kIntentMethods{
+    IntentMethod{Intent::copyLatestClip, "CopyLatestClip"},
+    IntentMethod{Intent::searchHistory, "SearchHistory"},
+    IntentMethod{Intent::toggleCapture, "ToggleCapture"},
+    IntentMethod{Intent::pasteFromCollection, "PasteFromCollection"},
+    IntentMethod{Intent::listCollections, "ListCollections"},
+};
 
 inline constexpr const char* kProperties = "org.freedesktop.DBus.Properties";
 inline constexpr const char* kCaptureSwitched = "CaptureSwitched";

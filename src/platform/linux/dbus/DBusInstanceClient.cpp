@@ -4,6 +4,7 @@
 #include <QDBusConnectionInterface>
 #include <QDBusError>
 #include <QDeadlineTimer>
+#include <algorithm>
 #include <chrono>
 #include <thread>
 
@@ -56,19 +57,9 @@ QString errorOf(const QDBusMessage& answer) {
 }
 
 QString methodOf(Intent intent) {
-  switch (intent) {
-    case Intent::copyLatestClip:
-      return QStringLiteral("CopyLatestClip");
-    case Intent::searchHistory:
-      return QStringLiteral("SearchHistory");
-    case Intent::toggleCapture:
-      return QStringLiteral("ToggleCapture");
-    case Intent::pasteFromCollection:
-      return QStringLiteral("PasteFromCollection");
-    case Intent::listCollections:
-      return QStringLiteral("ListCollections");
-  }
-  return {};
+  const auto* const method = std::find_if(bus::kIntentMethods.begin(), bus::kIntentMethods.end(),
+                                          [&](const auto& one) { return one.intent == intent; });
+  return QLatin1String(method->name);
 }
 
 bool hasArgument(Intent intent) {

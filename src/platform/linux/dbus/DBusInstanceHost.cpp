@@ -4,6 +4,7 @@
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QVariantMap>
+#include <algorithm>
 #include <utility>
 
 #include "platform/linux/dbus/BusNames.h"
@@ -180,17 +181,12 @@ bool DBusInstanceHost::answerAtOnce(const BusCall& call) {
 }
 
 bool DBusInstanceHost::answerIntent(const BusCall& call) {
-  static const QHash<QString, Intent> intents{
-      {QStringLiteral("CopyLatestClip"), Intent::copyLatestClip},
-      {QStringLiteral("SearchHistory"), Intent::searchHistory},
-      {QStringLiteral("ToggleCapture"), Intent::toggleCapture},
-      {QStringLiteral("PasteFromCollection"), Intent::pasteFromCollection},
-      {QStringLiteral("ListCollections"), Intent::listCollections},
-  };
-  const auto intent = intents.find(call.member);
-  if (intent == intents.end() || !requests_.perform) return false;
-  requests_.perform({*intent, call.arguments.value(0).toString()},
-                    [this, call, intent = *intent](const IntentReply& outcome) {
+  const auto* const method =
+      std::find_if(bus::kIntentMethods.begin(), bus::kIntentMethods.end(),
+                   [&](const auto& one) { return call.member == QLatin1String(one.name); });
+  if (method == bus::kIntentMethods.end() || !requests_.perform) return false;
+  requests_.perform({method->intent, call.arguments.value(0).toString()},
+                    [this, call, intent = method->intent](const IntentReply& outcome) {
                       if (outcome.error.isEmpty()) return reply(call, valuesOf(intent, outcome));
                       replyError(call, outcome.error, outcome.message);
                     });
