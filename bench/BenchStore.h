@@ -84,15 +84,15 @@ class NoKeys final : public KeyReader {
 class NoImages final : public ImageCodec {
  public:
   [[nodiscard]] std::variant<Encoded, ImageError> encodePng(const QByteArray&, int,
-                                                            const std::stop_token&) override {
+                                                            const StopToken&) override {
     return ImageError{};
   }
   [[nodiscard]] std::variant<QImage, ImageError> thumbnail(const QByteArray&, int,
-                                                           const std::stop_token&) override {
+                                                           const StopToken&) override {
     return ImageError{};
   }
   [[nodiscard]] std::variant<QByteArray, ImageError> convert(const QByteArray&, Format,
-                                                             const std::stop_token&) override {
+                                                             const StopToken&) override {
     return ImageError{};
   }
 };

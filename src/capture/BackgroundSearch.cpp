@@ -12,19 +12,19 @@ BackgroundSearch::~BackgroundSearch() {
 }
 
 void BackgroundSearch::cancel() {
-  stop_.request_stop();
+  stop_.requestStop();
   found_ = {};
   ++question_;
 }
 
 void BackgroundSearch::start(const ClipQuery& query, const HistorySnapshot& history, Found found) {
   cancel();
-  stop_ = std::stop_source();
+  stop_ = StopSource();
   found_ = std::move(found);
-  queue_.post([this, query, history, question = question_, stop = stop_.get_token()] {
-    if (stop.stop_requested()) return;
+  queue_.post([this, query, history, question = question_, stop = stop_.token()] {
+    if (stop.stopRequested()) return;
     const FoundClips clips = findClips(query, history, database_, stop);
-    if (stop.stop_requested()) return;
+    if (stop.stopRequested()) return;
     calls_.post([this, question, clips] {
       if (question == question_) std::exchange(found_, {})(clips);
     });

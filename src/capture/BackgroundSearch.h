@@ -1,10 +1,10 @@
 #pragma once
 
 #include <functional>
-#include <stop_token>
 
 #include "capture/HistorySearch.h"
 #include "capture/MainThreadCalls.h"
+#include "platform/StopToken.h"
 #include "storage/SerialQueue.h"
 
 namespace nimbrel {
@@ -37,7 +37,7 @@ class BackgroundSearch final {
   /// Who asked last; empty once answered.
   Found found_;
   int question_ = 0;
-  std::stop_source stop_;
+  StopSource stop_;
   MainThreadCalls calls_;
   // Last member, first to go: what it still runs uses all of the above.
   SerialQueue queue_;

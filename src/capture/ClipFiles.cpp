@@ -1,6 +1,6 @@
 #include "capture/ClipFiles.h"
 
-#include <thread>
+#include <future>
 
 #include "capture/model/Log.h"
 #include "storage/BlobName.h"
@@ -43,16 +43,15 @@ void ClipFiles::prepareImage(const QByteArray& data,
 }
 
 std::optional<PreparedImage> ClipFiles::prepare(const QByteArray& data) {
-  const std::stop_source stop;
+  const StopSource stop;
   {
     const std::lock_guard lock(mutex_);
     running_ = stop;
   }
   using Outcome = std::variant<ImageCodec::Encoded, ImageError>;
-  auto outcome =
-      givesUp_ ? Outcome(ImageError{}) : codec_.encodePng(data, kThumbnailPixels, stop.get_token());
+  auto outcome = givesUp_ ? Outcome(ImageError{}) : codec_.encodePng(data, kThumbnailPixels, stop.token());
   if (const auto* const error = std::get_if<ImageError>(&outcome)) {
-    const bool lost = givesUp_ || stop.stop_requested();
+    const bool lost = givesUp_ || stop.stopRequested();
     logFailure(kCannotStore, lost ? QStringLiteral("se perdió al cerrar") : error->description);
     return std::nullopt;
   }
@@ -111,14 +110,16 @@ void ClipFiles::giveUpSlowImages(std::chrono::milliseconds patience, const std::
   for (int round = 1; done.wait_for(patience) == std::future_status::timeout; ++round) {
     if (round >= kRounds) givesUp_ = true;
     const std::lock_guard lock(mutex_);
-    running_.request_stop();
+    running_.requestStop();
   }
 }
 
 void ClipFiles::finish(std::chrono::milliseconds patience) {
   std::promise<void> finished;
-  const std::jthread watch(
-      [this, patience, done = finished.get_future()] { giveUpSlowImages(patience, done); });
+  // Ends, and is waited for, when everything else has.
+  const auto watch = std::async(std::launch::async, [this, patience, done = finished.get_future()] {
+    giveUpSlowImages(patience, done);
+  });
   // An image is decoded, told, and only then stored and told again.
   for (int round = 0; round < 2; ++round) {
     imageQueue_.runAndWait([] {});

@@ -4,11 +4,11 @@
 #include <chrono>
 #include <future>
 #include <mutex>
-#include <stop_token>
 
 #include "capture/CaptureServices.h"
 #include "capture/MainThreadCalls.h"
 #include "platform/ImageCodec.h"
+#include "platform/StopToken.h"
 #include "storage/BlobFiles.h"
 #include "storage/ClipDatabase.h"
 #include "storage/SerialQueue.h"
@@ -55,7 +55,7 @@ class ClipFiles final : public SideFiles {
 
   std::mutex mutex_;
   /// Stops the image that is being decoded.
-  std::stop_source running_;
+  StopSource running_;
   std::atomic<bool> givesUp_ = false;
   /// Bytes of images that wait to be decoded.
   std::atomic<qint64> waitingBytes_ = 0;

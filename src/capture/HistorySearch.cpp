@@ -63,10 +63,10 @@ void fetch(const HistorySnapshot& history, qsizetype row) {
 /// The accepted clips of a part of the history.
 template <typename Accepts>
 FoundClips scan(const HistorySnapshot& history, qsizetype from, qsizetype to, const Accepts& accepts,
-                const std::stop_token& stop) {
+                const StopToken& stop) {
   FoundClips found;
   for (qsizetype row = from; row < to; ++row) {
-    if (row % kStride == 0 && stop.stop_requested()) break;
+    if (row % kStride == 0 && stop.stopRequested()) break;
     fetch(history, row);
     const ClipRef& clip = history.at(row);
     if (!accepts(*clip)) continue;
@@ -86,7 +86,7 @@ void append(FoundClips& found, const FoundClips& more) {
 }  // namespace
 
 FoundClips findClips(const ClipQuery& query, const HistorySnapshot& history, ClipDatabase& database,
-                     const std::stop_token& stop) {
+                     const StopToken& stop) {
   const Query split = splitQuery(query.text);
   const auto indexed = split.longTerms.isEmpty() ? std::nullopt : database.search(split.longTerms);
   const QList<QByteArray> terms = indexed ? split.shortTerms : split.longTerms + split.shortTerms;

@@ -4,10 +4,10 @@
 #include <QString>
 #include <QUuid>
 #include <optional>
-#include <stop_token>
 
 #include "capture/HistoryList.h"
 #include "capture/model/ClipFilter.h"
+#include "platform/StopToken.h"
 #include "storage/ClipDatabase.h"
 
 namespace nimbrel {
@@ -35,7 +35,7 @@ struct FoundClips final {
 /// shorter ones and while the index cannot answer. With a text, sensitive clips are never found. Any thread;
 /// *waits* for the index. What comes of a stopped search is of no use.
 [[nodiscard]] FoundClips findClips(const ClipQuery& query, const HistorySnapshot& history,
-                                   ClipDatabase& database, const std::stop_token& stop = {});
+                                   ClipDatabase& database, const StopToken& stop = {});
 
 /// Whether one clip is an answer to a query, by the same rules.
 [[nodiscard]] bool matchesQuery(const IndexedClip& clip, const ClipQuery& query);

@@ -9,13 +9,13 @@ namespace nimbrel {
 namespace {
 
 std::optional<QString> recognizeText(SideFiles& files, TextRecognizer& recognizer, const QString& imageFile,
-                                     const std::stop_token& stop) {
+                                     const StopToken& stop) {
   auto data = files.loadImage(imageFile);
   if (!data) return std::nullopt;
   const WipedBytes picture(std::move(*data));
   auto outcome = recognizer.recognizeText(picture.bytes(), stop);
   if (const auto* const error = std::get_if<ImageError>(&outcome)) {
-    if (!stop.stop_requested()) logFailure("OCR", error->description);
+    if (!stop.stopRequested()) logFailure("OCR", error->description);
     return std::nullopt;
   }
   return joinedLines(std::get<QList<RecognizedLine>>(std::move(outcome)));
@@ -39,7 +39,7 @@ ImageTextReader::ImageTextReader(SideFiles& files, TextRecognizer& recognizer)
       queue_(QStringLiteral("Nimbrel.ocr"), SerialQueue::Priority::utility) {}
 
 ImageTextReader::~ImageTextReader() {
-  stop_.request_stop();
+  stop_.requestStop();
 }
 
 void ImageTextReader::enqueue(const QUuid& id, const QString& imageFile) {
@@ -52,13 +52,13 @@ void ImageTextReader::enqueue(const QUuid& id, const QString& imageFile) {
 }
 
 void ImageTextReader::cancel(const QUuid& id) {
-  if (reading_ && !ocrPending_.isEmpty() && ocrPending_.first().id == id) stop_.request_stop();
+  if (reading_ && !ocrPending_.isEmpty() && ocrPending_.first().id == id) stop_.requestStop();
   if (ocrPending_.removeIf([&](const Task& task) { return task.id == id; }) > 0) tellPending();
 }
 
 void ImageTextReader::cancelAll() {
   if (ocrPending_.isEmpty()) return;
-  if (reading_) stop_.request_stop();
+  if (reading_) stop_.requestStop();
   ocrPending_.clear();
   tellPending();
 }
@@ -74,8 +74,8 @@ void ImageTextReader::tellPending() const {
 void ImageTextReader::startNext() {
   reading_ = !ocrPending_.isEmpty();
   if (!reading_) return;
-  stop_ = std::stop_source();
-  queue_.post([this, task = ocrPending_.first(), stop = stop_.get_token()] {
+  stop_ = StopSource();
+  queue_.post([this, task = ocrPending_.first(), stop = stop_.token()] {
     calls_.post([this, task, text = recognizeText(files_, recognizer_, task.imageFile, stop)] {
       finish(task, text);
     });

@@ -5,10 +5,10 @@
 #include <QUuid>
 #include <functional>
 #include <optional>
-#include <stop_token>
 
 #include "capture/CaptureServices.h"
 #include "capture/MainThreadCalls.h"
+#include "platform/StopToken.h"
 #include "platform/TextRecognizer.h"
 #include "storage/SerialQueue.h"
 
@@ -58,7 +58,7 @@ class ImageTextReader final : public ImageTextQueue {
   QList<Task> ocrPending_;
   bool reading_ = false;
   quint64 lastNumber_ = 0;
-  std::stop_source stop_;
+  StopSource stop_;
   MainThreadCalls calls_;
   // Last member, first to go: what it still runs uses all of the above.
   SerialQueue queue_;

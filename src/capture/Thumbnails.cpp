@@ -23,7 +23,7 @@ Thumbnails::Thumbnails(SideFiles& files, ImageCodec& codec)
       queue_(QStringLiteral("Nimbrel.thumbnails"), SerialQueue::Priority::userInitiated) {}
 
 Thumbnails::~Thumbnails() {
-  stop_.request_stop();
+  stop_.requestStop();
 }
 
 QImage Thumbnails::thumbnail(const QString& file) {
@@ -34,8 +34,8 @@ QImage Thumbnails::thumbnail(const QString& file) {
 
 void Thumbnails::make(const QString& file) {
   asked_.insert(file);
-  queue_.post([this, file, stop = stop_.get_token()] {
-    if (stop.stop_requested()) return;
+  queue_.post([this, file, stop = stop_.token()] {
+    if (stop.stopRequested()) return;
     auto data = files_.loadImage(file);
     if (!data) return;
     const WipedBytes picture(std::move(*data));

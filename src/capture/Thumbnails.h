@@ -5,11 +5,11 @@
 #include <QObject>
 #include <QSet>
 #include <QString>
-#include <stop_token>
 
 #include "capture/CaptureServices.h"
 #include "capture/MainThreadCalls.h"
 #include "platform/ImageCodec.h"
+#include "platform/StopToken.h"
 #include "storage/SerialQueue.h"
 
 namespace nimbrel {
@@ -42,7 +42,7 @@ class Thumbnails final : public QObject {
   QCache<QString, QImage> cache_;
   /// Being made, or not to be made: in neither case asked for again.
   QSet<QString> asked_;
-  std::stop_source stop_;
+  StopSource stop_;
   MainThreadCalls calls_;
   // Last member, first to go: what it still runs uses all of the above.
   SerialQueue queue_;

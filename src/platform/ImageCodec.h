@@ -3,8 +3,9 @@
 #include <QByteArray>
 #include <QImage>
 #include <QString>
-#include <stop_token>
 #include <variant>
+
+#include "platform/StopToken.h"
 
 namespace nimbrel {
 
@@ -33,14 +34,14 @@ class ImageCodec {
   /// same pixels at the same density always as the same bytes. The thumbnail is made on the way, as
   /// `thumbnail` does.
   [[nodiscard]] virtual std::variant<Encoded, ImageError> encodePng(const QByteArray& image, int maxPixelSize,
-                                                                    const std::stop_token& stop) = 0;
+                                                                    const StopToken& stop) = 0;
 
   /// The image, upright, scaled down to fit a square of `maxPixelSize` pixels; smaller ones keep their size.
   [[nodiscard]] virtual std::variant<QImage, ImageError> thumbnail(const QByteArray& image, int maxPixelSize,
-                                                                   const std::stop_token& stop) = 0;
+                                                                   const StopToken& stop) = 0;
 
   [[nodiscard]] virtual std::variant<QByteArray, ImageError> convert(const QByteArray& image, Format format,
-                                                                     const std::stop_token& stop) = 0;
+                                                                     const StopToken& stop) = 0;
 };
 
 }  // namespace nimbrel

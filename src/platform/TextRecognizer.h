@@ -4,10 +4,10 @@
 #include <QList>
 #include <QRectF>
 #include <QString>
-#include <stop_token>
 #include <variant>
 
 #include "platform/ImageCodec.h"
+#include "platform/StopToken.h"
 
 namespace nimbrel {
 
@@ -27,7 +27,7 @@ class TextRecognizer {
   /// The lines in the recognizer's own order; an image without text has none. May take many seconds, so never
   /// on the main thread; otherwise any thread, one image at a time. A requested stop makes it fail soon.
   [[nodiscard]] virtual std::variant<QList<RecognizedLine>, ImageError> recognizeText(
-      const QByteArray& image, const std::stop_token& stop) = 0;
+      const QByteArray& image, const StopToken& stop) = 0;
 };
 
 }  // namespace nimbrel

@@ -12,13 +12,13 @@ ImageConversions::ImageConversions(ImageCodec* codec, std::function<void()> fini
 }
 
 ImageConversions::~ImageConversions() {
-  stop_.request_stop();
+  stop_.requestStop();
   pool_.clear();
   pool_.waitForDone();
 }
 
 void ImageConversions::start(quint64 ticket, const QByteArray& image, ImageCodec::Format format) {
-  pool_.start([this, ticket, image, format, stop = stop_.get_token()] {
+  pool_.start([this, ticket, image, format, stop = stop_.token()] {
     auto outcome = codec_->convert(image, format, stop);
     auto* const bytes = std::get_if<QByteArray>(&outcome);
     {

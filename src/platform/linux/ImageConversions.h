@@ -6,9 +6,9 @@
 #include <functional>
 #include <mutex>
 #include <optional>
-#include <stop_token>
 
 #include "platform/ImageCodec.h"
+#include "platform/StopToken.h"
 
 namespace nimbrel {
 
@@ -38,7 +38,7 @@ class ImageConversions final {
   std::function<void()> finished_;
   std::mutex mutex_;
   QList<Result> results_;
-  std::stop_source stop_;
+  StopSource stop_;
   QThreadPool pool_;
 };
 

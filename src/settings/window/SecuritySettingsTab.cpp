@@ -93,7 +93,7 @@ QWidget* SecuritySettingsTab::makeStatus() {
 void SecuritySettingsTab::showSettings() {
   const SettingsValues& values = parts_.settings.values();
   lock_->setChecked(values.lockMode != LockMode::disabled);
-  const auto show = [this](Picker* picker, qint64 seconds) {
+  const auto show = [](Picker* picker, qint64 seconds) {
     if (seconds < 0)
       picker->setChoice(kKeep, {});
     else

@@ -47,7 +47,7 @@ ConfinedImageCodec::ConfinedImageCodec(const QString& program)
 
 std::variant<ImageCodec::Encoded, ImageError> ConfinedImageCodec::encodePng(const QByteArray& image,
                                                                             int maxPixelSize,
-                                                                            const std::stop_token& stop) {
+                                                                            const StopToken& stop) {
   return taken<Encoded>(
       helper_.ask({.task = ImagingTask::encodePng, .maxPixelSize = maxPixelSize, .image = image}, stop),
       [maxPixelSize](ImagingReply reply) -> std::variant<Encoded, ImageError> {
@@ -57,7 +57,7 @@ std::variant<ImageCodec::Encoded, ImageError> ConfinedImageCodec::encodePng(cons
 }
 
 std::variant<QImage, ImageError> ConfinedImageCodec::thumbnail(const QByteArray& image, int maxPixelSize,
-                                                               const std::stop_token& stop) {
+                                                               const StopToken& stop) {
   return taken<QImage>(
       helper_.ask({.task = ImagingTask::thumbnail, .maxPixelSize = maxPixelSize, .image = image}, stop),
       [maxPixelSize](ImagingReply reply) -> std::variant<QImage, ImageError> {
@@ -67,7 +67,7 @@ std::variant<QImage, ImageError> ConfinedImageCodec::thumbnail(const QByteArray&
 }
 
 std::variant<QByteArray, ImageError> ConfinedImageCodec::convert(const QByteArray& image, Format format,
-                                                                 const std::stop_token& stop) {
+                                                                 const StopToken& stop) {
   return taken<QByteArray>(helper_.ask({.task = taskOf(format), .maxPixelSize = 0, .image = image}, stop),
                            [](ImagingReply reply) { return std::move(reply.data); });
 }
@@ -75,8 +75,8 @@ std::variant<QByteArray, ImageError> ConfinedImageCodec::convert(const QByteArra
 ConfinedTextRecognizer::ConfinedTextRecognizer(const QString& program)
     : helper_(program, ImagingSkill::text, kTextLimit) {}
 
-std::variant<QList<RecognizedLine>, ImageError> ConfinedTextRecognizer::recognizeText(
-    const QByteArray& image, const std::stop_token& stop) {
+std::variant<QList<RecognizedLine>, ImageError> ConfinedTextRecognizer::recognizeText(const QByteArray& image,
+                                                                                      const StopToken& stop) {
   return taken<QList<RecognizedLine>>(
       helper_.ask({.task = ImagingTask::recognizeText, .maxPixelSize = 0, .image = image}, stop),
       [](ImagingReply reply) { return std::move(reply.lines); });

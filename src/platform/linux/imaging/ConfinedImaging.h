@@ -12,11 +12,11 @@ class ConfinedImageCodec final : public ImageCodec {
   explicit ConfinedImageCodec(const QString& program);
 
   [[nodiscard]] std::variant<Encoded, ImageError> encodePng(const QByteArray& image, int maxPixelSize,
-                                                            const std::stop_token& stop) override;
+                                                            const StopToken& stop) override;
   [[nodiscard]] std::variant<QImage, ImageError> thumbnail(const QByteArray& image, int maxPixelSize,
-                                                           const std::stop_token& stop) override;
+                                                           const StopToken& stop) override;
   [[nodiscard]] std::variant<QByteArray, ImageError> convert(const QByteArray& image, Format format,
-                                                             const std::stop_token& stop) override;
+                                                             const StopToken& stop) override;
 
   [[nodiscard]] ImagingHelper& helper() { return helper_; }
 
@@ -29,8 +29,8 @@ class ConfinedTextRecognizer final : public TextRecognizer {
  public:
   explicit ConfinedTextRecognizer(const QString& program);
 
-  [[nodiscard]] std::variant<QList<RecognizedLine>, ImageError> recognizeText(
-      const QByteArray& image, const std::stop_token& stop) override;
+  [[nodiscard]] std::variant<QList<RecognizedLine>, ImageError> recognizeText(const QByteArray& image,
+                                                                              const StopToken& stop) override;
 
   [[nodiscard]] ImagingHelper& helper() { return helper_; }
 

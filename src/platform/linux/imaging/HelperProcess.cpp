@@ -164,9 +164,9 @@ bool HelperProcess::endedInPeace() {
 
 std::variant<QByteArray, HelperProcess::Failure> HelperProcess::exchange(const QByteArray& frame,
                                                                          Deadline deadline,
-                                                                         const std::stop_token& stop) {
+                                                                         const StopToken& stop) {
   const FileDescriptor stopped(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK));
-  const std::stop_callback wake(stop, [&stopped] { eventfd_write(stopped.get(), 1); });
+  const StopCallback wake(stop, [&stopped] { eventfd_write(stopped.get(), 1); });
   const Patience patience{deadline, stopped.get()};
   for (const QByteArray& part : {frameHeader(frame), frame}) {
     if (const auto failure = send(part, patience)) return *failure;

@@ -8,9 +8,9 @@
 #include <chrono>
 #include <memory>
 #include <optional>
-#include <stop_token>
 #include <variant>
 
+#include "platform/StopToken.h"
 #include "platform/linux/FileDescriptor.h"
 
 namespace nimbrel {
@@ -46,7 +46,7 @@ class HelperProcess final {
   /// Sends one frame and waits for the other, until the deadline or a requested stop. After a failure the
   /// process is of no use.
   [[nodiscard]] std::variant<QByteArray, Failure> exchange(const QByteArray& frame, Deadline deadline,
-                                                           const std::stop_token& stop);
+                                                           const StopToken& stop);
 
   [[nodiscard]] pid_t processId() const;
   /// Whether it has not ended yet, as far as is known.

@@ -34,14 +34,14 @@ bool ImagingHelper::ensureStarted() {
 }
 
 std::variant<QByteArray, HelperProcess::Failure> ImagingHelper::exchange(const QByteArray& frame,
-                                                                         const std::stop_token& stop) {
+                                                                         const StopToken& stop) {
   auto reply = process_->exchange(frame, std::chrono::steady_clock::now() + timeLimit_, stop);
   if (std::holds_alternative<HelperProcess::Failure>(reply)) process_.reset();
   return reply;
 }
 
 std::variant<ImagingReply, ImageError> ImagingHelper::ask(const ImagingRequest& request,
-                                                          const std::stop_token& stop) {
+                                                          const StopToken& stop) {
   const QByteArray frame = encodeRequest(request);
   if (frame.size() > static_cast<qsizetype>(kMaxImagingFrame))
     return ImageError{QStringLiteral("la imagen es demasiado grande")};

@@ -4,9 +4,9 @@
 #include <chrono>
 #include <mutex>
 #include <optional>
-#include <stop_token>
 #include <variant>
 
+#include "platform/StopToken.h"
 #include "platform/linux/imaging/HelperProcess.h"
 #include "platform/linux/imaging/ImagingMessages.h"
 
@@ -24,7 +24,7 @@ class ImagingHelper final {
 
   /// The reply, or why there is none. A requested stop kills the helper over its work.
   [[nodiscard]] std::variant<ImagingReply, ImageError> ask(const ImagingRequest& request,
-                                                           const std::stop_token& stop = {});
+                                                           const StopToken& stop = {});
 
   /// Ends the helper, if it runs; the next request starts another. For what the helper holds in memory.
   void end();
@@ -35,7 +35,7 @@ class ImagingHelper final {
  private:
   [[nodiscard]] bool ensureStarted();
   [[nodiscard]] std::variant<QByteArray, HelperProcess::Failure> exchange(const QByteArray& frame,
-                                                                          const std::stop_token& stop);
+                                                                          const StopToken& stop);
 
   const QString program_;
   const ImagingSkill skill_;

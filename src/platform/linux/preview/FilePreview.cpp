@@ -7,7 +7,7 @@ FilePreview::FilePreview(ImageCodec& codec) : codec_(codec) {
 }
 
 FilePreview::~FilePreview() {
-  loading_.request_stop();
+  loading_.requestStop();
   closeHandler_ = {};
 }
 
@@ -15,7 +15,7 @@ PreviewWindow& FilePreview::made() {
   if (!window_) {
     window_ = std::make_unique<PreviewWindow>();
     connect(window_.get(), &PreviewWindow::closed, this, [this] {
-      loading_.request_stop();
+      loading_.requestStop();
       if (closeHandler_) closeHandler_();
     });
   }
@@ -27,16 +27,16 @@ void FilePreview::orderFront(const QRect& beside) {
 }
 
 void FilePreview::reload(const std::optional<QUrl>& item) {
-  loading_.request_stop();
+  loading_.requestStop();
   loading_ = {};
   if (!item) return made().setContent({{}, PreviewNothing{}});
-  loader_.start([this, path = item->toLocalFile(), stop = loading_.get_token()] {
-    if (stop.stop_requested()) return;
+  loader_.start([this, path = item->toLocalFile(), stop = loading_.token()] {
+    if (stop.stopRequested()) return;
     const PreviewContent content = loadPreview(path, codec_, stop);
     QMetaObject::invokeMethod(
         this,
         [this, content, stop] {
-          if (!stop.stop_requested()) made().setContent(content);
+          if (!stop.stopRequested()) made().setContent(content);
         },
         Qt::QueuedConnection);
   });

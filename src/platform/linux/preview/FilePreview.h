@@ -3,9 +3,9 @@
 #include <QObject>
 #include <QThreadPool>
 #include <memory>
-#include <stop_token>
 
 #include "platform/PreviewPanel.h"
+#include "platform/StopToken.h"
 #include "platform/linux/preview/PreviewWindow.h"
 
 namespace nimbrel {
@@ -30,7 +30,7 @@ class FilePreview final : public QObject, public PreviewPanel {
   std::function<void()> closeHandler_;
   std::unique_ptr<PreviewWindow> window_;
   /// Stops the file that is being loaded; what it would give is not wanted any more.
-  std::stop_source loading_;
+  StopSource loading_;
   // Last member, first to go: it waits for what it still runs.
   QThreadPool loader_;
 };

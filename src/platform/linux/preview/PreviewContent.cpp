@@ -62,8 +62,7 @@ PreviewFacts factsOf(const QFileInfo& entry, const QMimeType& type) {
   return facts;
 }
 
-std::optional<PreviewPicture> pictureOf(const QFileInfo& entry, ImageCodec& codec,
-                                        const std::stop_token& stop) {
+std::optional<PreviewPicture> pictureOf(const QFileInfo& entry, ImageCodec& codec, const StopToken& stop) {
   if (entry.size() > kMaxPictureBytes) return std::nullopt;
   const auto bytes = readBeginning(entry.filePath(), kMaxPictureBytes);
   if (!bytes) return std::nullopt;
@@ -75,7 +74,7 @@ std::optional<PreviewPicture> pictureOf(const QFileInfo& entry, ImageCodec& code
 
 }  // namespace
 
-PreviewContent loadPreview(const QString& path, ImageCodec& codec, const std::stop_token& stop) {
+PreviewContent loadPreview(const QString& path, ImageCodec& codec, const StopToken& stop) {
   const QFileInfo entry(path);
   if (!entry.exists()) return {{}, PreviewNothing{}};
   const QString title = QUuid::fromString(entry.completeBaseName()).isNull() ? entry.fileName() : QString();

@@ -2,10 +2,10 @@
 
 #include <QImage>
 #include <QString>
-#include <stop_token>
 #include <variant>
 
 #include "platform/ImageCodec.h"
+#include "platform/StopToken.h"
 
 namespace nimbrel {
 
@@ -50,6 +50,6 @@ inline constexpr qsizetype kMaxPreviewCharacters = 50'000;
 /// Reads a file, whatever it is, with bounds on what is read: the beginning of a text, a picture scaled to
 /// the screen, of all else what it is. Only regular files are opened. *Waits* for the disk and the decoder; a
 /// requested stop ends the decoding soon.
-[[nodiscard]] PreviewContent loadPreview(const QString& path, ImageCodec& codec, const std::stop_token& stop);
+[[nodiscard]] PreviewContent loadPreview(const QString& path, ImageCodec& codec, const StopToken& stop);
 
 }  // namespace nimbrel
