@@ -42,7 +42,9 @@ FloatingPanel::FloatingPanel() {
   setMinimumSize(kMinimumSize);
   setMaximumSize(kMaximumSize);
   resize(kSize);
-  handles_ = new ResizeHandles(*this, [this] { return panelRect(); });
+  handles_ = new ResizeHandles(*this, {.visiblePart = [this] { return panelRect(); },
+                                       .frame = [this] { return frame(); },
+                                       .setFrame = [this](const QRect& drawn) { setFrame(drawn); }});
   connect(handles_, &ResizeHandles::resized, this, &FloatingPanel::resizedByUser);
   auto* const box = new QVBoxLayout(this);
   box->setContentsMargins(0, 0, 0, 0);
@@ -52,22 +54,33 @@ void FloatingPanel::setContent(QWidget* content) {
   layout()->addWidget(content);
 }
 
-void FloatingPanel::setBlended(bool blended) {
-  if (blended == blended_ && testAttribute(Qt::WA_Resized)) return;
+QRect FloatingPanel::frame() const {
+  return window_ ? window_->frame() : geometry();
+}
+
+void FloatingPanel::setFrame(const QRect& frame) {
+  if (window_)
+    window_->setFrame(frame);
+  else
+    setGeometry(frame);
+}
+
+void FloatingPanel::setBackdrop(PanelWindow::Backdrop backdrop) {
+  if (backdrop == backdrop_ && testAttribute(Qt::WA_Resized)) return;
   const QSize size = panelSize();
-  blended_ = blended;
+  backdrop_ = backdrop;
   const int margin = shadowMargin();
   // The hairline of the border stays free.
   layout()->setContentsMargins(margin + 1, margin + 1, margin + 1, margin + 1);
   const QSize around(2 * margin, 2 * margin);
   setMinimumSize(kMinimumSize + around);
   setMaximumSize(kMaximumSize + around);
-  resize(size + around);
+  resizePanel(size);
   shape();
 }
 
 int FloatingPanel::shadowMargin() const {
-  return blended_ ? kShadow : 0;
+  return backdrop_ == PanelWindow::Backdrop::translucent ? kShadow : 0;
 }
 
 QRect FloatingPanel::panelRect() const {
@@ -80,11 +93,11 @@ QSize FloatingPanel::panelSize() const {
 }
 
 void FloatingPanel::resizePanel(const QSize& size) {
-  resize(size + QSize(2 * shadowMargin(), 2 * shadowMargin()));
+  setFrame({frame().topLeft(), size + QSize(2 * shadowMargin(), 2 * shadowMargin())});
 }
 
 void FloatingPanel::movePanel(const QPoint& topLeft) {
-  move(topLeft - QPoint(shadowMargin(), shadowMargin()));
+  setFrame({topLeft - QPoint(shadowMargin(), shadowMargin()), frame().size()});
 }
 
 void FloatingPanel::paintEvent(QPaintEvent*) {
@@ -92,7 +105,7 @@ void FloatingPanel::paintEvent(QPaintEvent*) {
   const QRect panel = panelRect();
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
-  if (blended_) drawShadow(painter, panel);
+  if (shadowMargin() > 0) drawShadow(painter, panel);
   painter.fillPath(rounded(panel, kRadius), theme.background);
   painter.setPen(theme.border);
   painter.setBrush(Qt::NoBrush);
@@ -106,7 +119,7 @@ void FloatingPanel::resizeEvent(QResizeEvent* event) {
 }
 
 void FloatingPanel::shape() {
-  if (blended_)
+  if (backdrop_ != PanelWindow::Backdrop::opaque)
     clearMask();
   else
     setMask(QRegion(rounded(rect(), kRadius).toFillPolygon().toPolygon()));

@@ -2,12 +2,14 @@
 
 #include <QWidget>
 
+#include "platform/PanelWindow.h"
+
 namespace nimbrel {
 
 class ResizeHandles;
 
 /// The history panel's window: a rounded frame around its content, with a soft shadow where the desktop
-/// blends windows. How it floats and takes the keyboard is the platform's affair.
+/// blends windows. How it floats, where it is and how it takes the keyboard is the platform's affair.
 class FloatingPanel final : public QWidget {
   Q_OBJECT
 
@@ -21,14 +23,17 @@ class FloatingPanel final : public QWidget {
   /// Puts the content into the frame; the panel takes it over.
   void setContent(QWidget* content);
 
-  /// Whether the shadow is drawn and the corners are smooth.
-  void setBlended(bool blended);
+  /// What from now on moves and resizes the panel, until it is given none; before that it does so by itself.
+  void setWindow(PanelWindow* window) { window_ = window; }
+
+  /// By this the shadow is drawn or not, and the corners are smooth.
+  void setBackdrop(PanelWindow::Backdrop backdrop);
 
   /// The panel without its shadow.
   [[nodiscard]] QSize panelSize() const;
   /// The panel without its shadow, in the window and on the screen.
   [[nodiscard]] QRect panelRect() const;
-  [[nodiscard]] QRect panelArea() const { return panelRect().translated(geometry().topLeft()); }
+  [[nodiscard]] QRect panelArea() const { return panelRect().translated(frame().topLeft()); }
   void resizePanel(const QSize& size);
   void movePanel(const QPoint& topLeft);
 
@@ -44,9 +49,12 @@ class FloatingPanel final : public QWidget {
 
  private:
   [[nodiscard]] int shadowMargin() const;
+  [[nodiscard]] QRect frame() const;
+  void setFrame(const QRect& frame);
   void shape();
 
-  bool blended_ = false;
+  PanelWindow* window_ = nullptr;
+  PanelWindow::Backdrop backdrop_ = PanelWindow::Backdrop::opaque;
   ResizeHandles* handles_;
 };
 

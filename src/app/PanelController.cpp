@@ -26,6 +26,7 @@ PanelController::PanelController(const PanelParts& parts)
     : parts_(parts), content_(new ContentView(parts.services, &panel_)) {
   panel_.setContent(content_);
   window_ = parts_.makeWindow(panel_);
+  panel_.setWindow(window_.get());
   window_->setResignHandler([this] { resignKey(); });
   pasteTimer_.setSingleShot(true);
   pasteTimer_.setInterval(kPasteDelay);
@@ -71,6 +72,7 @@ void PanelController::connectPreview() {
 }
 
 PanelController::~PanelController() {
+  panel_.setWindow(nullptr);
   window_->setResignHandler({});
 }
 
@@ -89,7 +91,7 @@ void PanelController::showPanel() {
   // A keystroke still on its way would land in the panel.
   pasteTimer_.stop();
   parts_.services.permission.recheck();
-  panel_.setBlended(window_->blendsWithDesktop());
+  panel_.setBackdrop(window_->backdrop());
   window_->setPanelArea(panel_.panelRect());
   panel_.movePanel(panelOrigin(panel_.panelSize(), QCursor::pos(), screenFrames()));
   window_->present();

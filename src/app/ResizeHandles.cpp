@@ -64,14 +64,14 @@ class ResizeHandles::Handle final : public QWidget {
  protected:
   void mousePressEvent(QMouseEvent* event) override {
     pressed_ = event->globalPosition().toPoint();
-    before_ = panel_.geometry();
+    before_ = owner_.access_.frame();
   }
   void mouseMoveEvent(QMouseEvent* event) override {
     if (event->buttons() & Qt::LeftButton)
-      panel_.setGeometry(drawn(before_, edges, event->globalPosition().toPoint() - pressed_, panel_));
+      owner_.access_.setFrame(drawn(before_, edges, event->globalPosition().toPoint() - pressed_, panel_));
   }
   void mouseReleaseEvent(QMouseEvent*) override {
-    if (panel_.geometry() != before_) Q_EMIT owner_.resized();
+    if (owner_.access_.frame() != before_) Q_EMIT owner_.resized();
   }
 
  private:
@@ -81,14 +81,13 @@ class ResizeHandles::Handle final : public QWidget {
   QRect before_;
 };
 
-ResizeHandles::ResizeHandles(QWidget& panel, std::function<QRect()> visiblePart)
-    : QObject(&panel), visiblePart_(std::move(visiblePart)) {
+ResizeHandles::ResizeHandles(QWidget& panel, Access access) : QObject(&panel), access_(std::move(access)) {
   for (const Qt::Edges edges : kEdges)
     handles_.append(new Handle(edges, panel, *this));
 }
 
 void ResizeHandles::place() {
-  const QRect panel = visiblePart_();
+  const QRect panel = access_.visiblePart();
   for (Handle* const handle : handles_) {
     handle->setGeometry(areaOf(handle->edges, panel));
     handle->raise();

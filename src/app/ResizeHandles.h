@@ -14,8 +14,17 @@ class ResizeHandles final : public QObject {
   Q_OBJECT
 
  public:
-  /// Puts handles along the edges of the panel's visible part, which `visiblePart` tells.
-  ResizeHandles(QWidget& panel, std::function<QRect()> visiblePart);
+  /// How the panel is seen and moved.
+  struct Access final {
+    /// The part of the widget that has the edges.
+    std::function<QRect()> visiblePart;
+    /// Where the widget is on the screen.
+    std::function<QRect()> frame;
+    std::function<void(const QRect&)> setFrame;
+  };
+
+  /// Puts handles along the edges of the panel.
+  ResizeHandles(QWidget& panel, Access access);
 
   /// Puts them where the visible part is by now, above everything else in the panel.
   void place();
@@ -27,7 +36,7 @@ class ResizeHandles final : public QObject {
  private:
   class Handle;
 
-  std::function<QRect()> visiblePart_;
+  Access access_;
   QList<Handle*> handles_;
 };
 

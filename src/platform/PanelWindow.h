@@ -13,8 +13,21 @@ class PanelWindow {
  public:
   virtual ~PanelWindow() = default;
 
-  /// Whether translucent parts of the widget let the desktop show through.
-  [[nodiscard]] virtual bool blendsWithDesktop() = 0;
+  /// What the desktop makes of the translucent parts of the widget.
+  enum class Backdrop {
+    /// They show nothing of what is behind.
+    opaque,
+    /// The desktop shows through.
+    translucent,
+    /// The desktop shows through, with a shadow of the other parts.
+    shadowed,
+  };
+  [[nodiscard]] virtual Backdrop backdrop() = 0;
+
+  /// Where the widget is on the screen, in the toolkit's coordinates.
+  [[nodiscard]] virtual QRect frame() const = 0;
+  /// Moves and resizes the widget; nobody else may.
+  virtual void setFrame(const QRect& frame) = 0;
 
   /// The part of the widget that is the panel: a click beside it, in its shadow, is meant for what is below.
   /// In the widget's coordinates.

@@ -86,7 +86,7 @@ class Stage final : public testing::PanelFixture {
     panel = std::make_unique<FloatingPanel>();
     view = new ContentView(services(), panel.get());
     panel->setContent(view);
-    panel->setBlended(true);
+    panel->setBackdrop(PanelWindow::Backdrop::translucent);
     panel->resizePanel(size);
     panel->show();
     view->panelDidShow();

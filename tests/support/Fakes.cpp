@@ -73,6 +73,14 @@ int FakeSecretStore::add(const SecretItem& item, const QByteArray& secret) {
   return addStatus;
 }
 
+QRect FakePanelWindow::frame() const {
+  return widget_.geometry();
+}
+
+void FakePanelWindow::setFrame(const QRect& frame) {
+  widget_.setGeometry(frame);
+}
+
 void FakePanelWindow::present() {
   widget_.show();
 }
@@ -169,33 +177,33 @@ void FakeSideFiles::remove(const SideFileNames& names) {
 
 std::variant<ImageCodec::Encoded, ImageError> FakeImageCodec::encodePng(const QByteArray& image,
                                                                         int maxPixelSize,
-                                                                        const std::stop_token& stop) {
-  while ((slow || endless.contains(image)) && !stop.stop_requested())
+                                                                        const StopToken& stop) {
+  while ((slow || endless.contains(image)) && !stop.stopRequested())
     std::this_thread::yield();
-  if (stop.stop_requested()) return ImageError{QStringLiteral("ya no hace falta")};
+  if (stop.stopRequested()) return ImageError{QStringLiteral("ya no hace falta")};
   if (!error.isEmpty()) return ImageError{error};
   return Encoded{image, QImage(maxPixelSize, maxPixelSize, QImage::Format_RGB32)};
 }
 
 std::variant<QImage, ImageError> FakeImageCodec::thumbnail(const QByteArray&, int maxPixelSize,
-                                                           const std::stop_token&) {
+                                                           const StopToken&) {
   ++thumbnails;
   if (!error.isEmpty()) return ImageError{error};
   return QImage(maxPixelSize, maxPixelSize, QImage::Format_RGB32);
 }
 
 std::variant<QByteArray, ImageError> FakeImageCodec::convert(const QByteArray& image, Format,
-                                                             const std::stop_token&) {
+                                                             const StopToken&) {
   if (!error.isEmpty()) return ImageError{error};
   return image;
 }
 
-std::variant<QList<RecognizedLine>, ImageError> FakeTextRecognizer::recognizeText(
-    const QByteArray& image, const std::stop_token& stop) {
+std::variant<QList<RecognizedLine>, ImageError> FakeTextRecognizer::recognizeText(const QByteArray& image,
+                                                                                  const StopToken& stop) {
   ++calls;
-  while (endless && !stop.stop_requested())
+  while (endless && !stop.stopRequested())
     std::this_thread::yield();
-  if (stop.stop_requested()) return ImageError{QStringLiteral("ya no hace falta")};
+  if (stop.stopRequested()) return ImageError{QStringLiteral("ya no hace falta")};
   if (!error.isEmpty()) return ImageError{error};
   return lines.value(image);
 }

@@ -230,7 +230,9 @@ class FakePanelWindow final : public PanelWindow {
  public:
   explicit FakePanelWindow(QWidget& widget) : widget_(widget) {}
 
-  [[nodiscard]] bool blendsWithDesktop() override { return false; }
+  [[nodiscard]] Backdrop backdrop() override { return Backdrop::opaque; }
+  [[nodiscard]] QRect frame() const override;
+  void setFrame(const QRect& frame) override;
   void setPanelArea(const QRect&) override {}
   void present() override;
   void dismiss(bool returnFocus) override;
@@ -367,11 +369,11 @@ class FakeSideFiles final : public SideFiles {
 class FakeImageCodec final : public ImageCodec {
  public:
   [[nodiscard]] std::variant<Encoded, ImageError> encodePng(const QByteArray& image, int maxPixelSize,
-                                                            const std::stop_token&) override;
+                                                            const StopToken&) override;
   [[nodiscard]] std::variant<QImage, ImageError> thumbnail(const QByteArray& image, int maxPixelSize,
-                                                           const std::stop_token& stop) override;
+                                                           const StopToken& stop) override;
   [[nodiscard]] std::variant<QByteArray, ImageError> convert(const QByteArray& image, Format format,
-                                                             const std::stop_token&) override;
+                                                             const StopToken&) override;
 
   /// Not empty: everything fails with this.
   QString error;
@@ -385,8 +387,8 @@ class FakeImageCodec final : public ImageCodec {
 /// Recognises what the test says.
 class FakeTextRecognizer final : public TextRecognizer {
  public:
-  [[nodiscard]] std::variant<QList<RecognizedLine>, ImageError> recognizeText(
-      const QByteArray& image, const std::stop_token& stop) override;
+  [[nodiscard]] std::variant<QList<RecognizedLine>, ImageError> recognizeText(const QByteArray& image,
+                                                                              const StopToken& stop) override;
 
   /// By the image's bytes; others have no text.
   QHash<QByteArray, QList<RecognizedLine>> lines;

@@ -67,13 +67,21 @@ xcb_window_t X11PanelWindow::window() const {
   return static_cast<xcb_window_t>(widget_.winId());
 }
 
-bool X11PanelWindow::blendsWithDesktop() {
-  if (!session_.isConnected()) return false;
+PanelWindow::Backdrop X11PanelWindow::backdrop() {
+  if (!session_.isConnected()) return Backdrop::opaque;
   // A compositing manager owns this selection (Extended Window Manager Hints).
   const auto owner = session_.reply(
       xcb_get_selection_owner_reply,
       xcb_get_selection_owner(session_.connection(), session_.atoms().atom(QStringLiteral("_NET_WM_CM_S0"))));
-  return owner && owner->owner != XCB_WINDOW_NONE;
+  return owner && owner->owner != XCB_WINDOW_NONE ? Backdrop::translucent : Backdrop::opaque;
+}
+
+QRect X11PanelWindow::frame() const {
+  return widget_.geometry();
+}
+
+void X11PanelWindow::setFrame(const QRect& frame) {
+  widget_.setGeometry(frame);
 }
 
 void X11PanelWindow::setPanelArea(const QRect& area) {

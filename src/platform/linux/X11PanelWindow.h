@@ -21,7 +21,9 @@ class X11PanelWindow final : public QObject, public PanelWindow, private QAbstra
   X11PanelWindow(QWidget& widget, X11Session& session);
   ~X11PanelWindow() override;
 
-  [[nodiscard]] bool blendsWithDesktop() override;
+  [[nodiscard]] Backdrop backdrop() override;
+  [[nodiscard]] QRect frame() const override;
+  void setFrame(const QRect& frame) override;
   void setPanelArea(const QRect& area) override;
   void present() override;
   void dismiss(bool returnFocus) override;

@@ -32,9 +32,10 @@ TEST(PanelSize, StaysWithinItsLimitsWhateverIsStored) {
 }
 
 TEST(ResizeHandles, DrawThePanelLargerAndSmallerWithinItsLimits) {
-  for (const bool blended : {false, true}) {
+  using Backdrop = PanelWindow::Backdrop;
+  for (const Backdrop backdrop : {Backdrop::opaque, Backdrop::translucent, Backdrop::shadowed}) {
     FloatingPanel panel;
-    panel.setBlended(blended);
+    panel.setBackdrop(backdrop);
     panel.resizePanel(kStandard);
     panel.show();
     int told = 0;
@@ -61,6 +62,38 @@ TEST(ResizeHandles, DrawThePanelLargerAndSmallerWithinItsLimits) {
     EXPECT_EQ(panel.pos(), before - QPoint(40, 0));
     EXPECT_EQ(told, 3);
   }
+}
+
+/// One that moves a panel in its own way.
+class HostWindow final : public PanelWindow {
+ public:
+  [[nodiscard]] Backdrop backdrop() override { return Backdrop::shadowed; }
+  [[nodiscard]] QRect frame() const override { return frame_; }
+  void setFrame(const QRect& frame) override { frame_ = frame; }
+  void setPanelArea(const QRect&) override {}
+  void present() override {}
+  void dismiss(bool) override {}
+  void whenFocusReturned(std::function<void(bool)>) override {}
+  void stepBack() override {}
+  void comeForward() override {}
+  void setResignHandler(std::function<void()>) override {}
+
+ private:
+  QRect frame_{7, 9, 480, 440};
+};
+
+TEST(FloatingPanel, LeavesWhereItIsToItsWindow) {
+  FloatingPanel panel;
+  HostWindow window;
+  const QPoint own = panel.pos();
+  panel.setWindow(&window);
+  panel.setBackdrop(window.backdrop());
+  panel.movePanel({100, 200});
+  EXPECT_EQ(window.frame(), QRect(100, 200, 480, 440));
+  panel.resizePanel({400, 500});
+  EXPECT_EQ(window.frame(), QRect(100, 200, 400, 500));
+  EXPECT_EQ(panel.panelArea().topLeft(), QPoint(100, 200));
+  EXPECT_EQ(panel.pos(), own);
 }
 
 }  // namespace
