@@ -132,7 +132,8 @@ void AppDelegate::makeSettingsWindow() {
                     .workspace = *platform_.workspace,
                     .confirmUser = [this](std::function<void(bool)> done) { confirmUser(std::move(done)); },
                     .isEncrypted = [this] { return cipher_.hasKey(); },
-                    .chooseApplication = platform_.chooseApplication});
+                    .chooseApplication = platform_.chooseApplication},
+      platform_.bringForward);
 }
 
 void AppDelegate::confirmUser(std::function<void(bool)> done) {
@@ -169,7 +170,8 @@ std::function<bool(const HotKeyCombo&)> AppDelegate::applier(HotKey& hotKey,
 void AppDelegate::obeySettings() {
   connect(&settings_, &AppSettings::maxUnpinnedChanged, &store_, &ClipboardStore::trimToCapacity);
   connect(&settings_, &AppSettings::ocrEnabledChanged, &store_, &ClipboardStore::recognitionSwitched);
-  connect(&settings_, &AppSettings::richEnabledChanged, &store_, &ClipboardStore::formatsSwitched);
+  connect(&settings_, &AppSettings::richEnabledChanged, &store_, &ClipboardStore::renewReadPolicy);
+  connect(&settings_, &AppSettings::ignoredAppsChanged, &store_, &ClipboardStore::renewReadPolicy);
 }
 
 void AppDelegate::findApplications() {

@@ -30,9 +30,7 @@ void SettingsWindow::open() {
   if (view_->isVisible() && !view_->isActiveWindow()) view_->hide();
   view_->setWindowState(view_->windowState() & ~Qt::WindowMinimized);
   view_->move(centredOrigin(view_->size(), QCursor::pos(), screenFrames()));
-  view_->show();
-  view_->activateWindow();
-  view_->raise();
+  bringForward_(*view_);
 }
 
 }  // namespace nimbrel

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <functional>
 #include <memory>
+#include <utility>
 
 #include "settings/window/SettingsView.h"
 
@@ -9,7 +11,9 @@ namespace nimbrel {
 /// The window of the settings: made when it is first opened, and kept. Main thread.
 class SettingsWindow final {
  public:
-  explicit SettingsWindow(const SettingsParts& parts) : parts_(parts) {}
+  /// `bringForward` shows a window in front of everything and gives it the keyboard.
+  SettingsWindow(const SettingsParts& parts, std::function<void(QWidget&)> bringForward)
+      : parts_(parts), bringForward_(std::move(bringForward)) {}
 
   /// Shows the window in the middle of the screen with the pointer, in front of everything and with the
   /// keyboard.
@@ -20,6 +24,7 @@ class SettingsWindow final {
 
  private:
   SettingsParts parts_;
+  std::function<void(QWidget&)> bringForward_;
   std::unique_ptr<SettingsView> view_;
 };
 

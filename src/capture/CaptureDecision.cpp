@@ -73,11 +73,15 @@ bool textIsTooLarge(const PasteboardSnapshot& snapshot) {
 }  // namespace
 
 PasteboardReadPolicy captureReadPolicy(const SettingsValues& settings) {
+  QSet<QString> ignoredApplications;
+  for (const IgnoredApp& app : settings.ignoredApps)
+    ignoredApplications.insert(app.bundleID);
   return {.ignoredTypes = ignoredTypes(),
           .maxTextBytes = kMaxTextBytes,
           .maxImageBytes = kMaxImageBytes,
           .maxRichBytes = kMaxRichBytes,
-          .wantsRichText = settings.richEnabled};
+          .wantsRichText = settings.richEnabled,
+          .ignoredApplications = ignoredApplications};
 }
 
 CaptureDecision decideCapture(const PasteboardSnapshot& snapshot,

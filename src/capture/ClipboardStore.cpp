@@ -44,7 +44,7 @@ ClipboardStore::ClipboardStore(const ClipboardStoreParts& parts)
       removed_(history_, queue_),
       backgroundSearch_(parts.database),
       lastRetry_(parts.clock.steadyNow()) {
-  parts_.pasteboard.setReadPolicy(captureReadPolicy(parts_.settings));
+  renewReadPolicy();
   lastChange_ = parts_.pasteboard.changeCount();
   connect(&history_, &ClipHistory::inserted, this, &ClipboardStore::clipInserted);
   connect(&history_, &ClipHistory::moved, this, &ClipboardStore::clipMoved);
@@ -281,8 +281,10 @@ void ClipboardStore::recognitionSwitched() {
     parts_.imageTexts.cancelAll();
 }
 
-void ClipboardStore::formatsSwitched() {
-  parts_.pasteboard.setReadPolicy(captureReadPolicy(parts_.settings));
+void ClipboardStore::renewReadPolicy() {
+  PasteboardReadPolicy policy = captureReadPolicy(parts_.settings);
+  policy.paused = paused_;
+  parts_.pasteboard.setReadPolicy(policy);
 }
 
 void ClipboardStore::recognizeMissingTexts() {
@@ -307,6 +309,7 @@ void ClipboardStore::setPaused(bool paused) {
   tick();
   paused_ = paused;
   pauseSwitched_ = parts_.clock.steadyNow();
+  renewReadPolicy();
   Q_EMIT pauseChanged(paused);
 }
 

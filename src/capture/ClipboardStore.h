@@ -152,8 +152,9 @@ class ClipboardStore final : public QObject {
   /// Looks for the text of the images that have none, or stops looking, as is chosen by now.
   void recognitionSwitched();
 
-  /// Keeps formats of what is copied from now on, or does not, as is chosen by now. What is kept stays.
-  void formatsSwitched();
+  /// Has of what is copied from now on that read which is wanted by now: formats or none, and nothing of what
+  /// ignored applications copy. What is kept stays.
+  void renewReadPolicy();
 
   /// Queues those of these clips that are images without recognised text: what was interrupted.
   void recognizeTexts(const QList<QUuid>& ids);

@@ -14,6 +14,11 @@ struct PasteboardReadPolicy final {
   qint64 maxImageBytes = 0;
   qint64 maxRichBytes = 0;
   bool wantsRichText = false;
+  /// What comes to nothing in the end, for desktops that read only when they are asked for a change, and can
+  /// leave it: nothing at all while capture is paused, and what was put there while one of these applications
+  /// was in front, unless it came from another device.
+  bool paused = false;
+  QSet<QString> ignoredApplications;
 
   bool operator==(const PasteboardReadPolicy&) const = default;
 };

@@ -57,6 +57,9 @@ struct Platform final {
 
   /// Tells the user something in the desktop's own way, without waiting; nothing where the desktop has none.
   std::function<void(const QString& title, const QString& text)> notify;
+  /// Shows one of the program's own windows in front of all and gives it the keyboard, since the user has
+  /// asked for it.
+  std::function<void(QWidget& window)> bringForward;
   /// Makes the panel window around a top-level widget that has not been shown yet.
   std::function<std::unique_ptr<PanelWindow>(QWidget&)> makePanelWindow;
   /// The system's own way of choosing an application, from a window of the program; empty where there is none

@@ -99,6 +99,11 @@ Platform makePlatform() {
   // In memory on every desktop that has a session manager.
   platform.temporaryFolder = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
   platform.notify = sendNotification;
+  platform.bringForward = [](QWidget& window) {
+    window.show();
+    window.activateWindow();
+    window.raise();
+  };
   platform.makePanelWindow = [desktop](QWidget& widget) {
     return std::make_unique<X11PanelWindow>(widget, desktop->session);
   };

@@ -49,6 +49,7 @@ class AppDelegateTest : public ::testing::Test {
     keep(platform.authenticator, authenticator);
     keep(platform.preview, preview);
     platform.temporaryFolder = home.filePath(u"run"_s);
+    platform.bringForward = [](QWidget& window) { window.show(); };
     platform.makePanelWindow = [this](QWidget& widget) {
       steps.append(u"panel"_s);
       panel = &widget;

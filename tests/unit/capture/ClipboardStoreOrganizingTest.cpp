@@ -437,13 +437,13 @@ TEST_F(Organizing, SwitchingFormatsOffKeepsThoseThatAreKept) {
   copyRtf(u"a"_s, "{rtf}");
   ASSERT_TRUE(clip(0).richFile);
   settings.richEnabled = false;
-  store().formatsSwitched();
+  store().renewReadPolicy();
   EXPECT_FALSE(pasteboard.policy.wantsRichText);
   copyRtf(u"b"_s, "{rtf}");
   EXPECT_FALSE(clip(0).richFile);
   EXPECT_TRUE(clip(1).richFile);
   settings.richEnabled = true;
-  store().formatsSwitched();
+  store().renewReadPolicy();
   EXPECT_TRUE(pasteboard.policy.wantsRichText);
 }
 
