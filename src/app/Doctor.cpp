@@ -11,6 +11,10 @@ struct Texts {
   Q_DECLARE_TR_FUNCTIONS(Doctor)
 };
 
+bool isMac(const DoctorFacts& facts) {
+  return facts.desktop.kind == DesktopFacts::Kind::mac;
+}
+
 Finding program(const DoctorFacts& facts) {
   const QString subject = Texts::tr("Programa");
   if (facts.isRunning) return {Grade::works, subject, Texts::tr("en marcha"), {}};
@@ -50,8 +54,13 @@ Finding storage(const DoctorFacts& facts) {
 
 Finding keyStore(const DoctorFacts& facts) {
   const QString subject = Texts::tr("Almacén de claves");
-  const QString advice = Texts::tr(
-      "Sin clave el historial se guarda sin cifrar: instala o arranca gnome-keyring, KWallet o KeePassXC.");
+  const QString advice =
+      isMac(facts) ? Texts::tr(
+                         "Sin clave el historial se guarda sin cifrar: abre Acceso a Llaveros y desbloquea "
+                         "el llavero de inicio de sesión.")
+                   : Texts::tr(
+                         "Sin clave el historial se guarda sin cifrar: instala o arranca gnome-keyring, "
+                         "KWallet o KeePassXC.");
   if (!facts.keyStore)
     return {Grade::fails, subject, Texts::tr("no contesta"),
             Texts::tr("Quizá espera a que lo desbloquees: busca su ventana, o entra de nuevo en la sesión.")};
@@ -96,7 +105,9 @@ Finding paste(const DoctorFacts& facts) {
   if (facts.desktop.canPressKeys)
     return {Grade::works, subject, Texts::tr("Nimbrel puede pulsar teclas"), {}};
   return {Grade::fails, subject, Texts::tr("Nimbrel no puede pulsar teclas"),
-          Texts::tr("Falta la extensión XTEST del servidor X. Pega tú con Ctrl-V.")};
+          isMac(facts)
+              ? Texts::tr("Permítelo en Ajustes del Sistema → Privacidad y seguridad → Accesibilidad.")
+              : Texts::tr("Falta la extensión XTEST del servidor X. Pega tú con Ctrl-V.")};
 }
 
 Finding tray(const DoctorFacts& facts) {
@@ -111,7 +122,8 @@ QList<Finding> display(const DoctorFacts& facts) {
   if (!facts.desktop.hasDisplay)
     return {{Grade::fails, subject, Texts::tr("no hay ninguno a la vista"),
              Texts::tr("Ejecuta esto en una terminal del escritorio.")}};
-  QList<Finding> findings{{Grade::works, subject, QStringLiteral("X11"), {}}};
+  const QString kind = isMac(facts) ? QStringLiteral("macOS") : QStringLiteral("X11");
+  QList<Finding> findings{{Grade::works, subject, kind, {}}};
   if (facts.desktop.hasForeignWindows)
     findings = {
         {Grade::partly, subject, Texts::tr("Wayland"),
@@ -126,10 +138,13 @@ Finding recognition(const DoctorFacts& facts) {
             Texts::tr("No se guardan imágenes. Instala Nimbrel otra vez.")};
   if (!facts.settings.ocrEnabled) return {Grade::works, subject, Texts::tr("apagado en los ajustes"), {}};
   const QStringList& languages = facts.desktop.recognitionLanguages;
-  if (languages.size() == 2) return {Grade::works, subject, languages.join(QStringLiteral(", ")), {}};
+  // The system's own recognizer has whatever languages it has.
+  if (languages.size() == 2 || (isMac(facts) && !languages.isEmpty()))
+    return {Grade::works, subject, languages.join(QStringLiteral(", ")), {}};
   return {Grade::partly, subject,
           Texts::tr("faltan idiomas; hay: %1").arg(languages.join(QStringLiteral(", "))),
-          Texts::tr("Instala tesseract-ocr-spa y tesseract-ocr-eng.")};
+          isMac(facts) ? Texts::tr("Actualiza macOS: el reconocimiento de texto es del sistema.")
+                       : Texts::tr("Instala tesseract-ocr-spa y tesseract-ocr-eng.")};
 }
 
 Finding lock(const DoctorFacts& facts) {
@@ -143,7 +158,8 @@ Finding lock(const DoctorFacts& facts) {
     return {Grade::works, subject, isOn ? Texts::tr("encendida") : Texts::tr("apagada en los ajustes"), {}};
   return {isOn ? Grade::fails : Grade::partly, subject,
           Texts::tr("no se puede pedir la contraseña (%1)").arg(*facts.lockObstacle),
-          Texts::tr("Hacen falta polkit, su agente en la sesión y Nimbrel instalado.")};
+          isMac(facts) ? Texts::tr("Pon una contraseña a tu cuenta, y Touch ID si el Mac lo tiene.")
+                       : Texts::tr("Hacen falta polkit, su agente en la sesión y Nimbrel instalado.")};
 }
 
 Finding bus(const DoctorFacts& facts) {
@@ -169,7 +185,8 @@ QList<Finding> diagnose(const DoctorFacts& facts) {
   if (!facts.setAside.isEmpty()) findings.append(setAside(facts));
   findings << keyStore(facts);
   findings += display(facts);
-  findings << recognition(facts) << lock(facts) << bus(facts);
+  findings << recognition(facts) << lock(facts);
+  if (!isMac(facts)) findings << bus(facts);
   return findings;
 }
 

@@ -4,6 +4,8 @@
 #include <QPixmapCache>
 #include <QSvgRenderer>
 
+#include "platform/symbols/SystemSymbols.h"
+
 // The macro must stand outside of any namespace.
 static void initSymbolResources() {
   Q_INIT_RESOURCE(symbols);
@@ -12,7 +14,8 @@ static void initSymbolResources() {
 namespace nimbrel::symbols {
 namespace {
 
-QPixmap render(const QString& name, int size, const QColor& color, qreal devicePixelRatio) {
+/// As the program draws it.
+QPixmap draw(const QString& name, int size, const QColor& color, qreal devicePixelRatio) {
   initSymbolResources();
   QSvgRenderer renderer(QStringLiteral(":/symbols/") + name);
   if (!renderer.isValid()) return {};
@@ -24,6 +27,14 @@ QPixmap render(const QString& name, int size, const QColor& color, qreal deviceP
   painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
   painter.fillRect(QRectF(0, 0, size, size), color);
   return pixmap;
+}
+
+QPixmap render(const QString& name, int size, const QColor& color, qreal devicePixelRatio) {
+  const int pixels = qRound(size * devicePixelRatio);
+  QPixmap own = QPixmap::fromImage(systemSymbol(name, pixels, color));
+  if (own.isNull()) return draw(name, size, color, devicePixelRatio);
+  own.setDevicePixelRatio(devicePixelRatio);
+  return own;
 }
 
 }  // namespace

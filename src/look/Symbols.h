@@ -8,7 +8,8 @@
 
 namespace nimbrel {
 
-/// The program's own symbols, by the names of the system symbols that they stand for, tinted with a colour.
+/// Symbols by the names of the system symbols, tinted with a colour: the system's own where it has them, else
+/// the program's drawings.
 namespace symbols {
 
 /// A symbol in a square of `size` device-independent pixels, sharp at the given device pixel ratio; rendered

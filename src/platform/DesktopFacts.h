@@ -15,6 +15,10 @@ struct HotKeyProbe final {
 
 /// What this desktop has of what the program works with.
 struct DesktopFacts final {
+  /// What kind of desktop it is, for what can be done about it.
+  enum class Kind { x11, mac };
+
+  Kind kind = Kind::x11;
   bool hasDisplay = false;
   /// Programs that do not speak the display's language cannot be seen or pasted into: Wayland's, beside X11.
   bool hasForeignWindows = false;

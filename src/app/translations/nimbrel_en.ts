@@ -869,6 +869,22 @@ text, 5 nor in the collection, 6 not unlocked, 7 no right to paste, 8 too many r
         <source>Quedó al reparar, en %1. Bórralo cuando no lo necesites: también guarda lo que ya había caducado.</source>
         <translation>Left by a repair, in %1. Delete it when you do not need it: it also keeps what had expired.</translation>
     </message>
+    <message>
+        <source>Sin clave el historial se guarda sin cifrar: abre Acceso a Llaveros y desbloquea el llavero de inicio de sesión.</source>
+        <translation>Without a key the history is kept unencrypted: open Keychain Access and unlock the login keychain.</translation>
+    </message>
+    <message>
+        <source>Permítelo en Ajustes del Sistema → Privacidad y seguridad → Accesibilidad.</source>
+        <translation>Allow it in System Settings → Privacy &amp; Security → Accessibility.</translation>
+    </message>
+    <message>
+        <source>Actualiza macOS: el reconocimiento de texto es del sistema.</source>
+        <translation>Update macOS: text recognition is the system’s.</translation>
+    </message>
+    <message>
+        <source>Pon una contraseña a tu cuenta, y Touch ID si el Mac lo tiene.</source>
+        <translation>Give your account a password, and Touch ID if the Mac has it.</translation>
+    </message>
 </context>
 <context>
     <name>HotKeyCombo</name>
@@ -909,6 +925,17 @@ text, 5 nor in the collection, 6 not unlocked, 7 no right to paste, 8 too many r
     <message>
         <source>El texto es demasiado largo.</source>
         <translation>The text is too long.</translation>
+    </message>
+</context>
+<context>
+    <name>LoginItem</name>
+    <message>
+        <source>Falta tu permiso: Ajustes del Sistema → General → Ítems de inicio.</source>
+        <translation>Your permission is missing: System Settings → General → Login Items.</translation>
+    </message>
+    <message>
+        <source>El sistema no lo ha aceptado.</source>
+        <translation>The system has not accepted it.</translation>
     </message>
 </context>
 <context>
