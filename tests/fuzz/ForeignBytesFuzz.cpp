@@ -7,6 +7,7 @@
 #include "capture/model/ClipPayload.h"
 #include "capture/model/IndexedClip.h"
 #include "capture/model/TextRules.h"
+#include "platform/common/InstanceMessages.h"
 #include "platform/linux/DesktopFile.h"
 #include "platform/linux/SelectionReadPlan.h"
 #include "platform/linux/imaging/ImagingMessages.h"
@@ -28,6 +29,15 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   }
   if (const auto request = decodeRequest(bytes)) {
     if (decodeRequest(encodeRequest(*request)) != request) std::abort();
+  }
+
+  // What other processes of the user say to the instance, and whoever stands in its place to them.
+  constexpr qsizetype kLengthOfFrame = 4;
+  if (const auto request = decodedInstanceRequest(bytes)) {
+    if (decodedInstanceRequest(instanceFrame(*request).sliced(kLengthOfFrame)) != request) std::abort();
+  }
+  if (const auto reply = decodedInstanceReply(bytes)) {
+    if (decodedInstanceReply(instanceFrame(*reply).sliced(kLengthOfFrame)) != reply) std::abort();
   }
 
   if (const auto clips = clipsFromJson(bytes)) {

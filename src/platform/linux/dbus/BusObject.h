@@ -8,7 +8,8 @@
 #include <memory>
 
 #include "platform/Clock.h"
-#include "platform/linux/dbus/CallBudget.h"
+#include "platform/common/CallBudget.h"
+#include "platform/common/InstanceInbox.h"
 
 namespace nimbrel {
 
@@ -34,7 +35,7 @@ class BusObject final : public QDBusVirtualObject {
   static constexpr int kMaxCalls = 32;
   static constexpr qint64 kMaxWaiting = 16'000'000;
   /// The most that URLs may have, more than any that is not refused, and all other arguments.
-  static constexpr qint64 kMaxUrls = 8'000'000;
+  static constexpr qint64 kMaxUrls = InstanceInbox::kMaxUrls;
   static constexpr qint64 kMaxArguments = 64'000;
 
   /// `accepted` is called in the object's thread; the clock outlives the object.

@@ -5,6 +5,7 @@
 #include <QDBusMessage>
 #include <QVariantMap>
 #include <algorithm>
+#include <array>
 #include <utility>
 
 #include "platform/linux/dbus/BusNames.h"
@@ -20,8 +21,18 @@ constexpr unsigned long kAttemptPause = 100;
 /// The longest text that the panel is asked to look for.
 constexpr qsizetype kMaxSearch = 4096;
 
-/// Of an empty URL, in UTF-16 units.
-constexpr qsizetype kCostOfUrl = 64;
+/// A method that asks something of the program itself.
+struct Control {
+  const char* name;
+  void (*ask)(InstanceInbox& inbox, const BusCall& call);
+};
+constexpr std::array kControls{
+    Control{"Show", [](InstanceInbox& inbox, const BusCall&) { inbox.askToShow(); }},
+    Control{"ShowCollections", [](InstanceInbox& inbox, const BusCall&) { inbox.askForCollections(); }},
+    Control{"OpenUrls", [](InstanceInbox& inbox,
+                           const BusCall& call) { inbox.askToOpen(call.arguments.value(0).toStringList()); }},
+    Control{"Quit", [](InstanceInbox& inbox, const BusCall&) { inbox.askToQuit(); }},
+};
 
 /// What the bus cannot carry would end a text.
 QString carried(QString text) {
@@ -127,7 +138,8 @@ InstanceHost::Claim DBusInstanceHost::claim(const QStringList& urls) {
 QDBusMessage DBusInstanceHost::handOver(const QStringList& given) {
   // What is longer than any URL that is taken is not even sent.
   QStringList urls = given;
-  urls.removeIf([](const QString& url) { return url.size() + kCostOfUrl > BusObject::kMaxUrls; });
+  urls.removeIf(
+      [](const QString& url) { return url.size() + InstanceInbox::kCostOfUrl > BusObject::kMaxUrls; });
   if (urls.isEmpty() && !given.isEmpty()) urls.append(QString());
   const QString method = urls.isEmpty() ? QStringLiteral("Show") : QStringLiteral("OpenUrls");
   QDBusMessage call = QDBusMessage::createMethodCall(QLatin1String(bus::kService), QLatin1String(bus::kPath),
@@ -137,8 +149,7 @@ QDBusMessage DBusInstanceHost::handOver(const QStringList& given) {
 }
 
 void DBusInstanceHost::setRequests(const InstanceRequests& requests) {
-  requests_ = requests;
-  deliver();
+  inbox_.setRequests(requests);
 }
 
 void DBusInstanceHost::announceCapture(bool paused) {
@@ -158,25 +169,18 @@ void DBusInstanceHost::announceCapture(bool paused) {
 
 void DBusInstanceHost::answer(const BusCall& call) {
   if (call.interface == QLatin1String(bus::kSearchInterface)) return answerSearch(call);
-  // Answered before it is done: nobody need wait for that.
-  if (answerAtOnce(call)) {
-    reply(call);
-    return deliver();
-  }
+  if (answerAtOnce(call)) return;
   if (!answerIntent(call)) replyError(call, QStringLiteral("unavailable"), {});
 }
 
 bool DBusInstanceHost::answerAtOnce(const BusCall& call) {
-  if (call.member == QLatin1String("Show"))
-    showRequested_ = true;
-  else if (call.member == QLatin1String("ShowCollections"))
-    collectionsRequested_ = true;
-  else if (call.member == QLatin1String("OpenUrls"))
-    keepUrls(call.arguments.value(0).toStringList());
-  else if (call.member == QLatin1String("Quit"))
-    quitRequested_ = true;
-  else
-    return false;
+  const auto* const method = std::find_if(kControls.begin(), kControls.end(), [&](const Control& one) {
+    return call.member == QLatin1String(one.name);
+  });
+  if (method == kControls.end()) return false;
+  // Answered before it is done: nobody need wait for that.
+  reply(call);
+  method->ask(inbox_, call);
   return true;
 }
 
@@ -184,12 +188,12 @@ bool DBusInstanceHost::answerIntent(const BusCall& call) {
   const auto* const method =
       std::find_if(bus::kIntentMethods.begin(), bus::kIntentMethods.end(),
                    [&](const auto& one) { return call.member == QLatin1String(one.name); });
-  if (method == bus::kIntentMethods.end() || !requests_.perform) return false;
-  requests_.perform({method->intent, call.arguments.value(0).toString()},
-                    [this, call, intent = method->intent](const IntentReply& outcome) {
-                      if (outcome.error.isEmpty()) return reply(call, valuesOf(intent, outcome));
-                      replyError(call, outcome.error, outcome.message);
-                    });
+  if (method == bus::kIntentMethods.end() || !inbox_.requests().perform) return false;
+  inbox_.requests().perform({method->intent, call.arguments.value(0).toString()},
+                            [this, call, intent = method->intent](const IntentReply& outcome) {
+                              if (outcome.error.isEmpty()) return reply(call, valuesOf(intent, outcome));
+                              replyError(call, outcome.error, outcome.message);
+                            });
   return true;
 }
 
@@ -199,46 +203,22 @@ void DBusInstanceHost::answerSearch(const BusCall& call) {
   if (call.member == QLatin1String("GetSubsearchResultSet"))
     return suggest(call, call.arguments.value(1).toStringList());
   if (call.member == QLatin1String("GetResultMetas")) {
-    const auto clips = requests_.describe ? requests_.describe(call.arguments.value(0).toStringList())
-                                          : QList<ClipSuggestion>();
+    const auto clips = inbox_.requests().describe
+                           ? inbox_.requests().describe(call.arguments.value(0).toStringList())
+                           : QList<ClipSuggestion>();
     return reply(call, {metasOf(clips)});
   }
   reply(call);
   if (call.member == QLatin1String("ActivateResult")) {
-    if (requests_.choose) requests_.choose(call.arguments.value(0).toString());
+    if (inbox_.requests().choose) inbox_.requests().choose(call.arguments.value(0).toString());
     return;
   }
-  search_ = call.arguments.value(0).toStringList().join(u' ').left(kMaxSearch);
-  showRequested_ = true;
-  deliver();
+  inbox_.askToSearch(call.arguments.value(0).toStringList().join(u' ').left(kMaxSearch));
 }
 
 void DBusInstanceHost::suggest(const BusCall& call, const QStringList& terms) {
-  if (!requests_.suggest) return reply(call, {QStringList()});
-  requests_.suggest(terms, [this, call](const QStringList& ids) { reply(call, {ids}); });
-}
-
-void DBusInstanceHost::keepUrls(const QStringList& urls) {
-  for (const QString& url : urls) {
-    const qsizetype cost = url.size() + kCostOfUrl;
-    if (urlCharacters_ + cost > BusObject::kMaxUrls) break;
-    urlCharacters_ += cost;
-    urls_.append(url);
-  }
-}
-
-void DBusInstanceHost::deliver() {
-  if (requests_.openUrls && !urls_.isEmpty()) {
-    urlCharacters_ = 0;
-    requests_.openUrls(std::exchange(urls_, {}));
-  }
-  if (requests_.show && std::exchange(showRequested_, false)) {
-    requests_.show();
-    if (const QString text = std::exchange(search_, {}); !text.isEmpty() && requests_.showSearch)
-      requests_.showSearch(text);
-  }
-  if (requests_.showCollections && std::exchange(collectionsRequested_, false)) requests_.showCollections();
-  if (requests_.quit && std::exchange(quitRequested_, false)) requests_.quit();
+  if (!inbox_.requests().suggest) return reply(call, {QStringList()});
+  inbox_.requests().suggest(terms, [this, call](const QStringList& ids) { reply(call, {ids}); });
 }
 
 }  // namespace nimbrel

@@ -8,6 +8,7 @@
 
 #include "platform/Clock.h"
 #include "platform/InstanceHost.h"
+#include "platform/common/InstanceInbox.h"
 #include "platform/linux/dbus/BusObject.h"
 
 namespace nimbrel {
@@ -36,18 +37,9 @@ class DBusInstanceHost final : public QObject, public InstanceHost {
   [[nodiscard]] bool answerIntent(const BusCall& call);
   void answerSearch(const BusCall& call);
   void suggest(const BusCall& call, const QStringList& terms);
-  void keepUrls(const QStringList& urls);
-  void deliver();
 
   SystemClock clock_;
-  InstanceRequests requests_;
-  // What was asked for and nobody has answered yet.
-  bool showRequested_ = false;
-  bool collectionsRequested_ = false;
-  QString search_;
-  QStringList urls_;
-  qsizetype urlCharacters_ = 0;
-  bool quitRequested_ = false;
+  InstanceInbox inbox_;
   std::unique_ptr<BusObject> object_;
   // Last member, first to go: nothing comes from the bus any more once it has ended.
   QThread thread_;

@@ -1,3 +1,5 @@
+#include "platform/common/ImageEncoding.h"
+#include "platform/common/ImageLimits.h"
 #include "platform/linux/imaging/helper/BoundedImage.h"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,7 @@
 #include "platform/linux/imaging/helper/ImagingService.h"
 
+#include "platform/common/ImageEncoding.h"
+#include "platform/common/ImageLimits.h"
 #include "platform/linux/imaging/helper/BoundedImage.h"
 
 namespace nimbrel {

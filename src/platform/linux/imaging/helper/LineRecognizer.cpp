@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "platform/common/ImageEncoding.h"
+#include "platform/common/ImageLimits.h"
 #include "platform/linux/imaging/helper/BoundedImage.h"
 
 namespace nimbrel {

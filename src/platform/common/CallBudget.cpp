@@ -1,4 +1,4 @@
-#include "platform/linux/dbus/CallBudget.h"
+#include "platform/common/CallBudget.h"
 
 #include <algorithm>
 
