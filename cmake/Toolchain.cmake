@@ -9,6 +9,15 @@ set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR})
 find_program(CCACHE_PROGRAM ccache)
 if(CCACHE_PROGRAM)
   set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE_PROGRAM})
+  set(CMAKE_OBJCXX_COMPILER_LAUNCHER ${CCACHE_PROGRAM})
+endif()
+
+if(APPLE)
+  enable_language(OBJCXX)
+  set(CMAKE_OBJCXX_STANDARD 20)
+  set(CMAKE_OBJCXX_STANDARD_REQUIRED ON)
+  set(CMAKE_OBJCXX_EXTENSIONS OFF)
+  add_compile_options($<$<COMPILE_LANGUAGE:OBJCXX>:-fobjc-arc>)
 endif()
 
 # What every file is compiled with, and beside that what the build asks for.
@@ -35,7 +44,10 @@ if(NIMBREL_SANITIZE)
   target_link_options(nimbrel_options INTERFACE -fsanitize=${NIMBREL_SANITIZE})
 else()
   # A history of secrets deserves the cheap hardening that every distribution turns on.
-  target_compile_options(nimbrel_options INTERFACE -fstack-protector-strong
-    $<$<CONFIG:Release>:-D_FORTIFY_SOURCE=2>)
-  target_link_options(nimbrel_options INTERFACE -Wl,-z,relro,-z,now -Wl,--as-needed)
+  target_compile_options(nimbrel_options INTERFACE -fstack-protector-strong)
+  # On a Mac the compiler and the linker do the rest unasked.
+  if(NOT APPLE)
+    target_compile_options(nimbrel_options INTERFACE $<$<CONFIG:Release>:-D_FORTIFY_SOURCE=2>)
+    target_link_options(nimbrel_options INTERFACE -Wl,-z,relro,-z,now -Wl,--as-needed)
+  endif()
 endif()
