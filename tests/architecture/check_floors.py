@@ -10,6 +10,8 @@ ROOMS = {
     "memory": (0, "memory"),
     "capture/model": (1, "clips"),
     "platform": (1, "ports"),
+    "platform/symbols": (0, "symbols"),
+    "platform/common": (2, "common"),
     "platform/linux": (2, "linux"),
     "platform/macos": (2, "macos"),
     "look": (1, "look"),
@@ -27,8 +29,12 @@ ROOMS = {
     "intents": (5, "intents"),
     "app": (6, "nimbrel"),
 }
-# The adapters know the ports, how memory is wiped, and the system, nothing else of the house.
-ADAPTERS_MAY_USE = {"ports", "memory"}
+# The adapters know the ports, how memory is wiped, what they have in common, and the system, nothing else of the house.
+ADAPTERS_MAY_USE = {
+    "common": {"ports", "memory"},
+    "linux": {"ports", "memory", "common", "symbols"},
+    "macos": {"ports", "memory", "common", "symbols"},
+}
 SYSTEM_TEST = re.compile(r"\b(Q_OS_\w+|__APPLE__|__linux__|__unix__|_WIN32)\b")
 INCLUDE = re.compile(r'^\s*#\s*include\s+"([^"]+)"')
 
@@ -56,8 +62,8 @@ def problems_in(relative, text):
         there = room_of(match.group(1))
         if there is None:
             yield f"{relative}:{number}: {match.group(1)} is not named from the source root"
-        elif here[1] in ("linux", "macos"):
-            if there != here and there[1] not in ADAPTERS_MAY_USE:
+        elif here[1] in ADAPTERS_MAY_USE:
+            if there != here and there[1] not in ADAPTERS_MAY_USE[here[1]]:
                 yield f"{relative}:{number}: an adapter includes {match.group(1)}"
         elif there != here and there[0] >= here[0]:
             yield f"{relative}:{number}: floor {here[0]} includes {match.group(1)} of floor {there[0]}"

@@ -22,6 +22,14 @@ class FloorCheck(unittest.TestCase):
         self.assertEqual(self.found("platform/linux/A.cpp", '#include "platform/Clock.h"\n'), [])
         self.assertEqual(len(self.found("platform/linux/A.cpp", '#include "capture/model/ClipItem.h"\n')), 1)
 
+    def test_adapters_share_what_needs_no_desktop(self):
+        for adapters in ("linux", "macos"):
+            self.assertEqual(self.found(f"platform/{adapters}/A.cpp", '#include "platform/common/B.h"\n'), [])
+        self.assertEqual(self.found("platform/common/A.cpp", '#include "platform/Clock.h"\n'), [])
+        self.assertEqual(len(self.found("platform/common/A.cpp", '#include "platform/linux/B.h"\n')), 1)
+        self.assertEqual(len(self.found("platform/common/A.cpp", '#include "capture/model/ClipItem.h"\n')), 1)
+        self.assertEqual(len(self.found("platform/common/A.cpp", "#ifdef __APPLE__\n")), 1)
+
     def test_system_tests_are_found_outside_of_platform(self):
         self.assertEqual(len(self.found("panel/A.cpp", "#ifdef Q_OS_LINUX\n")), 1)
         self.assertEqual(self.found("platform/linux/A.cpp", "#ifdef Q_OS_LINUX\n"), [])

@@ -1,0 +1,11 @@
+#pragma once
+
+#include <QString>
+
+namespace nimbrel::macos {
+
+/// Tells the user something in the notification centre, as far as they let the program. Never waits; any
+/// thread.
+void notifyUser(const QString& title, const QString& text);
+
+}  // namespace nimbrel::macos
