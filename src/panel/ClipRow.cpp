@@ -4,6 +4,7 @@
 #include <QPainterPath>
 #include <array>
 #include <chrono>
+#include <memory>
 
 #include "capture/model/ClipSource.h"
 #include "capture/model/TextRules.h"
@@ -166,8 +167,10 @@ const RowContent& ClipRow::contentOf(int row, int previewWidth, const PanelTheme
   const bool ready = known && known->key == key && known->hadTraits == hasTraits;
   if (!ready) {
     ++layoutsMade_;
-    contents_.insert(id, new RowContent(key));
-    known = contents_.object(id);
+    auto made = std::make_unique<RowContent>(key);
+    known = made.get();
+    // One is never too many for the cache, which would not keep it then.
+    contents_.insert(id, made.release());
   }
   return *known;
 }

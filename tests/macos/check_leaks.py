@@ -8,7 +8,9 @@ import sys
 import apple_target
 
 ALL = ["--analyze", "-Xclang", "-analyzer-output=text", "-Xclang", "-analyzer-config", "-Xclang",
-       "c++-container-inlining=false"]
+       "c++-container-inlining=false,max-nodes=50000",
+       # Who owns what the toolkit is given, it cannot see.
+       "-Xclang", "-analyzer-disable-checker=cplusplus.NewDeleteLeaks"]
 LOST_MEMORY = ["-Xclang", "-analyzer-disable-checker=deadcode,optin,security,nullability,core.CallAndMessage,"
                "core.uninitialized,core.UndefinedBinaryOperatorResult,core.DivideZero"]
 
