@@ -17,7 +17,8 @@ def read_facts(path):
 
 
 def assertions(facts):
-    text = "".join(f"#import <{name}/{name}.h>\n" for name in FRAMEWORKS) + "#import <os/log.h>\n\n"
+    text = "".join(f"#import <{name}/{name}.h>\n" for name in FRAMEWORKS) + \
+        "#import <dispatch/dispatch.h>\n#import <os/log.h>\n\n"
     for fact in facts:
         if fact.value:
             text += f"static_assert(static_cast<long long>({fact.name}) == {fact.value}LL);\n"

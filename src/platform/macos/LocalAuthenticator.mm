@@ -3,6 +3,7 @@
 #import <LocalAuthentication/LocalAuthentication.h>
 #import <dispatch/dispatch.h>
 
+#include "platform/macos/MainThread.h"
 #include "platform/macos/values/SystemStates.h"
 
 namespace nimbrel::macos {
@@ -27,7 +28,7 @@ void LocalAuthenticator::canAuthenticate(std::function<void(std::optional<QStrin
   if (![[[LAContext alloc] init] canEvaluatePolicy:kPolicy error:&error])
     obstacle = QString::fromNSString(error.localizedDescription);
   const std::weak_ptr<bool> alive = alive_;
-  dispatch_async(dispatch_get_main_queue(), ^{
+  onMainThread([alive, done = std::move(done), obstacle] {
     if (alive.lock()) done(obstacle);
   });
 }
@@ -42,13 +43,13 @@ void LocalAuthenticator::authenticate(const AuthenticationReason& reason,
                     reply:^(BOOL success, NSError* error) {
                       const AuthenticationReply reply = authenticationReply(
                           success, codeOf(error), QString::fromNSString(error.localizedDescription));
-                      dispatch_async(dispatch_get_main_queue(), ^{
+                      onMainThread([alive, done, reply] {
                         if (alive.lock()) done(reply);
                       });
                     }];
   const dispatch_time_t limit = dispatch_time(DISPATCH_TIME_NOW, kPatienceSeconds * int64_t(NSEC_PER_SEC));
   // Ends the prompt where it is still there, which its reply tells; else nothing.
-  dispatch_after(limit, dispatch_get_main_queue(), ^{
+  dispatch_after(limit, dispatch_get_global_queue(QOS_CLASS_UTILITY, 0), ^{
     [context invalidate];
   });
 }

@@ -50,7 +50,7 @@ bool preparePlatform() {
 }
 
 std::unique_ptr<InstanceClient> makeInstanceClient() {
-  return std::make_unique<LocalInstanceClient>(temporaryFolder(), macos::notifyUser);
+  return std::make_unique<LocalInstanceClient>(temporaryFolder(), macos::notifyUserAndWait);
 }
 
 HeadlessPlatform makeHeadlessPlatform() {

@@ -8,4 +8,7 @@ namespace nimbrel::macos {
 /// thread.
 void notifyUser(const QString& title, const QString& text);
 
+/// The same for a process that is about to end: *waits* until the system has taken it, some seconds at most.
+void notifyUserAndWait(const QString& title, const QString& text);
+
 }  // namespace nimbrel::macos

@@ -9,15 +9,20 @@
 @end
 @protocol OS_dispatch_queue <OS_dispatch_object>
 @end
+@protocol OS_dispatch_semaphore <OS_dispatch_object>
+@end
 @protocol OS_dispatch_source <OS_dispatch_object>
 @end
 
 typedef NSObject<OS_dispatch_object>* dispatch_object_t;
 typedef NSObject<OS_dispatch_queue>* dispatch_queue_t;
 typedef NSObject<OS_dispatch_source>* dispatch_source_t;
+typedef NSObject<OS_dispatch_semaphore>* dispatch_semaphore_t;
 typedef void (^dispatch_block_t)(void);
 typedef uint64_t dispatch_time_t;
 typedef const struct dispatch_source_type_s* dispatch_source_type_t;
+
+enum { QOS_CLASS_UTILITY = 0x11 };
 
 #define NSEC_PER_SEC 1000000000ull
 #define DISPATCH_TIME_NOW (0ull)
@@ -27,6 +32,10 @@ extern const struct dispatch_source_type_s _dispatch_source_type_signal;
 #define DISPATCH_SOURCE_TYPE_SIGNAL (&_dispatch_source_type_signal)
 
 dispatch_queue_t dispatch_get_main_queue(void);
+dispatch_queue_t dispatch_get_global_queue(intptr_t identifier, uintptr_t flags);
+dispatch_semaphore_t dispatch_semaphore_create(intptr_t value) __attribute__((ns_returns_retained));
+intptr_t dispatch_semaphore_wait(dispatch_semaphore_t semaphore, dispatch_time_t timeout);
+intptr_t dispatch_semaphore_signal(dispatch_semaphore_t semaphore);
 void dispatch_async(dispatch_queue_t queue, dispatch_block_t block);
 void dispatch_after(dispatch_time_t when, dispatch_queue_t queue, dispatch_block_t block);
 dispatch_time_t dispatch_time(dispatch_time_t when, int64_t delta);
