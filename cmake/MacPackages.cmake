@@ -9,7 +9,8 @@ function(nimbrel_keg variable formula)
   execute_process(COMMAND "${BREW_PROGRAM}" --prefix ${formula}
     OUTPUT_VARIABLE prefix OUTPUT_STRIP_TRAILING_WHITESPACE ERROR_QUIET RESULT_VARIABLE status)
   if(status EQUAL 0)
-    set(${variable} "${prefix}" CACHE PATH "Where ${formula} is installed")
+    # Not kept: the next version may be elsewhere.
+    set(${variable} "${prefix}" PARENT_SCOPE)
   endif()
 endfunction()
 

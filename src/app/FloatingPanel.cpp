@@ -66,7 +66,7 @@ void FloatingPanel::setFrame(const QRect& frame) {
 }
 
 void FloatingPanel::setBackdrop(PanelWindow::Backdrop backdrop) {
-  if (backdrop == backdrop_ && testAttribute(Qt::WA_Resized)) return;
+  if (backdrop == backdrop_) return;
   const QSize size = panelSize();
   backdrop_ = backdrop;
   const int margin = shadowMargin();
@@ -119,7 +119,7 @@ void FloatingPanel::resizeEvent(QResizeEvent* event) {
 }
 
 void FloatingPanel::shape() {
-  if (backdrop_ != PanelWindow::Backdrop::opaque)
+  if (backdrop_.value_or(PanelWindow::Backdrop::opaque) != PanelWindow::Backdrop::opaque)
     clearMask();
   else
     setMask(QRegion(rounded(rect(), kRadius).toFillPolygon().toPolygon()));

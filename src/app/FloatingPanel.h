@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QWidget>
+#include <optional>
 
 #include "platform/PanelWindow.h"
 
@@ -54,7 +55,8 @@ class FloatingPanel final : public QWidget {
   void shape();
 
   PanelWindow* window_ = nullptr;
-  PanelWindow::Backdrop backdrop_ = PanelWindow::Backdrop::opaque;
+  /// Nothing before it is known.
+  std::optional<PanelWindow::Backdrop> backdrop_;
   ResizeHandles* handles_;
 };
 

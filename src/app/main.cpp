@@ -92,16 +92,18 @@ int execute(const HistoryCommand& command) {
 /// meanwhile.
 bool inBackground(TerminationSignal& termination, const std::function<void()>& task) {
   QEventLoop loop;
-  bool ended = false;
+  bool finished = false;
   const std::unique_ptr<QThread> thread(QThread::create(task));
-  QObject::connect(thread.get(), &QThread::finished, &loop, &QEventLoop::quit);
-  termination.setHandler([&] {
-    ended = true;
+  QObject::connect(thread.get(), &QThread::finished, &loop, [&] {
+    finished = true;
     loop.quit();
   });
+  termination.setHandler([&loop] { loop.quit(); });
   thread->start();
   loop.exec();
   termination.setHandler({});
+  // Whatever else ends the loop, the desktop's own way of quitting for one, ends the program.
+  const bool ended = !finished;
   // A key store that never answers must not keep the session from ending.
   if (ended && thread->isRunning()) std::_Exit(0);
   thread->wait();

@@ -152,8 +152,8 @@ class ClipboardStore final : public QObject {
   /// Looks for the text of the images that have none, or stops looking, as is chosen by now.
   void recognitionSwitched();
 
-  /// Has of what is copied from now on that read which is wanted by now: formats or none, and nothing of what
-  /// ignored applications copy. What is kept stays.
+  /// Has of what is copied from now on that read which is wanted by now: formats or none, nothing of what
+  /// ignored applications copy, and nothing while capture is paused. What is kept stays.
   void renewReadPolicy();
 
   /// Queues those of these clips that are images without recognised text: what was interrupted.

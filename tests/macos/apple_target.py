@@ -7,7 +7,9 @@ import os
 import pathlib
 import re
 import shlex
+import shutil
 import subprocess
+import sys
 
 TARGET = "arm64-apple-macos13.0"
 HERE = pathlib.Path(__file__).resolve().parent
@@ -31,6 +33,13 @@ def first(*paths):
     raise SystemExit(f"nothing is installed at {' or '.join('/' + path for path in paths)}")
 
 
+def libcxx():
+    """The library of the compiler's own version."""
+    compiler = pathlib.Path(shutil.which("clang++") or "/usr/bin/clang++").resolve()
+    own = compiler.parents[1] / "include/c++/v1"
+    return str(own) if own.exists() else first("usr/lib/llvm-*/include/c++/v1")
+
+
 def library_links(work):
     """Folders that hold nothing but links to the headers named above."""
     folders = []
@@ -39,14 +48,14 @@ def library_links(work):
         folder.mkdir(parents=True, exist_ok=True)
         for name in LIBRARIES:
             link, there = folder / name, pathlib.Path(origin) / name
-            if there.exists() and not link.exists():
+            if there.exists() and not link.is_symlink():
                 link.symlink_to(there)
         folders.append(str(folder))
     return folders
 
 
 def base_flags(work):
-    system = [str(HERE / "shims"), str(HERE / "declarations"), first("usr/lib/llvm-*/include/c++/v1"),
+    system = [str(HERE / "shims"), str(HERE / "declarations"), libcxx(),
               first("usr/include/*-linux-musl")] + library_links(work)
     return ["-target", TARGET, "-std=c++20", "-fblocks", "-D_GNU_SOURCE", "-nostdinc++", "-nostdlibinc"] + \
         [part for folder in system for part in ("-isystem", folder)] + ERRORS
@@ -62,10 +71,15 @@ class Sources:
         self.base = base_flags(self.work)
         self.commands = {}
         for entry in json.loads((pathlib.Path(build) / "compile_commands.json").read_text()):
-            path = pathlib.Path(entry["file"])
+            path = pathlib.Path(entry["file"]).resolve()
             if path.is_relative_to(self.source / "src") and not path.is_relative_to(self.source / "src/platform/linux"):
                 self.commands[path] = self.portable_flags(shlex.split(entry["command"]))
-        self.qt = sorted({flag for flags in self.commands.values() for flag in flags if "/qt6" in flag})
+        missing = {path for path in (self.source / "src").rglob("*.cpp")
+                   if not path.is_relative_to(self.source / "src/platform/linux")} - set(self.commands)
+        if missing:
+            raise SystemExit(f"not in this build: {sorted(map(str, missing))}")
+        folders = sorted({flag for flags in self.commands.values() for flag in flags if "/qt6" in flag})
+        self.qt = [part for folder in folders for part in ("-isystem", folder)]
 
     @staticmethod
     def portable_flags(words):
@@ -84,9 +98,10 @@ class Sources:
         return sorted((self.source / "src/platform/macos").rglob("*.mm"))
 
     def adapter_flags(self):
-        qt = [part for folder in self.qt for part in ("-isystem", folder)]
-        definitions = ["-DQT_NO_KEYWORDS", "-DQT_NO_CAST_FROM_ASCII", "-DQT_NO_CAST_TO_ASCII", "-DQT_NO_FOREACH"]
-        return ["-fobjc-arc", f"-I{self.source / 'src'}"] + qt + definitions
+        definitions = ["-DQT_NO_KEYWORDS", "-DQT_NO_CAST_FROM_ASCII", "-DQT_NO_CAST_TO_ASCII", "-DQT_NO_FOREACH",
+                       # As it is released.
+                       "-DNDEBUG", "-DNIMBREL_PROTECTED"]
+        return ["-fobjc-arc", f"-I{self.source / 'src'}"] + self.qt + definitions
 
     def flags_of(self, path):
         return self.base + (self.adapter_flags() if path.suffix == ".mm" else self.commands[path])
@@ -99,11 +114,10 @@ class Sources:
                 if file.exists():
                     counts.update(set(re.findall(r"^#include (<[^>]+>)", file.read_text(encoding="utf-8"), re.M)))
         names = sorted(name for name, count in counts.items() if count > 3 and ".h>" not in name)
-        header = self.work / "prefix.h"
+        header = self.work / f"{pathlib.Path(sys.argv[0]).stem}.h"
         header.write_text("".join(f"#include {name}\n" for name in names))
-        output = self.work / "prefix.pch"
-        qt = [part for folder in self.qt for part in ("-isystem", folder)]
-        run(["clang++", "-x", "c++-header", str(header), "-o", str(output)] + self.base + qt +
+        output = header.with_suffix(".pch")
+        run(["clang++", "-x", "c++-header", str(header), "-o", str(output)] + self.base + self.qt +
             [flag for flag in self.adapter_flags() if flag.startswith("-D")], check=True)
         return output
 

@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 """Runs the static analyzer over the sources of a Mac's build: check_leaks.py BUILD SOURCE [PART…]
 
-The adapters go through every check; of the portable sources only memory and references that are lost, or used when they
-are gone. Only sources whose path holds one of the PARTs, where some are given."""
+The adapters go through all checks that are on by default; of the portable sources only memory and references that are
+lost, or used when they are gone. Only sources whose path holds one of the PARTs, where some are given."""
 import sys
 
 import apple_target

@@ -60,6 +60,45 @@ class LeaksTest(unittest.TestCase):
             "kCGEventSourceStateCombinedSessionState)); return bool(s); }"), "")
 
 
+class PortableLeaksTest(unittest.TestCase):
+    def test_finds_memory_that_nobody_frees(self):
+        file = SOURCES.work / "sample.cpp"
+        file.write_text("#include <cstdlib>\nvoid f() { void* p = std::malloc(1); if (!p) return; }\n")
+        done = apple_target.run(["clang++", *check_leaks.ALL, *check_leaks.LOST_MEMORY, str(file), "-o", "-"] + SOURCES.base)
+        self.assertIn("leak", done.stderr)
+
+
+class ExtractionTest(unittest.TestCase):
+    def test_takes_every_name_from_the_source(self):
+        # In a folder that is named like the adapters', so that it counts as one of them.
+        folder = SOURCES.work / check_facts.OURS
+        folder.mkdir(parents=True, exist_ok=True)
+        file = folder / "sample.mm"
+        file.write_text("""#import <AppKit/AppKit.h>
+@interface Sample : NSPanel
+@end
+@implementation Sample
+- (void)windowDidResignKey:(NSNotification*)notification {
+  NSRunningApplication* const front = NSWorkspace.sharedWorkspace.frontmostApplication;
+  self.level = NSModalResponseOK;
+  if (front) NSTemporaryDirectory();
+}
+@end
+""")
+        classes = {"NSPanel", "NSNotification", "NSRunningApplication", "NSWorkspace", "NSView"}
+        self.assertEqual(check_facts.used_by(SOURCES, file, classes), {
+            ("class", "NSPanel"), ("class", "NSNotification"), ("class", "NSRunningApplication"),
+            ("class", "NSWorkspace"), ("method", "windowDidResignKey:"), ("selector", "sharedWorkspace"),
+            ("selector", "frontmostApplication"), ("selector", "setLevel:"), ("constant", "NSModalResponseOK"),
+            ("function", "NSTemporaryDirectory")})
+
+    def test_ends_at_a_source_that_does_not_compile(self):
+        file = SOURCES.work / "broken.mm"
+        file.write_text("#import <AppKit/AppKit.h>\nint f() { return NoSuchThing; }\n")
+        with self.assertRaises(SystemExit):
+            check_facts.used_by(SOURCES, file, set())
+
+
 class FactsTest(unittest.TestCase):
     FACTS = [write_assertions.Fact("selector", "changeCount", "10.0", ""),
              write_assertions.Fact("own", "clicked", "", ""),
@@ -86,6 +125,17 @@ class FactsTest(unittest.TestCase):
         self.assertEqual(len(list(check_facts.unmarked([young]))), 1)
         self.assertEqual(list(check_facts.unmarked(
             [write_assertions.Fact("selector", "accessBehavior", "15.4", "")])), [])
+        # One that stands beside a marked name is not marked by that.
+        beside = write_assertions.Fact("selector", "writeObjects:", "15.4", "")
+        self.assertEqual(len(list(check_facts.unmarked([beside]))), 1)
+
+    def test_mind_a_fact_without_a_version(self):
+        self.assertEqual(list(check_facts.unmarked([write_assertions.Fact("class", "NSView", "", "")])),
+                         ["class NSView: since which version?"])
+
+    def test_mind_a_selector_that_the_system_does_not_have(self):
+        wrong = [write_assertions.Fact("selector", "noSuchThing:", "10.0", "")]
+        self.assertIn("undeclared selector", compiled(write_assertions.assertions(wrong)))
 
     def test_mind_another_value(self):
         wrong = [write_assertions.Fact("constant", "NSModalResponseOK", "10.6", "2")]

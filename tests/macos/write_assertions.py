@@ -7,6 +7,8 @@ import pathlib
 import sys
 
 Fact = collections.namedtuple("Fact", "kind name since value")
+# What the system's headers define otherwise than as a function.
+MACROS = ("os_log_with_type",)
 FRAMEWORKS = ("AppKit", "Carbon", "ImageIO", "LocalAuthentication", "Quartz", "Security", "ServiceManagement",
               "UniformTypeIdentifiers", "UserNotifications", "Vision")
 
@@ -25,7 +27,11 @@ def assertions(facts):
     for fact in facts:
         if fact.kind == "class":
             text += f"static_assert(sizeof({fact.name}*) == sizeof(void*));\n"
-    return text
+        if fact.kind in ("function", "constant") and not fact.value and fact.name not in MACROS:
+            text += f"static_assert(sizeof(decltype(&{fact.name})) == sizeof(void*));\n"
+    # A name that is declared nowhere is an error by -Wundeclared-selector.
+    selectors = [fact.name for fact in facts if fact.kind in ("selector", "override") and fact.name != "dealloc"]
+    return text + "void selectors() {\n" + "".join(f"  (void)@selector({name});\n" for name in selectors) + "}\n"
 
 
 if __name__ == "__main__":

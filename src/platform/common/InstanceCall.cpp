@@ -34,7 +34,7 @@ InstanceAnswer awaitReply(QLocalSocket& socket, const QDeadlineTimer& deadline) 
     if (reader.isRefused()) return {Outcome::broken, {}};
     // Writes too, what has not been written yet.
     if (socket.waitForReadyRead(remaining(deadline))) continue;
-    if (socket.bytesAvailable() > 0) continue;
+    if (socket.bytesAvailable() > 0 && !deadline.hasExpired()) continue;
     return {deadline.hasExpired() ? Outcome::silent : Outcome::broken, {}};
   }
 }

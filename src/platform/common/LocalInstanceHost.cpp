@@ -2,6 +2,8 @@
 
 #include <QPointer>
 #include <QThread>
+#include <QTimer>
+#include <chrono>
 #include <utility>
 
 #include "platform/InstanceClient.h"
@@ -21,12 +23,22 @@ QString caller() {
   return QStringLiteral("local");
 }
 
-/// Says no to somebody for whom there is no room, without waiting for what they want.
-void turnAway(QLocalSocket& socket) {
+/// So long somebody for whom there is no room may take to say what they want, whatever it is: closed before,
+/// the connection would fail them before they read the answer.
+constexpr std::chrono::seconds kToTurnAway(1);
+
+/// Of those who only wait for that there are not more than of the others.
+void turnAway(const QLocalServer& server, QLocalSocket& socket) {
   socket.write(instanceFrame(failure(InstanceClient::kTooManyCalls)));
   socket.flush();
-  socket.abort();
-  socket.deleteLater();
+  const auto end = [&socket] {
+    socket.abort();
+    socket.deleteLater();
+  };
+  if (server.findChildren<QLocalSocket*>().size() > LocalInstanceHost::kMaxConnections) return end();
+  QObject::connect(&socket, &QLocalSocket::readyRead, &socket, end);
+  QObject::connect(&socket, &QLocalSocket::disconnected, &socket, &QObject::deleteLater);
+  QTimer::singleShot(kToTurnAway, &socket, end);
 }
 
 }  // namespace
@@ -97,7 +109,7 @@ InstanceHost::Claim LocalInstanceHost::listen() {
 void LocalInstanceHost::accept() {
   while (QLocalSocket* const socket = server_.nextPendingConnection()) {
     if (connections_ >= kMaxConnections) {
-      turnAway(*socket);
+      turnAway(server_, *socket);
       continue;
     }
     ++connections_;

@@ -2,10 +2,8 @@
 
 #import <Foundation/Foundation.h>
 
-#include <QWindow>
-#include <memory>
-
 #include "platform/PanelWindow.h"
+#include "platform/macos/FocusReturn.h"
 
 @class FloatingPanel;
 @class PanelDelegate;
@@ -39,12 +37,12 @@ class AppKitPanelWindow final : public PanelWindow {
   void configure();
   void resigned();
   void takeKeyboard();
+  void shadeAgain();
 
   QWidget& widget_;
   FloatingPanel* panel_;
   PanelDelegate* delegate_;
-  /// The panel's content view, as the toolkit sees it.
-  std::unique_ptr<QWindow> host_;
+  FocusReturn focus_;
   std::function<void()> resignHandler_;
   bool presented_ = false;
 };

@@ -2,9 +2,11 @@
 
 #import <AppKit/AppKit.h>
 
+#include <QTimer>
 #include <QWidget>
 
 #include "platform/macos/FloatingPanel.h"
+#include "platform/macos/HostedView.h"
 #include "platform/macos/PanelDelegate.h"
 #include "platform/macos/values/ScreenGeometry.h"
 #include "platform/macos/values/WindowValues.h"
@@ -19,10 +21,6 @@ static_assert(kPanelBacking == NSBackingStoreBuffered);
 
 double firstScreenHeight() {
   return NSScreen.screens.firstObject.frame.size.height;
-}
-
-NSView* viewOf(const QWidget& widget) {
-  return (__bridge NSView*)reinterpret_cast<void*>(widget.winId());
 }
 
 }  // namespace
@@ -40,11 +38,8 @@ AppKitPanelWindow::AppKitPanelWindow(QWidget& widget, QuickLookController* previ
     resigned();
   };
   widget_.setWindowFlags(Qt::FramelessWindowHint | Qt::NoDropShadowWindowHint);
-  host_.reset(QWindow::fromWinId(reinterpret_cast<WId>((__bridge void*)panel_.contentView)));
-  NSView* const view = viewOf(widget_);
-  widget_.windowHandle()->setParent(host_.get());
-  view.frame = panel_.contentView.bounds;
-  view.autoresizingMask = NSViewWidthSizable | NSViewHeightSizable;
+  panel_.contentView = [[FlippedView alloc] initWithFrame:panel_.contentView.bounds];
+  hostView(viewOf(widget_), panel_.contentView);
 }
 
 void AppKitPanelWindow::configure() {
@@ -65,8 +60,7 @@ AppKitPanelWindow::~AppKitPanelWindow() {
   panel_.delegate = nil;
   [panel_ orderOut:nil];
   widget_.hide();
-  // Else it would go with the host, from under the widget.
-  if (QWindow* const window = widget_.windowHandle()) window->setParent(nullptr);
+  [viewOf(widget_) removeFromSuperview];
 }
 
 QRect AppKitPanelWindow::frame() const {
@@ -78,7 +72,7 @@ void AppKitPanelWindow::setFrame(const QRect& frame) {
   [panel_ setFrame:flipped(QRectF(QRect(frame.topLeft(), size)), firstScreenHeight()).toCGRect() display:NO];
   // The view has followed; the widget is told at once.
   widget_.resize(size);
-  [panel_ invalidateShadow];
+  shadeAgain();
 }
 
 void AppKitPanelWindow::takeKeyboard() {
@@ -88,24 +82,32 @@ void AppKitPanelWindow::takeKeyboard() {
 }
 
 void AppKitPanelWindow::present() {
+  focus_.forget();
   // Closing the settings has hidden the program, so that the application before it came forward.
   if (NSApp.hidden) [NSApp unhideWithoutActivation];
   presented_ = true;
   widget_.show();
   takeKeyboard();
-  [panel_ invalidateShadow];
+  shadeAgain();
 }
 
-void AppKitPanelWindow::dismiss(bool) {
+void AppKitPanelWindow::shadeAgain() {
+  // The shadow is that of what has been drawn, which is soon.
+  [panel_ invalidateShadow];
+  QTimer::singleShot(0, &widget_, [panel = panel_] { [panel invalidateShadow]; });
+}
+
+void AppKitPanelWindow::dismiss(bool returnFocus) {
   // The panel resigns on its way out, and nobody need be told.
   presented_ = false;
   [panel_ orderOut:nil];
   widget_.hide();
+  // Where the user has opened the program itself, it is the active one.
+  if (returnFocus) yieldUnlessSeen();
 }
 
 void AppKitPanelWindow::whenFocusReturned(std::function<void(bool)> done) {
-  // The application in front was active all the time: unless that is this one, it has the keyboard again.
-  done(!NSApp.keyWindow);
+  focus_.await(std::move(done));
 }
 
 void AppKitPanelWindow::comeForward() {

@@ -85,8 +85,10 @@ AppKitPasteboard::AppKitPasteboard(const Workspace& workspace)
     : workspace_(workspace), known_(changeCount()) {}
 
 Pasteboard::Access AppKitPasteboard::access() const {
-  // Before that every program could read what others copy.
+  // Before that every program could read what others copy, and the SDKs knew of nothing else.
+#if __MAC_OS_X_VERSION_MAX_ALLOWED >= 150400
   if (@available(macOS 15.4, *)) return pasteboardAccess(general().accessBehavior);
+#endif
   return Access::standard;
 }
 
@@ -101,15 +103,18 @@ qint64 AppKitPasteboard::remember(const std::optional<QString>& text) {
 }
 
 std::optional<PasteboardSnapshot> AppKitPasteboard::readChange() {
-  const qint64 current = changeCount();
-  if (current == known_) return std::nullopt;
-  GeneralPasteboardReader reader;
-  const auto snapshot = readSnapshot(reader, policy_, current, workspace_.frontmostApplication());
-  // Somebody may have copied while this was read: then it is half of one and half of the other, and the whole
-  // of the other comes next.
-  if (changeCount() != current) return std::nullopt;
-  remember(snapshot.text);
-  return snapshot;
+  // A timer reads, and hours may pass until the next event, after which AppKit lets go of what was read.
+  @autoreleasepool {
+    const qint64 current = changeCount();
+    if (current == known_) return std::nullopt;
+    GeneralPasteboardReader reader;
+    const auto snapshot = readSnapshot(reader, policy_, current, workspace_.frontmostApplication());
+    // Somebody may have copied while this was read: then it is half of one and half of the other, and the
+    // whole of the other comes next.
+    if (changeCount() != current) return std::nullopt;
+    remember(snapshot.text);
+    return snapshot;
+  }
 }
 
 QList<PasteboardSnapshot> AppKitPasteboard::changesAfter(qint64 count) {
@@ -125,11 +130,13 @@ std::optional<QString> AppKitPasteboard::currentText() const {
 }
 
 std::optional<qint64> AppKitPasteboard::write(const PasteboardContent& content) {
-  if (auto change = readChange()) missed_ = std::move(change);
-  [general() clearContents];
-  const bool written = [general() writeObjects:itemsOf(content)];
-  const qint64 count = remember(written ? content.text : std::nullopt);
-  return written ? std::optional(count) : std::nullopt;
+  @autoreleasepool {
+    if (auto change = readChange()) missed_ = std::move(change);
+    [general() clearContents];
+    const bool written = [general() writeObjects:itemsOf(content)];
+    const qint64 count = remember(written ? content.text : std::nullopt);
+    return written ? std::optional(count) : std::nullopt;
+  }
 }
 
 std::optional<qint64> AppKitPasteboard::clearIfUnchanged(qint64 count) {

@@ -6,6 +6,8 @@
 #include <QTimer>
 #include <QWidget>
 
+#include "platform/macos/FocusReturn.h"
+#include "platform/macos/HostedView.h"
 #include "platform/macos/values/WindowValues.h"
 
 namespace nimbrel::macos {
@@ -14,29 +16,15 @@ namespace {
 static_assert(kSettingsStyleMask == (NSWindowStyleMaskTitled | NSWindowStyleMaskClosable));
 static_assert(kSettingsCollectionBehavior == NSWindowCollectionBehaviorMoveToActiveSpace);
 
-NSWindow* nativeOf(const QWidget& window) {
-  return ((__bridge NSView*)reinterpret_cast<void*>(window.winId())).window;
-}
-
-/// An application without a Dock icon stays the active one when its last window has closed, and nobody has
-/// the keyboard: hiding it gives it to the one before.
+/// Gives the keyboard to the application before when the window has closed.
 class ReturnToOthers final : public QObject {
  public:
-  explicit ReturnToOthers(QWidget& window) : QObject(&window), window_(window) {
-    window.installEventFilter(this);
-  }
+  explicit ReturnToOthers(QWidget& window) : QObject(&window) { window.installEventFilter(this); }
 
   bool eventFilter(QObject* watched, QEvent* event) override {
-    if (event->type() == QEvent::Close) QTimer::singleShot(0, this, [this] { hideUnlessNeeded(); });
+    if (event->type() == QEvent::Close) QTimer::singleShot(0, this, &yieldUnlessSeen);
     return QObject::eventFilter(watched, event);
   }
-
- private:
-  void hideUnlessNeeded() {
-    if (!window_.isVisible() && !NSApp.keyWindow) [NSApp hide:nil];
-  }
-
-  QWidget& window_;
 };
 
 }  // namespace
@@ -46,11 +34,13 @@ void bringForward(QWidget& window) {
   if (!window.findChild<QObject*>(kName, Qt::FindDirectChildrenOnly))
     (new ReturnToOthers(window))->setObjectName(kName);
   window.show();
-  NSWindow* const native = nativeOf(window);
+  NSWindow* const native = viewOf(window).window;
   native.styleMask = static_cast<NSWindowStyleMask>(kSettingsStyleMask);
   native.collectionBehavior = static_cast<NSWindowCollectionBehavior>(kSettingsCollectionBehavior);
   [NSApp activateIgnoringOtherApps:YES];
   [native makeKeyAndOrderFront:nil];
+  // Also where the system does not let the program become the active one at once.
+  [native orderFrontRegardless];
 }
 
 }  // namespace nimbrel::macos

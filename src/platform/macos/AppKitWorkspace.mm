@@ -34,7 +34,9 @@ AppKitWorkspace::AppKitWorkspace() : other_(unlessOwn(frontmostApplication())) {
 AppKitWorkspace::~AppKitWorkspace() = default;
 
 std::optional<RunningApplication> AppKitWorkspace::frontmostApplication() const {
-  return described(NSWorkspace.sharedWorkspace.frontmostApplication);
+  @autoreleasepool {
+    return described(NSWorkspace.sharedWorkspace.frontmostApplication);
+  }
 }
 
 }  // namespace nimbrel::macos

@@ -1,8 +1,8 @@
 #include "platform/macos/CarbonHotKeys.h"
 
 #import <Carbon/Carbon.h>
-#import <dispatch/dispatch.h>
 
+#include "platform/macos/MainThread.h"
 #include "platform/macos/values/HotKeyEvents.h"
 
 namespace nimbrel::macos {
@@ -25,7 +25,7 @@ OSStatus heardHotKey(EventHandlerCallRef, EventRef event, void* data) {
   if (press.id) {
     const std::weak_ptr<std::function<void(quint32)>> weak = *static_cast<const Handler*>(data);
     const quint32 pressed = *press.id;
-    dispatch_async(dispatch_get_main_queue(), ^{
+    onMainThread([weak, pressed] {
       const Handler handler = weak.lock();
       if (handler && *handler) (*handler)(pressed);
     });

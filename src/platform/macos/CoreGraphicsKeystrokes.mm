@@ -23,7 +23,7 @@ void post(CGEventRef event) {
 }  // namespace
 
 void CoreGraphicsKeystrokes::postPaste() {
-  if (NSApp.keyWindow) return;
+  if (NSApp.active || NSApp.keyWindow) return;
   const CoreFoundationRef<CGEventSourceRef> source(
       CGEventSourceCreate(static_cast<CGEventSourceStateID>(kPasteSourceState)));
   const CoreFoundationRef<CGEventRef> down(CGEventCreateKeyboardEvent(source.get(), kPasteKeyCode, true));

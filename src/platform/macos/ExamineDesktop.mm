@@ -2,7 +2,6 @@
 #import <Foundation/Foundation.h>
 
 #include "platform/Platform.h"
-#include "platform/macos/AccessibilityPermission.h"
 #include "platform/macos/CoreFoundationRef.h"
 #include "platform/macos/VisionTextRecognizer.h"
 
@@ -21,9 +20,9 @@ DesktopFacts examineDesktop(const QList<HotKeyProbe>&) {
   DesktopFacts facts;
   facts.kind = DesktopFacts::Kind::mac;
   facts.hasDisplay = hasScreen();
-  facts.canPressKeys = macos::AccessibilityPermission().isTrusted();
-  // The menu bar, and what is part of the system or of the program. Hot keys are the running program's to
-  // ask for: here they would be taken from nobody.
+  // Not asked for here: whether keys may be pressed, which the system tells of the terminal that a command
+  // was started in; and the hot keys, which would be taken from nobody. The menu bar and the rest are part of
+  // the system or of the program.
   facts.hasTray = facts.hasDisplay;
   facts.hasSessionBus = true;
   facts.hasLockAction = true;

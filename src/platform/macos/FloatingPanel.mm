@@ -33,7 +33,7 @@
 }
 
 - (void)beginPreviewPanelControl:(QLPreviewPanel*)panel {
-  panel.delegate = self.preview;
+  [self.preview control:panel];
 }
 
 - (void)endPreviewPanelControl:(QLPreviewPanel*)panel {

@@ -25,6 +25,8 @@ struct Header {
   QSize upright;
   /// Dots per inch, 0 where it does not say.
   double density = 0;
+  /// Whether the pixels are stored as they are seen.
+  bool isUpright = true;
 };
 
 std::variant<Header, ImageError> headerOf(CGImageSourceRef source) {
@@ -34,10 +36,12 @@ std::variant<Header, ImageError> headerOf(CGImageSourceRef source) {
   NSDictionary* const values = (__bridge NSDictionary*)properties.get();
   QSize size([values[(__bridge NSString*)kCGImagePropertyPixelWidth] intValue],
              [values[(__bridge NSString*)kCGImagePropertyPixelHeight] intValue]);
-  // From 5 on the sides change places (EXIF's orientations, and TIFF's).
-  if ([values[(__bridge NSString*)kCGImagePropertyOrientation] intValue] >= 5) size.transpose();
+  // From 5 on the sides change places (EXIF's orientations, and TIFF's); 1 is upright, and 0 where none is
+  // said.
+  const int orientation = [values[(__bridge NSString*)kCGImagePropertyOrientation] intValue];
+  if (orientation >= 5) size.transpose();
   if (const auto obstacle = sizeObstacle(size)) return *obstacle;
-  return Header{size, [values[(__bridge NSString*)kCGImagePropertyDPIWidth] doubleValue]};
+  return Header{size, [values[(__bridge NSString*)kCGImagePropertyDPIWidth] doubleValue], orientation <= 1};
 }
 
 Source sourceOf(const QByteArray& image) {
@@ -46,30 +50,40 @@ Source sourceOf(const QByteArray& image) {
   return Source(CGImageSourceCreateWithData(data.get(), (__bridge CFDictionaryRef)options));
 }
 
-/// Upright, and not larger than a square of so many pixels.
+using Picture = CoreFoundationRef<CGImageRef>;
+
+/// Upright, and no side longer than so many pixels. As it is, where it is both: made smaller, a picture of
+/// deep colours may lose them.
+Picture pictureOf(CGImageSourceRef source, const Header& header, int maxPixelSize) {
+  const int longest = std::max(header.upright.width(), header.upright.height());
+  if (header.isUpright && maxPixelSize >= longest)
+    return Picture(CGImageSourceCreateImageAtIndex(source, 0, nullptr));
+  NSDictionary* const options = @{
+    (__bridge NSString*)kCGImageSourceCreateThumbnailFromImageAlways : @YES,
+    (__bridge NSString*)kCGImageSourceCreateThumbnailWithTransform : @YES,
+    (__bridge NSString*)kCGImageSourceShouldCacheImmediately : @YES,
+    (__bridge NSString*)kCGImageSourceThumbnailMaxPixelSize : @(std::clamp(maxPixelSize, 1, longest)),
+  };
+  return Picture(CGImageSourceCreateThumbnailAtIndex(source, 0, (__bridge CFDictionaryRef)options));
+}
+
+void setDensity(QImage& image, double dotsPerInch) {
+  const int dots = static_cast<int>(std::lround(std::clamp(dotsPerInch, 0.0, 10'000.0) / kMetersPerInch));
+  if (dots == 0) return;
+  image.setDotsPerMeterX(dots);
+  image.setDotsPerMeterY(dots);
+}
+
 std::variant<QImage, ImageError> decode(const QByteArray& bytes, int maxPixelSize, const StopToken& stop) {
   @autoreleasepool {
     const Source source = sourceOf(bytes);
     const auto header = headerOf(source.get());
     if (const auto* const error = std::get_if<ImageError>(&header)) return *error;
     if (stop.stopRequested()) return ImageError{};
-    const auto& [size, density] = std::get<Header>(header);
-    NSDictionary* const options = @{
-      (__bridge NSString*)kCGImageSourceCreateThumbnailFromImageAlways : @YES,
-      (__bridge NSString*)kCGImageSourceCreateThumbnailWithTransform : @YES,
-      (__bridge NSString*)kCGImageSourceShouldCacheImmediately : @YES,
-      (__bridge NSString*)kCGImageSourceThumbnailMaxPixelSize :
-          @(std::clamp(maxPixelSize, 1, std::max(size.width(), size.height()))),
-    };
-    const CoreFoundationRef<CGImageRef> picture(
-        CGImageSourceCreateThumbnailAtIndex(source.get(), 0, (__bridge CFDictionaryRef)options));
+    const Picture picture = pictureOf(source.get(), std::get<Header>(header), maxPixelSize);
     QImage image = picture ? imageOf(picture.get()) : QImage();
     if (image.isNull()) return unreadableImage();
-    const int dots = static_cast<int>(std::lround(std::clamp(density, 0.0, 10'000.0) / kMetersPerInch));
-    if (dots > 0) {
-      image.setDotsPerMeterX(dots);
-      image.setDotsPerMeterY(dots);
-    }
+    setDensity(image, std::get<Header>(header).density);
     return image;
   }
 }

@@ -4,7 +4,9 @@
 #import <Carbon/Carbon.h>
 
 #include <QCoreApplication>
+#include <QTimer>
 
+#include "platform/macos/FocusReturn.h"
 #include "platform/macos/NotificationObserver.h"
 
 /// Hears that the user has opened the running application.
@@ -49,7 +51,14 @@ void MacInstanceHost::setRequests(const InstanceRequests& requests) {
   reopen_.reopened = ^{
     if (show) show();
   };
-  local_.setRequests(requests);
+  InstanceRequests taken = requests;
+  // The system makes the program the active one before it gives it a URL.
+  if (requests.openUrls)
+    taken.openUrls = [open = requests.openUrls](const QStringList& urls) {
+      open(urls);
+      QTimer::singleShot(0, QCoreApplication::instance(), &yieldUnlessSeen);
+    };
+  local_.setRequests(taken);
 }
 
 }  // namespace nimbrel::macos

@@ -1,6 +1,8 @@
 #import <AppKit/AppKit.h>
 
+#include <QDir>
 #include <QPixmap>
+#include <QStandardPaths>
 #include <QWidget>
 
 #include "platform/Platform.h"
@@ -35,9 +37,11 @@ namespace {
 
 static_assert(macos::kActivationPolicy == NSApplicationActivationPolicyAccessory);
 
-/// The user's own, whatever a terminal has been told: both sides must come to the same.
-QString temporaryFolder() {
-  return QString::fromNSString(NSTemporaryDirectory());
+/// Where the instance is met: beside the history. The system clears the folder for temporary files now and
+/// then, also of what is in use.
+QString instanceFolder() {
+  return QDir(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation))
+      .filePath(QStringLiteral("Nimbrel"));
 }
 
 }  // namespace
@@ -50,12 +54,12 @@ bool preparePlatform() {
 }
 
 std::unique_ptr<InstanceClient> makeInstanceClient() {
-  return std::make_unique<LocalInstanceClient>(temporaryFolder(), macos::notifyUserAndWait);
+  return std::make_unique<LocalInstanceClient>(instanceFolder(), macos::notifyUserAndWait);
 }
 
 HeadlessPlatform makeHeadlessPlatform() {
   HeadlessPlatform platform;
-  platform.instance = std::make_unique<LocalInstanceHost>(temporaryFolder());
+  platform.instance = std::make_unique<LocalInstanceHost>(instanceFolder());
   platform.client = makeInstanceClient();
   platform.secrets = std::make_unique<macos::KeychainStore>();
   platform.defaults = std::make_unique<macos::NativeUserDefaults>();
@@ -67,7 +71,7 @@ Platform makePlatform() {
   [NSApp setActivationPolicy:static_cast<NSApplicationActivationPolicy>(macos::kActivationPolicy)];
   QuickLookController* const quickLook = [[QuickLookController alloc] init];
   Platform platform;
-  platform.instance = std::make_unique<macos::MacInstanceHost>(temporaryFolder());
+  platform.instance = std::make_unique<macos::MacInstanceHost>(instanceFolder());
   platform.termination = std::make_unique<macos::DispatchTermination>();
   platform.secrets = std::make_unique<macos::KeychainStore>();
   platform.imageCodec = std::make_unique<macos::ImageIOCodec>();
@@ -84,7 +88,7 @@ Platform makePlatform() {
   platform.applications = std::make_unique<macos::BundleCatalog>();
   platform.authenticator = std::make_unique<macos::LocalAuthenticator>();
   platform.preview = std::make_unique<macos::QuickLookPreview>(quickLook);
-  platform.temporaryFolder = temporaryFolder();
+  platform.temporaryFolder = QString::fromNSString(NSTemporaryDirectory());
   platform.notify = macos::notifyUser;
   platform.bringForward = macos::bringForward;
   platform.chooseApplication = macos::chooseApplication;

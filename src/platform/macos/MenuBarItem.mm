@@ -35,15 +35,17 @@ MenuBarItem::~MenuBarItem() {
 }
 
 void MenuBarItem::show(const StatusItemState& state) {
-  NSString* const description = state.description.toNSString();
-  NSImage* const image = [NSImage imageWithSystemSymbolName:state.symbol.toNSString()
-                                   accessibilityDescription:description];
-  [image setTemplate:YES];
-  item_.length = state.title.isEmpty() ? kStatusItemLength : kTitledStatusItemLength;
-  item_.button.image = image;
-  item_.button.title = state.title.toNSString();
-  item_.button.toolTip = description;
-  item_.button.accessibilityLabel = description;
+  @autoreleasepool {
+    NSString* const description = state.description.toNSString();
+    NSImage* const image = [NSImage imageWithSystemSymbolName:state.symbol.toNSString()
+                                     accessibilityDescription:description];
+    [image setTemplate:YES];
+    item_.length = state.title.isEmpty() ? kStatusItemLength : kTitledStatusItemLength;
+    item_.button.image = image;
+    item_.button.title = state.title.toNSString();
+    item_.button.toolTip = description;
+    item_.button.accessibilityLabel = description;
+  }
 }
 
 void MenuBarItem::setActivationHandler(std::function<void()> handler) {

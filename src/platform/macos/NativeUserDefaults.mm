@@ -63,8 +63,10 @@ void NativeUserDefaults::keepDamaged() {
 }
 
 bool NativeUserDefaults::remove(const QString& key) {
-  [standard() removeObjectForKey:key.toNSString()];
-  return CFPreferencesAppSynchronize(kCFPreferencesCurrentApplication);
+  @autoreleasepool {
+    [standard() removeObjectForKey:key.toNSString()];
+    return CFPreferencesAppSynchronize(kCFPreferencesCurrentApplication);
+  }
 }
 
 }  // namespace nimbrel::macos

@@ -13,13 +13,19 @@ bool isDeep(CGImageRef picture) {
   return CGImageGetBitsPerComponent(picture) > 8;
 }
 
+using Colors = CoreFoundationRef<CGColorSpaceRef>;
+
+Colors screenColors() {
+  return Colors(CGColorSpaceCreateWithName(kCGColorSpaceSRGB));
+}
+
 /// The picture's own colours where they are red, green and blue, else those that every screen has.
-CoreFoundationRef<CGColorSpaceRef> colorsOf(CGImageRef picture) {
+Colors colorsOf(CGImageRef picture) {
   const CGColorSpaceRef own = CGImageGetColorSpace(picture);
   const bool fits =
       own && CGColorSpaceGetModel(own) == kCGColorSpaceModelRGB && CGColorSpaceSupportsOutput(own);
-  if (fits) return CoreFoundationRef<CGColorSpaceRef>(CGColorSpaceRetain(own));
-  return CoreFoundationRef<CGColorSpaceRef>(CGColorSpaceCreateWithName(kCGColorSpaceSRGB));
+  if (fits) return Colors(CGColorSpaceRetain(own));
+  return screenColors();
 }
 
 QColorSpace described(CGColorSpaceRef colors) {
@@ -49,16 +55,27 @@ bool drawInto(QImage& image, CGColorSpaceRef colors, void (^draw)(CGContextRef))
   return true;
 }
 
-QImage imageOf(CGImageRef picture) {
+namespace {
+
+/// A null image when there is no memory, or no bitmap in these colours.
+QImage drawnIn(CGColorSpaceRef colors, CGImageRef picture) {
   const QSize size(static_cast<int>(CGImageGetWidth(picture)), static_cast<int>(CGImageGetHeight(picture)));
   QImage image(size,
                isDeep(picture) ? QImage::Format_RGBA64_Premultiplied : QImage::Format_ARGB32_Premultiplied);
-  const auto colors = colorsOf(picture);
-  const bool drawn = drawInto(image, colors.get(), ^(CGContextRef context) {
+  const bool drawn = drawInto(image, colors, ^(CGContextRef context) {
     CGContextDrawImage(context, CGRectMake(0, 0, size.width(), size.height()), picture);
   });
   if (!drawn) return {};
-  image.setColorSpace(described(colors.get()));
+  image.setColorSpace(described(colors));
+  return image;
+}
+
+}  // namespace
+
+QImage imageOf(CGImageRef picture) {
+  QImage image = drawnIn(colorsOf(picture).get(), picture);
+  // Colours of an extended range have no bitmap of whole numbers.
+  if (image.isNull()) image = drawnIn(screenColors().get(), picture);
   return image;
 }
 

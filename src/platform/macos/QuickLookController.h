@@ -17,6 +17,9 @@
 /// Shows the panel, and gives the keyboard back to the window that had it.
 - (void)orderFront;
 
+/// Takes the panel over, which asks its controller for what it shows.
+- (void)control:(nonnull QLPreviewPanel*)preview;
+
 /// Has a visible panel show `url`.
 - (void)reload;
 

@@ -3,29 +3,47 @@
 #import <AppKit/AppKit.h>
 
 #include "platform/macos/values/KeyEvents.h"
+#include "platform/macos/values/WindowValues.h"
 
 @implementation QuickLookController {
   id<NSObject> _closing;
+  BOOL _opening;
 }
 
 - (void)dealloc {
   if (_closing) [NSNotificationCenter.defaultCenter removeObserver:_closing];
+  if (!QLPreviewPanel.sharedPreviewPanelExists) return;
+  // The panel outlives everything, and does not notice who has gone.
+  QLPreviewPanel* const preview = QLPreviewPanel.sharedPreviewPanel;
+  if (preview.dataSource == self) preview.dataSource = nil;
+  if (preview.delegate == self) preview.delegate = nil;
 }
 
 - (BOOL)previewVisible {
-  return QLPreviewPanel.sharedPreviewPanelExists && QLPreviewPanel.sharedPreviewPanel.visible;
+  return _opening || (QLPreviewPanel.sharedPreviewPanelExists && QLPreviewPanel.sharedPreviewPanel.visible);
 }
 
 - (void)orderFront {
   QLPreviewPanel* const preview = QLPreviewPanel.sharedPreviewPanel;
   NSWindow* const typedIn = NSApp.keyWindow;
+  [self control:preview];
+  [self observeClosing:preview];
+  // Above the windows of the application in front, which stays the active one.
+  preview.hidesOnDeactivate = NO;
+  preview.level = nimbrel::macos::kPanelLevel;
+  // The window that was typed in hears that it has lost the keyboard before the preview is to be seen.
+  _opening = YES;
+  [preview makeKeyAndOrderFront:nil];
+  [preview orderFrontRegardless];
+  _opening = NO;
+  // The arrow keys keep moving the selection, and the preview follows.
+  if (typedIn != preview) [typedIn makeKeyWindow];
+}
+
+- (void)control:(QLPreviewPanel*)preview {
   preview.dataSource = self;
   preview.delegate = self;
   [preview reloadData];
-  [self observeClosing:preview];
-  [preview makeKeyAndOrderFront:nil];
-  // The arrow keys keep moving the selection, and the preview follows.
-  if (typedIn != preview) [typedIn makeKeyWindow];
 }
 
 - (void)observeClosing:(QLPreviewPanel*)preview {

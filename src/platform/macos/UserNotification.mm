@@ -10,23 +10,25 @@ namespace {
 
 /// Has the centre take it, and tells when that is done, or is not to be.
 void notify(const QString& title, const QString& text, dispatch_block_t done) {
-  // Outside of a bundle there is no notification centre, and asking for it ends the process.
-  if (!NSBundle.mainBundle.bundleIdentifier) return done();
-  UNUserNotificationCenter* const center = [UNUserNotificationCenter currentNotificationCenter];
-  UNMutableNotificationContent* const content = [[UNMutableNotificationContent alloc] init];
-  content.title = title.toNSString();
-  content.body = text.toNSString();
-  UNNotificationRequest* const request = [UNNotificationRequest requestWithIdentifier:NSUUID.UUID.UUIDString
-                                                                              content:content
-                                                                              trigger:nil];
-  [center requestAuthorizationWithOptions:UNAuthorizationOptionAlert
-                        completionHandler:^(BOOL granted, NSError*) {
-                          if (!granted) return done();
-                          [center addNotificationRequest:request
-                                   withCompletionHandler:^(NSError*) {
-                                     done();
-                                   }];
-                        }];
+  @autoreleasepool {
+    // Outside of a bundle there is no notification centre, and asking for it ends the process.
+    if (!NSBundle.mainBundle.bundleIdentifier) return done();
+    UNUserNotificationCenter* const center = [UNUserNotificationCenter currentNotificationCenter];
+    UNMutableNotificationContent* const content = [[UNMutableNotificationContent alloc] init];
+    content.title = title.toNSString();
+    content.body = text.toNSString();
+    UNNotificationRequest* const request = [UNNotificationRequest requestWithIdentifier:NSUUID.UUID.UUIDString
+                                                                                content:content
+                                                                                trigger:nil];
+    [center requestAuthorizationWithOptions:UNAuthorizationOptionAlert
+                          completionHandler:^(BOOL granted, NSError*) {
+                            if (!granted) return done();
+                            [center addNotificationRequest:request
+                                     withCompletionHandler:^(NSError*) {
+                                       done();
+                                     }];
+                          }];
+  }
 }
 
 }  // namespace

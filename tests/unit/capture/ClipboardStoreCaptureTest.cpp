@@ -89,6 +89,24 @@ TEST_F(Capture, AsksThePasteboardForNoMoreThanItKeeps) {
   EXPECT_EQ(pasteboard.policy.ignoredTypes.size(), 3);
 }
 
+TEST_F(Capture, AsksThePasteboardForNothingWhilePaused) {
+  launch();
+  EXPECT_FALSE(pasteboard.policy.paused);
+  store().setPaused(true);
+  EXPECT_TRUE(pasteboard.policy.paused);
+  store().setPaused(false);
+  EXPECT_FALSE(pasteboard.policy.paused);
+}
+
+TEST_F(Capture, AsksThePasteboardForNothingOfIgnoredApplications) {
+  settings.ignoredApps = {{.bundleID = u"com.example.vault"_s, .name = u"Vault"_s}};
+  launch();
+  EXPECT_EQ(pasteboard.policy.ignoredApplications, QSet<QString>{u"com.example.vault"_s});
+  settings.ignoredApps.clear();
+  store().renewReadPolicy();
+  EXPECT_TRUE(pasteboard.policy.ignoredApplications.isEmpty());
+}
+
 TEST_F(Capture, OfTheSameTextTwiceLeavesOneClipOnTopWithTheLaterDate) {
   launch();
   copyText(u"repetido"_s);

@@ -18,7 +18,7 @@
 namespace nimbrel::testing {
 
 /// Nothing takes as long; whoever waits goes on as soon as it has happened.
-inline constexpr int kGenerous = 60'000;
+inline constexpr int kGenerous = 20'000;
 
 /// Does something that waits for the instance in a thread of its own, as if it were another process, while
 /// the instance goes on in this one.

@@ -352,7 +352,9 @@ TEST_F(LocalInstanceHostTest, TurnsAwayMoreThanMayBeConnected) {
   std::vector<std::unique_ptr<Stranger>> strangers;
   for (int i = 0; i < LocalInstanceHost::kMaxConnections; ++i)
     strangers.push_back(std::make_unique<Stranger>(folder));
-  EXPECT_EQ(Stranger(folder).answer(), (IntentReply{.error = InstanceClient::kTooManyCalls.toString()}));
+  const IntentReply refusal{.error = InstanceClient::kTooManyCalls.toString()};
+  EXPECT_EQ(Stranger(folder).answer(), refusal);
+  EXPECT_EQ(ask({.kind = Kind::show}), refusal) << "also who says first what they want";
   strangers.pop_back();
   ASSERT_TRUE(QTest::qWaitFor(
       [&] {

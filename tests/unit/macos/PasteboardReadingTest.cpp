@@ -148,6 +148,11 @@ TEST_F(PasteboardReadingTest, TakesTiffWhereThereIsNoPng) {
   EXPECT_EQ(snapshot().image, "p");
 }
 
+TEST_F(PasteboardReadingTest, TakesTiffForAnEmptyPng) {
+  reader.bytes = {{u"public.png"_s, QByteArray()}, {u"public.tiff"_s, "t"}};
+  EXPECT_EQ(snapshot().image, "t");
+}
+
 TEST_F(PasteboardReadingTest, TakesNoTiffForAPngThatIsTooLarge) {
   reader.bytes = {{u"public.png"_s, QByteArray(11, 'p')}, {u"public.tiff"_s, "t"}};
   const PasteboardSnapshot found = snapshot();

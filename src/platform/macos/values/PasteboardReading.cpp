@@ -61,7 +61,7 @@ class SnapshotReading {
 
   void readImage() {
     snapshot_.image = dataOf(pasteboardType::png, policy_.maxImageBytes);
-    if (!snapshot_.image && snapshot_.oversized.isEmpty())
+    if ((!snapshot_.image || snapshot_.image->isEmpty()) && snapshot_.oversized.isEmpty())
       snapshot_.image = dataOf(pasteboardType::tiff, policy_.maxImageBytes);
   }
 

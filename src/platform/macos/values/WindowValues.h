@@ -2,7 +2,7 @@
 
 #include <QtGlobal>
 
-/// What AppKit's windows, items and events are asked for, as numbers; each is named after its constant in
+/// What AppKit's windows, items and events are asked for, as numbers; each with the name of its constant in
 /// AppKit's documentation.
 namespace nimbrel::macos {
 

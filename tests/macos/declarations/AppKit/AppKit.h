@@ -49,13 +49,38 @@ typedef NS_ENUM(NSInteger, NSPasteboardAccessBehavior) {
 enum : NSModalResponse { NSModalResponseOK = 1 };
 
 @interface NSResponder : NSObject
+- (void)cancelOperation:(nullable id)sender;
 @end
 
 @interface NSColor : NSObject
 @property(class, readonly) NSColor* clearColor;
 @end
 
+typedef NS_OPTIONS(NSUInteger, NSTrackingAreaOptions) {
+  NSTrackingActiveInKeyWindow = 0x20,
+  NSTrackingActiveInActiveApp = 0x40,
+  NSTrackingActiveAlways = 0x80,
+};
+
+@interface NSTrackingArea : NSObject <NSCopying>
+- (instancetype)initWithRect:(NSRect)rect
+                     options:(NSTrackingAreaOptions)options
+                       owner:(nullable id)owner
+                    userInfo:(nullable NSDictionary*)userInfo;
+@property(readonly) NSRect rect;
+@property(readonly) NSTrackingAreaOptions options;
+@property(nullable, readonly, weak) id owner;
+@property(nullable, readonly, copy) NSDictionary* userInfo;
+@end
+
 @interface NSView : NSResponder
+- (instancetype)initWithFrame:(NSRect)frameRect;
+- (void)addSubview:(NSView*)view;
+- (void)removeFromSuperview;
+- (void)addTrackingArea:(NSTrackingArea*)trackingArea;
+- (void)removeTrackingArea:(NSTrackingArea*)trackingArea;
+@property(readonly, copy) NSArray<NSTrackingArea*>* trackingAreas;
+@property(readonly, getter=isFlipped) BOOL flipped;
 @property(nullable, readonly, assign) NSWindow* window;
 @property NSRect frame;
 @property NSRect bounds;
@@ -77,6 +102,7 @@ enum : NSModalResponse { NSModalResponseOK = 1 };
 - (void)makeKeyAndOrderFront:(nullable id)sender;
 - (void)makeKeyWindow;
 - (void)orderOut:(nullable id)sender;
+- (void)orderFrontRegardless;
 - (void)invalidateShadow;
 - (void)sendEvent:(NSEvent*)event;
 @property(readonly) NSRect frame;
@@ -128,6 +154,7 @@ enum : NSModalResponse { NSModalResponseOK = 1 };
 @property(nullable, readonly, strong) NSEvent* currentEvent;
 @property(nullable, readonly, assign) NSWindow* keyWindow;
 @property(readonly, getter=isHidden) BOOL hidden;
+@property(readonly, getter=isActive) BOOL active;
 - (BOOL)setActivationPolicy:(NSApplicationActivationPolicy)policy;
 - (void)activateIgnoringOtherApps:(BOOL)ignoreOtherApps;
 - (void)hide:(nullable id)sender;
@@ -227,6 +254,7 @@ extern const NSPasteboardType NSPasteboardTypeString;
 extern const NSPasteboardType NSPasteboardTypeFileURL;
 extern const NSPasteboardReadingOptionKey NSPasteboardURLReadingFileURLsOnlyKey;
 extern const NSNotificationName NSApplicationDidFinishLaunchingNotification;
+extern const NSNotificationName NSApplicationDidResignActiveNotification;
 extern const NSNotificationName NSApplicationWillTerminateNotification;
 extern const NSNotificationName NSWindowWillCloseNotification;
 extern const NSNotificationName NSWorkspaceDidActivateApplicationNotification;

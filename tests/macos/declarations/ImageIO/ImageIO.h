@@ -25,6 +25,8 @@ CGImageSourceRef _Nullable CGImageSourceCreateWithData(CFDataRef data,
 CFStringRef _Nullable CGImageSourceGetType(CGImageSourceRef source) CF_RETURNS_NOT_RETAINED;
 CFDictionaryRef _Nullable CGImageSourceCopyPropertiesAtIndex(
     CGImageSourceRef source, size_t index, CFDictionaryRef _Nullable options) CF_RETURNS_RETAINED;
+CGImageRef _Nullable CGImageSourceCreateImageAtIndex(CGImageSourceRef source, size_t index,
+                                                     CFDictionaryRef _Nullable options) CF_RETURNS_RETAINED;
 CGImageRef _Nullable CGImageSourceCreateThumbnailAtIndex(
     CGImageSourceRef source, size_t index, CFDictionaryRef _Nullable options) CF_RETURNS_RETAINED;
 

@@ -26,7 +26,8 @@
 @interface QLPreviewPanel : NSPanel
 + (null_unspecified QLPreviewPanel*)sharedPreviewPanel;
 + (BOOL)sharedPreviewPanelExists;
-@property(null_unspecified, weak) id<QLPreviewPanelDataSource> dataSource;
+@property(null_unspecified, assign) id<QLPreviewPanelDataSource> dataSource;
+@property(null_unspecified, assign) id delegate;
 - (void)reloadData;
 @end
 
