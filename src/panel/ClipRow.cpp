@@ -150,7 +150,8 @@ ClipRow::ClipRow(const ClipListModel& model, ClipboardStore& store, const Clock&
   });
 }
 
-const RowContent& ClipRow::contentOf(int row, int previewWidth, const PanelTheme& theme) const {
+std::shared_ptr<const RowContent> ClipRow::contentOf(int row, int previewWidth,
+                                                     const PanelTheme& theme) const {
   using std::chrono::floor;
   const RowContentKey key{.clip = model_.clipAt(row),
                           .secrecy = model_.secrecyOf(row),
@@ -160,25 +161,21 @@ const RowContent& ClipRow::contentOf(int row, int previewWidth, const PanelTheme
                           .detailsWidth = previewWidth,
                           .theme = theme};
   const QUuid id = key.clip->clip.id;
-  const RowContent* known = contents_.object(id);
+  const auto* const kept = contents_.object(id);
   // The traits of a long text are there some time after its row.
   const bool hasTraits = key.clip->readyTraits() != nullptr;
   if (!hasTraits) store_.examiner().examine(key.clip);
-  const bool ready = known && known->key == key && known->hadTraits == hasTraits;
-  if (!ready) {
-    ++layoutsMade_;
-    auto made = std::make_unique<RowContent>(key);
-    known = made.get();
-    // One is never too many for the cache, which would not keep it then.
-    contents_.insert(id, made.release());
-  }
-  return *known;
+  if (kept && (*kept)->key == key && (*kept)->hadTraits == hasTraits) return *kept;
+  ++layoutsMade_;
+  auto made = std::make_shared<const RowContent>(key);
+  contents_.insert(id, new std::shared_ptr<const RowContent>(made));
+  return made;
 }
 
 void ClipRow::forgetSecrets() {
   const auto ids = contents_.keys();
   for (const QUuid& id : ids) {
-    const RowContentKey& key = contents_.object(id)->key;
+    const RowContentKey& key = (*contents_.object(id))->key;
     if (key.secrecy == Secrecy::revealed && key.clip->clip.imageFile)
       store_.thumbnails().remove(*key.clip->clip.imageFile);
     // What has turned out to be a secret since it was drawn is not drawn like that again.
@@ -210,7 +207,8 @@ void ClipRow::paint(QPainter* painter, const QStyleOptionViewItem& option, const
   const ClipRowLayout layout =
       layoutRow(option.rect.size(),
                 {.picture = clip.isImage(), .badge = hasBadge, .marks = static_cast<int>(marks.size())});
-  const RowContent& content = contentOf(row, layout.preview.width(), theme);
+  const auto kept = contentOf(row, layout.preview.width(), theme);
+  const RowContent& content = *kept;
   painter->save();
   painter->translate(option.rect.topLeft());
   painter->setRenderHint(QPainter::Antialiasing);

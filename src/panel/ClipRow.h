@@ -2,6 +2,7 @@
 
 #include <QCache>
 #include <QStyledItemDelegate>
+#include <memory>
 
 #include "look/icons/InstalledIcons.h"
 #include "panel/ClipListModel.h"
@@ -31,14 +32,15 @@ class ClipRow final : public QStyledItemDelegate {
  private:
   void drawIcon(QPainter& painter, const QRect& area, const ClipItem& clip, Secrecy secrecy,
                 const PanelTheme& theme) const;
-  [[nodiscard]] const RowContent& contentOf(int row, int previewWidth, const PanelTheme& theme) const;
+  [[nodiscard]] std::shared_ptr<const RowContent> contentOf(int row, int previewWidth,
+                                                            const PanelTheme& theme) const;
 
   const ClipListModel& model_;
   ClipboardStore& store_;
   const Clock& clock_;
   InstalledIcons& icons_;
   /// What is drawn of the clips that were drawn last, by id.
-  mutable QCache<QUuid, RowContent> contents_;
+  mutable QCache<QUuid, std::shared_ptr<const RowContent>> contents_;
   mutable qsizetype layoutsMade_ = 0;
 };
 

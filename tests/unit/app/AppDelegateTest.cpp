@@ -268,6 +268,11 @@ TEST_F(AppDelegateTest, ComesUpInOrder) {
   EXPECT_TRUE(isPanelVisible());
 }
 
+TEST_F(AppDelegateTest, ReadsNothingMoreOfAnApplicationThatIsIgnoredFromNowOn) {
+  delegate->settings().setIgnoredApps({{.bundleID = u"com.example.vault"_s, .name = u"Vault"_s}});
+  EXPECT_EQ(pasteboard->policy.ignoredApplications, QSet<QString>{u"com.example.vault"_s});
+}
+
 TEST_F(AppDelegateTest, WhatHasExpiredDoesNotSurviveTheEnd) {
   delegate->settings().setSoftSensitiveExpiry(1);
   copy(u"482913"_s);
