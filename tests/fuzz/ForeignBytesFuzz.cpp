@@ -33,10 +33,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
   // What other processes of the user say to the instance, and whoever stands in its place to them.
   constexpr qsizetype kLengthOfFrame = 4;
-  if (const auto request = decodedInstanceRequest(bytes)) {
+  // Longer ones are cut where they are encoded, and are not the same afterwards.
+  constexpr int kWhole = 64'000;
+  if (const auto request = decodedInstanceRequest(bytes); request && bytes.size() <= kWhole) {
     if (decodedInstanceRequest(instanceFrame(*request).sliced(kLengthOfFrame)) != request) std::abort();
   }
-  if (const auto reply = decodedInstanceReply(bytes)) {
+  if (const auto reply = decodedInstanceReply(bytes); reply && bytes.size() <= kWhole) {
     if (decodedInstanceReply(instanceFrame(*reply).sliced(kLengthOfFrame)) != reply) std::abort();
   }
 

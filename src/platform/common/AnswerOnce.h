@@ -6,6 +6,11 @@
 
 namespace nimbrel {
 
+/// A reply that names what went wrong and leaves the words for it to whoever shows them.
+[[nodiscard]] inline IntentReply failedReply(QStringView error) {
+  return {.error = error.toString()};
+}
+
 /// An answer that is given exactly once: the first reply counts, and where nobody has replied when this goes,
 /// another reply is given instead. Held by whoever may still answer. One thread.
 class AnswerOnce final {

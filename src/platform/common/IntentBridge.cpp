@@ -21,10 +21,6 @@ static_assert(static_cast<int>(Intent::listCollections) == NimbrelIntentListColl
 /// The bridge that there is.
 IntentBridge* installed = nullptr;
 
-IntentReply failure(QStringView error) {
-  return {.error = error.toString()};
-}
-
 std::optional<Intent> intentNumbered(int number) {
   if (number < NimbrelIntentCopyLatestClip || number > NimbrelIntentListCollections) return std::nullopt;
   return static_cast<Intent>(number);
@@ -63,17 +59,18 @@ IntentBridge::IntentBridge(Perform perform) : perform_(std::move(perform)) {
 IntentBridge::~IntentBridge() {
   installed = nullptr;
   for (const auto& one : std::exchange(waiting_, {})) {
-    if (const auto answer = one.lock()) answer->give(failure(InstanceClient::kUnavailable));
+    if (const auto answer = one.lock()) answer->give(failedReply(InstanceClient::kUnavailable));
   }
 }
 
 void IntentBridge::perform(int number, const char* argument, IntentAnswer answer) {
   const auto intent = intentNumbered(number);
-  if (!intent) return answer(failure(InstanceClient::kUnavailable));
+  if (!intent) return answer(failedReply(InstanceClient::kUnavailable));
   const char* const text = argument ? argument : "";
   const std::size_t length = ::strnlen(text, kMaxArgument + 1);
-  if (length > kMaxArgument) return answer(failure(kArgumentTooLong));
-  const auto once = std::make_shared<AnswerOnce>(std::move(answer), failure(InstanceClient::kUnavailable));
+  if (length > kMaxArgument) return answer(failedReply(kArgumentTooLong));
+  const auto once =
+      std::make_shared<AnswerOnce>(std::move(answer), failedReply(InstanceClient::kUnavailable));
   std::erase_if(waiting_, [](const auto& one) { return one.expired(); });
   waiting_.push_back(once);
   perform_({*intent, QString::fromUtf8(text, static_cast<qsizetype>(length))},
@@ -89,5 +86,5 @@ void nimbrel_perform_intent(NimbrelIntent intent, const char* argument, void* co
     complete(reply, context, completion);
   };
   if (installed) return installed->perform(intent, argument, answer);
-  answer(failure(InstanceClient::kUnavailable));
+  answer(failedReply(InstanceClient::kUnavailable));
 }

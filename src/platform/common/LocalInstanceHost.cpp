@@ -14,10 +14,6 @@ namespace {
 
 constexpr int kAttempts = 10;
 
-IntentReply failure(QStringView error) {
-  return {.error = error.toString()};
-}
-
 /// All that connect are the user, and counted as one.
 QString caller() {
   return QStringLiteral("local");
@@ -29,7 +25,7 @@ constexpr std::chrono::seconds kToTurnAway(1);
 
 /// Of those who only wait for that there are not more than of the others.
 void turnAway(const QLocalServer& server, QLocalSocket& socket) {
-  socket.write(instanceFrame(failure(InstanceClient::kTooManyCalls)));
+  socket.write(instanceFrame(failedReply(InstanceClient::kTooManyCalls)));
   socket.flush();
   const auto end = [&socket] {
     socket.abort();
@@ -127,7 +123,7 @@ void LocalInstanceHost::accept() {
 void LocalInstanceHost::take(LocalInstanceConnection& connection, const InstanceRequest& request) {
   const bool isIntent = request.kind == InstanceRequest::Kind::perform;
   CallBudget& budget = isIntent ? budget_ : controlBudget_;
-  if (!budget.admits(caller())) return connection.answer(failure(InstanceClient::kTooManyCalls));
+  if (!budget.admits(caller())) return connection.answer(failedReply(InstanceClient::kTooManyCalls));
   if (!isIntent) {
     // Answered before it is done: nobody need wait for that.
     connection.answer({});
@@ -154,7 +150,7 @@ void LocalInstanceHost::ask(const InstanceRequest& request) {
 }
 
 void LocalInstanceHost::perform(const IntentCall& call, const IntentAnswer& answer) {
-  const auto once = std::make_shared<AnswerOnce>(answer, failure(InstanceClient::kUnavailable));
+  const auto once = std::make_shared<AnswerOnce>(answer, failedReply(InstanceClient::kUnavailable));
   // Where nobody takes it up, letting go of it is the answer.
   if (inbox_.requests().perform)
     inbox_.requests().perform(call, [once](const IntentReply& reply) { once->give(reply); });
