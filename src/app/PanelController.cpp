@@ -102,8 +102,11 @@ void PanelController::showPanel() {
 void PanelController::resignKey() {
   // When the preview goes, the window manager may give its keyboard to whom it likes, just before the panel
   // takes it.
-  if (previewClosed_ && parts_.services.clock.steadyNow() - *previewClosed_ < kPreviewSettling)
-    return refocusPanel();
+  if (previewClosed_ && parts_.services.clock.steadyNow() - *previewClosed_ < kPreviewSettling) {
+    // Later: the panel lets go of the keyboard when this has been heard.
+    QMetaObject::invokeMethod(this, &PanelController::refocusPanel, Qt::QueuedConnection);
+    return;
+  }
   // Whoever looks at the preview may turn elsewhere meanwhile, and the system's prompt takes the keyboard.
   if (!parts_.lock.isAuthenticating() && !isPreviewing()) return hidePanel(Focus::leave);
   // A prompt that goes slowly may take it once more.

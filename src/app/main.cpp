@@ -8,6 +8,7 @@
 #include <QThread>
 #include <algorithm>
 #include <chrono>
+#include <cstdlib>
 #include <functional>
 #include <future>
 #include <memory>
@@ -231,6 +232,7 @@ int main(int argc, char** argv) {
   using namespace nimbrel;
   protectProcess();
   const auto outcome = runCommand(argumentsOf(argc, argv), argc, argv);
-  if (const auto* const status = std::get_if<int>(&outcome)) return *status;
+  // All is written. The bus's own thread must not find the process half taken down, and complain.
+  if (const auto* const status = std::get_if<int>(&outcome)) std::_Exit(*status);
   return runApplication(argc, argv, std::get<RunCommand>(outcome));
 }
