@@ -10,6 +10,11 @@ namespace nimbrel {
 /// What other programs can have done with the history.
 enum class Intent { copyLatestClip, searchHistory, toggleCapture, pasteFromCollection, listCollections };
 
+/// Whether the user may be asked to prove who they are for it: whatever gives out text.
+[[nodiscard]] constexpr bool mayAskUser(Intent intent) {
+  return intent != Intent::toggleCapture && intent != Intent::listCollections;
+}
+
 /// One such request.
 struct IntentCall final {
   Intent intent = Intent::copyLatestClip;

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "platform/InstanceClient.h"
+#include "platform/common/CarriedText.h"
 #include "platform/common/NimbrelIntents.h"
 
 namespace nimbrel {
@@ -26,9 +27,8 @@ std::optional<Intent> intentNumbered(int number) {
   return static_cast<Intent>(number);
 }
 
-/// As C has it: a null character would end a text.
-QByteArray carried(QString text) {
-  return text.replace(QChar(), QChar(QChar::ReplacementCharacter)).toUtf8();
+QByteArray carried(const QString& text) {
+  return carriedText(text).toUtf8();
 }
 
 /// Hands a reply over, in memory that lasts as long as the call.

@@ -47,8 +47,8 @@ IntentReply LocalInstanceClient::replyOf(const InstanceAnswer& answer) const {
 }
 
 IntentReply LocalInstanceClient::perform(const IntentCall& call) {
-  const bool asks = call.intent != Intent::toggleCapture && call.intent != Intent::listCollections;
-  return ask({.kind = Kind::perform, .call = call}, asks ? patience_.asking : patience_.answer);
+  return ask({.kind = Kind::perform, .call = call},
+             mayAskUser(call.intent) ? patience_.asking : patience_.answer);
 }
 
 IntentReply LocalInstanceClient::show(bool collections) {

@@ -8,20 +8,14 @@
 #include <chrono>
 #include <thread>
 
+#include "platform/common/InstanceCall.h"
 #include "platform/linux/dbus/BusNames.h"
 #include "platform/linux/dbus/DesktopNotification.h"
 
 namespace nimbrel {
 namespace {
 
-using namespace std::chrono_literals;
-
-/// Longer than the user is given for the password, and where nobody is asked for one.
-constexpr auto kAskingTime = 150s;
-constexpr auto kAnswerTime = 5s;
-/// How long a program that starts, or ends, is waited for.
-constexpr auto kPatience = 15s;
-constexpr auto kPause = 100ms;
+constexpr InstancePatience kPatience;
 
 QDBusMessage callOnce(const QString& method, std::chrono::milliseconds patience,
                       const QVariantList& arguments) {
@@ -85,23 +79,24 @@ IntentReply replyOf(const QDBusMessage& answer) {
 
 QDBusMessage DBusInstanceClient::call(const QString& method, std::chrono::milliseconds patience,
                                       const QVariantList& arguments) {
-  const QDeadlineTimer deadline(kPatience);
+  const QDeadlineTimer deadline(kPatience.starting);
   QDBusMessage answer = callOnce(method, patience, arguments);
   while (isStarting(answer) && !deadline.hasExpired()) {
-    std::this_thread::sleep_for(kPause);
+    std::this_thread::sleep_for(kPatience.pause);
     answer = callOnce(method, patience, arguments);
   }
   return answer;
 }
 
 IntentReply DBusInstanceClient::perform(const IntentCall& wanted) {
-  const bool asks = wanted.intent != Intent::toggleCapture && wanted.intent != Intent::listCollections;
-  return replyOf(call(methodOf(wanted.intent), asks ? kAskingTime : kAnswerTime,
+  return replyOf(call(methodOf(wanted.intent),
+                      mayAskUser(wanted.intent) ? kPatience.asking : kPatience.answer,
                       hasArgument(wanted.intent) ? QVariantList{wanted.argument} : QVariantList()));
 }
 
 IntentReply DBusInstanceClient::show(bool collections) {
-  return replyOf(call(collections ? QStringLiteral("ShowCollections") : QStringLiteral("Show"), kAnswerTime));
+  return replyOf(
+      call(collections ? QStringLiteral("ShowCollections") : QStringLiteral("Show"), kPatience.answer));
 }
 
 bool DBusInstanceClient::isRunning() {
@@ -110,13 +105,13 @@ bool DBusInstanceClient::isRunning() {
 
 IntentReply DBusInstanceClient::quit() {
   if (!QDBusConnection::sessionBus().isConnected()) return {.error = kUnavailable.toString()};
-  const QDeadlineTimer deadline(kPatience);
+  const QDeadlineTimer deadline(kPatience.starting);
   // Not without asking whether there is one: the bus would start it for this.
   bool asked = false;
   while (hasOwner() && !deadline.hasExpired()) {
     if (!asked)
-      asked = callOnce(QStringLiteral("Quit"), kAnswerTime, {}).type() == QDBusMessage::ReplyMessage;
-    std::this_thread::sleep_for(kPause);
+      asked = callOnce(QStringLiteral("Quit"), kPatience.answer, {}).type() == QDBusMessage::ReplyMessage;
+    std::this_thread::sleep_for(kPatience.pause);
   }
   return hasOwner() ? IntentReply{.error = kNoAnswer.toString()} : IntentReply{};
 }

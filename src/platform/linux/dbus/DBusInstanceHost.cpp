@@ -8,6 +8,7 @@
 #include <array>
 #include <utility>
 
+#include "platform/common/CarriedText.h"
 #include "platform/linux/dbus/BusNames.h"
 
 namespace nimbrel {
@@ -34,13 +35,9 @@ constexpr std::array kControls{
     Control{"Quit", [](InstanceInbox& inbox, const BusCall&) { inbox.askToQuit(); }},
 };
 
-/// What the bus cannot carry would end a text.
-QString carried(QString text) {
-  return text.replace(QChar(), QChar(QChar::ReplacementCharacter));
-}
 QStringList carried(QStringList texts) {
   for (QString& text : texts)
-    text = carried(text);
+    text = carriedText(text);
   return texts;
 }
 
@@ -66,7 +63,7 @@ QVariant metasOf(const QList<ClipSuggestion>& clips) {
   metas.beginArray(QMetaType::fromType<QVariantMap>());
   for (const ClipSuggestion& clip : clips) {
     metas << QVariantMap{{QStringLiteral("id"), clip.id},
-                         {QStringLiteral("name"), carried(clip.text)},
+                         {QStringLiteral("name"), carriedText(clip.text)},
                          {QStringLiteral("gicon"), QStringLiteral("app.nimbrel.Nimbrel")}};
   }
   metas.endArray();
